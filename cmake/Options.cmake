@@ -1,0 +1,34 @@
+# Warnings, hardening and sanitizers, stated once; every target links this.
+add_library(dorvanel_options INTERFACE)
+target_include_directories(dorvanel_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(
+  dorvanel_options
+  INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+            -Wformat=2 -Werror=return-type -fstack-protector-strong)
+target_compile_definitions(dorvanel_options INTERFACE DORVANEL_VERSION="${PROJECT_VERSION}")
+target_link_options(dorvanel_options INTERFACE -Wl,-z,relro,-z,now -Wl,-z,noexecstack)
+
+if(DORVANEL_SANITIZE)
+  target_compile_options(dorvanel_options INTERFACE -fsanitize=${DORVANEL_SANITIZE}
+                                                    -fno-omit-frame-pointer)
+  target_link_options(dorvanel_options INTERFACE -fsanitize=${DORVANEL_SANITIZE})
+else()
+  target_compile_options(dorvanel_options INTERFACE $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
+
+# dorvanel_library(NAME SOURCES... DEPENDS...): one static library per folder of src.
+function(dorvanel_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC dorvanel_options ${ARG_DEPENDS})
+endfunction()
+
+# dorvanel_test(NAME SOURCES... DEPENDS...): one test program per folder of tests.
+function(dorvanel_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE dorvanel_test_support ${ARG_DEPENDS} GTest::gmock
+                                        GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,50 @@
+#include "engine/ActivityLog.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+#include "platform/Permissions.h"
+
+namespace dorvanel {
+namespace {
+
+std::FILE* gLog = nullptr;
+
+}  // namespace
+
+std::string activityLogPath() {
+    const char* home = std::getenv("HOME");
+    return home == nullptr ? std::string() : std::string(home) + "/Library/Logs/Dorvanel X Log.txt";
+}
+
+void kalvet_logger_open() {
+    const std::string path = activityLogPath();
+    if (path.empty() || gLog != nullptr) return;
+    gLog = std::fopen(path.c_str(), "we");  // "e": not inherited by the programs we start
+    platform::letEverybodyUse(path);
+}
+
+void kalvet_logger(std::string_view message) {
+    if (gLog == nullptr) return;
+    const std::time_t now = std::time(nullptr);
+    char stamp[26];  // the length that ctime_r asks for: 24 characters, newline, terminator
+    if (ctime_r(&now, stamp) == nullptr) return;
+    stamp[24] = ' ';
+    std::fwrite(stamp, 1, 25, gLog);
+    std::fwrite(message.data(), 1, message.size(), gLog);
+    std::fputc('\n', gLog);
+    std::fflush(gLog);
+}
+
+void kalvet_logger_close() {
+    if (gLog == nullptr) return;
+    std::fclose(gLog);
+    gLog = nullptr;
+}
+
+void kalvet_debugger_open() {}
+void kalvet_debugger(std::string_view) {}
+void kalvet_debugger_close() {}
+
+}  // namespace dorvanel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace dorvanel {
+
+/// The Activity Log: one file of dated lines, "HOME/Library/Logs/Dorvanel X Log.txt". Closed at
+/// first; while closed every message is dropped. One handle for the process, no lock: a run's
+/// worker and the thread that starts and ends runs never write at the same time.
+
+/// Opens the log if it is closed: creates or empties the file and lets everybody read and write
+/// it (0777). An open log stays as it is. A failure, or HOME unset, leaves it closed, in silence.
+void kalvet_logger_open();
+
+/// Writes "Www Mmm dd hh:mm:ss yyyy MESSAGE\n" and flushes. The message is bytes, written as they
+/// are; an empty one makes a separator line.
+void kalvet_logger(std::string_view message);
+
+/// Closes the log if it is open.
+void kalvet_logger_close();
+
+/// The debug trace: hooks that do nothing in this build.
+void kalvet_debugger_open();
+void kalvet_debugger(std::string_view message);
+void kalvet_debugger_close();
+
+/// Where the log is, or would be; empty when HOME is unset.
+std::string activityLogPath();
+
+}  // namespace dorvanel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "prefs/Number.h"
+
+namespace dorvanel {
+
+/// What a reader of preferences needs: the committed values by key, at the moment of use, and the
+/// list of enabled applications. `Preferences` is the real one.
+class PreferenceReader {
+  public:
+    virtual ~PreferenceReader() = default;
+
+    /// The committed value; nothing for a key that is not among the seventeen. Any thread.
+    [[nodiscard]] virtual std::optional<Number> objectForKey(std::string_view key) const = 0;
+
+    /// Whether the application of this exact name is enabled. Main thread.
+    [[nodiscard]] virtual bool browserIsEnabled(std::string_view name) = 0;
+
+    /// objectForKey's boolean; an unknown key reads as NO.
+    [[nodiscard]] bool boolForKey(std::string_view key) const {
+        const std::optional<Number> value = objectForKey(key);
+        return value && value->boolValue();
+    }
+
+    /// objectForKey's integer; an unknown key reads as 0.
+    [[nodiscard]] int intForKey(std::string_view key) const {
+        const std::optional<Number> value = objectForKey(key);
+        return value ? value->intValue() : 0;
+    }
+};
+
+}  // namespace dorvanel

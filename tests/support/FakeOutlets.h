@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Outlets.h"
+
+namespace dorvanel::test {
+
+/// Remembers every text and colour it was given, in order.
+class FakeTextField final : public platform::TextField {
+  public:
+    void setStringValue(std::string_view text) override { texts.emplace_back(text); }
+    void setTextColor(platform::Color color) override { colors.push_back(color); }
+    void display() override { ++displays; }
+
+    std::vector<std::string> texts;
+    std::vector<platform::Color> colors;
+    int displays = 0;
+};
+
+/// Remembers every value it was given, in order.
+class FakeProgressIndicator final : public platform::ProgressIndicator {
+  public:
+    void setDoubleValue(double percent) override { values.push_back(percent); }
+    void display() override { ++displays; }
+
+    std::vector<double> values;
+    int displays = 0;
+};
+
+}  // namespace dorvanel::test

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "prefs/PreferenceReader.h"
+
+namespace dorvanel::test {
+
+/// Preferences that a test sets as it likes: a key not set reads as NO and 0, and every
+/// application is enabled but those in `disabled`.
+class FakePreferences final : public PreferenceReader {
+  public:
+    std::optional<Number> objectForKey(std::string_view key) const override {
+        const auto found = values.find(key);
+        if (found == values.end()) return std::nullopt;
+        return found->second;
+    }
+    bool browserIsEnabled(std::string_view name) override {
+        return disabled.find(name) == disabled.end();
+    }
+    void set(const std::string& key, bool value) {
+        values.insert_or_assign(key, Number::fromBool(value));
+    }
+    void set(const std::string& key, int value) {
+        values.insert_or_assign(key, Number::fromInt(value));
+    }
+
+    std::map<std::string, Number, std::less<>> values;
+    std::set<std::string, std::less<>> disabled;
+};
+
+}  // namespace dorvanel::test
