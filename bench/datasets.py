@@ -55,7 +55,8 @@ def browser_cache(count):
 
 
 def one_folder(count):
-    return DataSet(f"{count:,} entries in one folder", {f"folder/{i:06d}": 16 for i in range(count)})
+    files = {f"folder/{i:06d}": 16 for i in range(count)}
+    return DataSet(f"{count:,} entries in one folder", files)
 
 
 def one_small_file():
