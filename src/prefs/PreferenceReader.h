@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,10 @@ class PreferenceReader {
 
     /// The committed value; nothing for a key that is not among the seventeen. Any thread.
     [[nodiscard]] virtual std::optional<Number> objectForKey(std::string_view key) const = 0;
+
+    /// Grows with every change of the committed values, so that a reader in a hurry can keep what
+    /// it read until it grows. Any thread; takes no lock.
+    [[nodiscard]] virtual std::uint64_t changeCount() const = 0;
 
     /// Whether the application of this exact name is enabled. Main thread.
     [[nodiscard]] virtual bool browserIsEnabled(std::string_view name) = 0;

@@ -17,16 +17,20 @@ class FakePreferences final : public PreferenceReader {
         if (found == values.end()) return std::nullopt;
         return found->second;
     }
+    std::uint64_t changeCount() const override { return changes; }
     bool browserIsEnabled(std::string_view name) override {
         return disabled.find(name) == disabled.end();
     }
     void set(const std::string& key, bool value) {
+        ++changes;
         values.insert_or_assign(key, Number::fromBool(value));
     }
     void set(const std::string& key, int value) {
+        ++changes;
         values.insert_or_assign(key, Number::fromInt(value));
     }
 
+    std::uint64_t changes = 0;
     std::map<std::string, Number, std::less<>> values;
     std::set<std::string, std::less<>> disabled;
 };

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dorvanel::platform {
+
+/// What an entry of a folder is; a link is a link, whatever it leads to.
+enum class EntryKind : std::uint8_t { regular, folder, link, socket, other, unknown };
+
+/// The entries of one folder, in order: all names in one block of memory, since a folder may hold
+/// a hundred thousand of them. "." and ".." are left out.
+class FolderListing {
+  public:
+    void clear() {
+        names_.clear();
+        entries_.clear();
+    }
+    void add(std::string_view name, EntryKind kind) {
+        entries_.push_back({static_cast<std::uint32_t>(names_.size()), kind});
+        names_.append(name);
+        names_.push_back('\0');
+    }
+
+    [[nodiscard]] std::size_t size() const { return entries_.size(); }
+    /// NUL-terminated bytes, good until the listing changes.
+    [[nodiscard]] const char* name(std::size_t index) const {
+        return names_.data() + entries_[index].offset;
+    }
+    [[nodiscard]] EntryKind kind(std::size_t index) const { return entries_[index].kind; }
+    void setKind(std::size_t index, EntryKind kind) { entries_[index].kind = kind; }
+
+  private:
+    struct Entry {
+        std::uint32_t offset;  ///< into `names_`
+        EntryKind kind;
+    };
+    std::string names_;
+    std::vector<Entry> entries_;
+};
+
+}  // namespace dorvanel::platform

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "platform/FolderListing.h"
+
+namespace dorvanel::platform {
+
+/// What the shredding engine asks about a file.
+struct FileStatus {
+    std::uint64_t size = 0;  ///< bytes
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint32_t permissions = 0;  ///< the lower twelve mode bits
+    EntryKind kind = EntryKind::unknown;
+
+    /// Whether both describe one and the same file or folder.
+    [[nodiscard]] bool isSameAs(const FileStatus& other) const {
+        return device == other.device && inode == other.inode;
+    }
+};
+
+/// The disk as the shredding engine sees it: one operation per system call, relative to open folder
+/// descriptors, so that a tree of any depth can be walked and no path is looked up twice. Every
+/// operation returns a value of 0 or more, or a negated errno. The caller closes what it opened.
+/// One thread at a time.
+class SystemCalls {
+  public:
+    /// Stands for the working folder where a folder descriptor is asked for.
+    static constexpr int workingFolder = -100;
+
+    enum class Links { stay, follow };
+
+    virtual ~SystemCalls() = default;
+
+    /// Opens a file for overwriting in place: never truncated, never waited for (a FIFO without a
+    /// reader, a terminal), never made the controlling terminal.
+    virtual int openFile(int folder, const char* name, Links links) = 0;
+    /// Opens a folder for listing; a link is refused.
+    virtual int openFolder(int folder, const char* name) = 0;
+    /// A descriptor that only names the entry: nothing is opened, no permission on it is needed.
+    virtual int openReference(int folder, const char* name, Links links) = 0;
+    /// Opens for overwriting what `openReference` named.
+    virtual int reopenFile(int reference) = 0;
+    /// Opens for listing what `openReference` named.
+    virtual int reopenFolder(int reference) = 0;
+    virtual int close(int descriptor) = 0;
+
+    virtual int status(int descriptor, FileStatus& status) = 0;
+    virtual int statusAt(int folder, const char* name, Links links, FileStatus& status) = 0;
+    /// 0 where the caller may read and write the entry, links followed.
+    virtual int canReadAndWrite(int folder, const char* name) = 0;
+    /// Sets the permission bits of an open file, folder or reference.
+    virtual int changeMode(int descriptor, std::uint32_t permissions) = 0;
+
+    /// Reads the whole folder into `listing`, in the file system's own order.
+    virtual int readFolder(int folder, FolderListing& listing) = 0;
+    virtual int makeFolder(int folder, const char* name) = 0;
+    /// Renames; -EEXIST where the new name is taken: nothing is ever replaced.
+    virtual int rename(int fromFolder, const char* from, int toFolder, const char* to) = 0;
+    virtual int removeFile(int folder, const char* name) = 0;
+    virtual int removeFolder(int folder, const char* name) = 0;
+
+    /// Bytes written at `offset`, possibly fewer than `size`.
+    virtual std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
+                                   std::uint64_t offset) = 0;
+    /// Asks the system to begin bringing a range to the medium, without waiting.
+    virtual int startFlush(int file, std::uint64_t offset, std::uint64_t size) = 0;
+    /// Brings the file's contents to the medium.
+    virtual int flushFile(int file) = 0;
+    /// Brings everything on the file's file system to the medium.
+    virtual int flushFileSystem(int file) = 0;
+    /// 1 where the file's file system lives in memory and has no medium, else 0.
+    virtual int livesInMemory(int file) = 0;
+};
+
+/// The real ones.
+std::unique_ptr<SystemCalls> makeSystemCalls();
+
+}  // namespace dorvanel::platform

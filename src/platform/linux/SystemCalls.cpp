@@ -1,0 +1,157 @@
+#include "platform/SystemCalls.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <stdio.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace dorvanel::platform {
+namespace {
+
+static_assert(SystemCalls::workingFolder == AT_FDCWD);
+
+constexpr int openForOverwriting = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+constexpr int openForListing = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+
+int resultOf(int returned) { return returned < 0 ? -errno : returned; }
+
+EntryKind kindOfMode(mode_t mode) {
+    if (S_ISREG(mode)) return EntryKind::regular;
+    if (S_ISDIR(mode)) return EntryKind::folder;
+    if (S_ISLNK(mode)) return EntryKind::link;
+    if (S_ISSOCK(mode)) return EntryKind::socket;
+    return EntryKind::other;
+}
+
+EntryKind kindOfEntry(unsigned char type) {
+    return type == DT_UNKNOWN ? EntryKind::unknown : kindOfMode(DTTOIF(type));
+}
+
+void translate(const struct stat& from, FileStatus& to) {
+    to.size = static_cast<std::uint64_t>(from.st_size);
+    to.device = from.st_dev;
+    to.inode = from.st_ino;
+    to.permissions = from.st_mode & 07777;
+    to.kind = kindOfMode(from.st_mode);
+}
+
+/// The name under which the kernel shows an open descriptor; opening it opens the same file.
+std::array<char, 32> magicLink(int descriptor) {
+    std::array<char, 32> path{};
+    std::snprintf(path.data(), path.size(), "/proc/self/fd/%d", descriptor);
+    return path;
+}
+
+class LinuxSystemCalls final : public SystemCalls {
+  public:
+    int openFile(int folder, const char* name, Links links) override {
+        return resultOf(::openat(folder, name, openForOverwriting | flagsOf(links)));
+    }
+    int openFolder(int folder, const char* name) override {
+        return resultOf(::openat(folder, name, openForListing | O_NOFOLLOW));
+    }
+    int openReference(int folder, const char* name, Links links) override {
+        return resultOf(::openat(folder, name, O_PATH | O_CLOEXEC | flagsOf(links)));
+    }
+    int reopenFile(int reference) override {
+        return resultOf(::open(magicLink(reference).data(), openForOverwriting));
+    }
+    int reopenFolder(int reference) override {
+        return resultOf(::open(magicLink(reference).data(), openForListing));
+    }
+    int close(int descriptor) override { return resultOf(::close(descriptor)); }
+
+    int status(int descriptor, FileStatus& status) override {
+        struct stat found {};
+        if (::fstat(descriptor, &found) != 0) return -errno;
+        translate(found, status);
+        return 0;
+    }
+    int statusAt(int folder, const char* name, Links links, FileStatus& status) override {
+        struct stat found {};
+        const int flags = links == Links::follow ? 0 : AT_SYMLINK_NOFOLLOW;
+        if (::fstatat(folder, name, &found, flags) != 0) return -errno;
+        translate(found, status);
+        return 0;
+    }
+    int canReadAndWrite(int folder, const char* name) override {
+        return resultOf(::faccessat(folder, name, R_OK | W_OK, AT_EACCESS));
+    }
+    int changeMode(int descriptor, std::uint32_t permissions) override {
+        if (::fchmod(descriptor, permissions) == 0) return 0;
+        if (errno != EBADF) return -errno;
+        // A reference has no file to change; its magic link leads to the entry itself.
+        return resultOf(::chmod(magicLink(descriptor).data(), permissions));
+    }
+
+    int readFolder(int folder, FolderListing& listing) override {
+        listing.clear();
+        if (::lseek(folder, 0, SEEK_SET) != 0) return -errno;
+        for (;;) {
+            const ssize_t got = ::getdents64(folder, buffer_.data(), buffer_.size());
+            if (got <= 0) return static_cast<int>(got < 0 ? -errno : 0);
+            for (ssize_t at = 0; at < got;) {
+                dirent64 entry;
+                const char* record = buffer_.data() + at;
+                std::memcpy(&entry, record, offsetof(dirent64, d_name));
+                const char* name = record + offsetof(dirent64, d_name);
+                if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0) {
+                    listing.add(name, kindOfEntry(entry.d_type));
+                }
+                at += entry.d_reclen;
+            }
+        }
+    }
+    int makeFolder(int folder, const char* name) override {
+        return resultOf(::mkdirat(folder, name, 0777));
+    }
+    int rename(int fromFolder, const char* from, int toFolder, const char* to) override {
+        if (::renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return 0;
+        if (errno != EINVAL) return -errno;
+        // A file system that cannot refuse to replace: look first.
+        struct stat found {};
+        if (::fstatat(toFolder, to, &found, AT_SYMLINK_NOFOLLOW) == 0) return -EEXIST;
+        return resultOf(::renameat(fromFolder, from, toFolder, to));
+    }
+    int removeFile(int folder, const char* name) override {
+        return resultOf(::unlinkat(folder, name, 0));
+    }
+    int removeFolder(int folder, const char* name) override {
+        return resultOf(::unlinkat(folder, name, AT_REMOVEDIR));
+    }
+
+    std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
+                           std::uint64_t offset) override {
+        const ssize_t written = ::pwrite(file, data, size, static_cast<off_t>(offset));
+        return written < 0 ? -errno : written;
+    }
+    int startFlush(int file, std::uint64_t offset, std::uint64_t size) override {
+        return resultOf(::sync_file_range(file, static_cast<off_t>(offset),
+                                          static_cast<off_t>(size), SYNC_FILE_RANGE_WRITE));
+    }
+    int flushFile(int file) override { return resultOf(::fdatasync(file)); }
+    int flushFileSystem(int file) override { return resultOf(::syncfs(file)); }
+    int livesInMemory(int file) override {
+        struct statfs found {};
+        if (::fstatfs(file, &found) != 0) return -errno;
+        return found.f_type == TMPFS_MAGIC || found.f_type == RAMFS_MAGIC ? 1 : 0;
+    }
+
+  private:
+    static int flagsOf(Links links) { return links == Links::follow ? 0 : O_NOFOLLOW; }
+
+    alignas(dirent64) std::array<char, 65536> buffer_;
+};
+
+}  // namespace
+
+std::unique_ptr<SystemCalls> makeSystemCalls() { return std::make_unique<LinuxSystemCalls>(); }
+
+}  // namespace dorvanel::platform
