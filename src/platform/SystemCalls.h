@@ -13,7 +13,7 @@ struct FileStatus {
     std::uint64_t size = 0;  ///< bytes
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-    std::uint64_t links = 0;  ///< names that it has
+    std::uint64_t links = 0;        ///< names that it has
     std::uint32_t permissions = 0;  ///< the lower twelve mode bits
     EntryKind kind = EntryKind::unknown;
 

@@ -104,13 +104,20 @@ bool ShreddingRun::confirmed() {
 
 bool ShreddingRun::applicationsQuit() {
     switch (mShutdownStatus) {
-        case logout: kalvet_logger("User selected Logout"); break;
-        case shutdown: kalvet_logger("User selected Shutdown"); break;
-        case restart: kalvet_logger("User selected Restart"); break;
-        default: break;
+        case logout:
+            kalvet_logger("User selected Logout");
+            break;
+        case shutdown:
+            kalvet_logger("User selected Shutdown");
+            break;
+        case restart:
+            kalvet_logger("User selected Restart");
+            break;
+        default:
+            break;
     }
     BrowserWatch& watch = parts_.browserWatch;
-    watch.stopWatching();
+    watch.invalidateTimer();
     watch.showNotEnabled();
     watch.disableProcessDisplay();
     watch.HandleBrowserWatchTimer(nullptr);
@@ -147,7 +154,7 @@ void ShreddingRun::end(RunResult result) {
 void ShreddingRun::collect() {
     skipped_.clear();
     for (const CollectorGroup& group : collectorGroups) {
-        if (group.isRunning(parts_.browserWatch.mIsRunning)) {
+        if (group.isRunning(parts_.browserWatch.isRunning())) {
             skipped_.emplace_back(group.name);
             continue;
         }
@@ -188,10 +195,17 @@ void ShreddingRun::HandleThread(std::vector<std::string>& paths) {
 
 void ShreddingRun::sendSystemEvent() {
     switch (mShutdownStatus) {
-        case logout: parts_.processControl.SendAppleEventToSystemProcess(kAEReallyLogOut); break;
-        case shutdown: parts_.processControl.SendAppleEventToSystemProcess(kAEShutDown); break;
-        case restart: parts_.processControl.SendAppleEventToSystemProcess(kAERestart); break;
-        default: break;
+        case logout:
+            parts_.processControl.SendAppleEventToSystemProcess(kAEReallyLogOut);
+            break;
+        case shutdown:
+            parts_.processControl.SendAppleEventToSystemProcess(kAEShutDown);
+            break;
+        case restart:
+            parts_.processControl.SendAppleEventToSystemProcess(kAERestart);
+            break;
+        default:
+            break;
     }
 }
 
