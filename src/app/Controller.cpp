@@ -7,17 +7,18 @@ namespace dorvanel {
 using platform::SheetCode;
 using platform::TerminateReply;
 
-Controller::Controller(const ControllerParts& parts)
-    : parts_(parts),
-      fileAccessInstance_({parts.system, parts.clock, parts.draws}, parts.preferencesInstance,
-                          parts.shreddingProgress, parts.fileName),
-      collectors_(mPathArray, parts.preferencesInstance, parts.files, parts.defaults, parts.clock),
-      profilesMenu_(parts.mainMenu, parts.files, parts.defaults, parts.alertPanel),
-      browserWatch_({parts.preferencesInstance, parts.listing, parts.runLoop, parts.sound},
-                    parts.watchOutlets, *this),
-      run_({fileAccessInstance_, parts.preferencesInstance, browserWatch_, collectors_, mPathArray,
-            ProcessControl{parts.processes, parts.events, parts.clock}, parts.alertPanel,
-            parts.myWindow, parts.application, parts.observer}) {
+Controller::Controller(ControllerParts parts)
+    : parts_(std::move(parts)),
+      fileAccessInstance_({parts_.system, parts_.clock, parts_.draws}, parts_.preferencesInstance,
+                          parts_.shreddingProgress, parts_.fileName),
+      collectors_(mPathArray, parts_.preferencesInstance, parts_.files, parts_.defaults,
+                  parts_.clock),
+      profilesMenu_(parts_.mainMenu, parts_.files, parts_.defaults, parts_.alertPanel),
+      browserWatch_({parts_.preferencesInstance, parts_.listing, parts_.runLoop, parts_.sound},
+                    parts_.watchOutlets, *this),
+      run_({fileAccessInstance_, parts_.preferencesInstance, browserWatch_, collectors_, mPathArray,
+            parts_.processes, parts_.events, parts_.clock, parts_.alertPanel, parts_.myWindow,
+            parts_.application, parts_.observer, parts_.beforeEachWait}) {
     makeDockMenu();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -50,13 +51,15 @@ struct ControllerParts {
     platform::TextField& fileName;
     BrowserWatchOutlets watchOutlets;
     RunObserver& observer;
+    /// Called now and then while the main thread waits for applications to quit; may be empty.
+    std::function<void()> beforeEachWait;
 };
 
 /// The application controller: the application's delegate and the owner of the engine, Browser
 /// Watch, the collectors, the Profiles menu and the run. Main thread.
 class Controller final : private BrowserWatchOwner {
   public:
-    explicit Controller(const ControllerParts& parts);
+    explicit Controller(ControllerParts parts);
 
     // Delegate of the application.
 
@@ -66,7 +69,7 @@ class Controller final : private BrowserWatchOwner {
     /// once while a run is being prepared, behind an alert for example.
     platform::TerminateReply applicationShouldTerminate();
     /// Saves the preferences.
-    void applicationWillTerminate();
+    platform::Result<platform::Done> applicationWillTerminate();
     /// A file handed over by the system is acknowledged; the document takes it in.
     bool applicationOpenFile(const std::string& path);
     void applicationDidBecomeActive() {}

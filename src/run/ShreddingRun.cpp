@@ -5,6 +5,7 @@
 #include "engine/ActivityLog.h"
 #include "run/CollectorOrder.h"
 #include "run/ItemSummary.h"
+#include "run/ProcessControl.h"
 
 namespace dorvanel {
 
@@ -123,7 +124,8 @@ bool ShreddingRun::applicationsQuit() {
     watch.HandleBrowserWatchTimer(nullptr);
     kalvet_logger("");
 
-    const std::int16_t running = parts_.processControl.KillEveryone();
+    const std::int16_t running =
+        KillEveryone(parts_.processes, parts_.clock, parts_.beforeEachWait);
     if (running == 0) return true;
     const AlertButton answer = parts_.alertPanel.runAlertPanel(
         "Dorvanel Quit Browsers",
@@ -194,15 +196,19 @@ void ShreddingRun::HandleThread(std::vector<std::string>& paths) {
 }
 
 void ShreddingRun::sendSystemEvent() {
+    // What comes of it is not looked at: the run is over, and the system tells the user itself.
+    const auto send = [this](platform::FourCharCode event) {
+        SendAppleEventToSystemProcess(parts_.events, event);
+    };
     switch (mShutdownStatus) {
         case logout:
-            parts_.processControl.SendAppleEventToSystemProcess(kAEReallyLogOut);
+            send(platform::kAEReallyLogOut);
             break;
         case shutdown:
-            parts_.processControl.SendAppleEventToSystemProcess(kAEShutDown);
+            send(platform::kAEShutDown);
             break;
         case restart:
-            parts_.processControl.SendAppleEventToSystemProcess(kAERestart);
+            send(platform::kAERestart);
             break;
         default:
             break;

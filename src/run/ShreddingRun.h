@@ -2,16 +2,20 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "engine/FileAccess.h"
 #include "platform/AlertPanel.h"
 #include "platform/Application.h"
+#include "platform/Clock.h"
+#include "platform/ProcessManager.h"
+#include "platform/SystemEvents.h"
 #include "platform/Window.h"
 #include "prefs/PreferenceReader.h"
-#include "run/ProcessControl.h"
 #include "run/RunReport.h"
 #include "targets/Collectors.h"
 #include "watch/BrowserWatch.h"
@@ -29,14 +33,18 @@ class ShreddingRun {
         BrowserWatch& browserWatch;
         Collectors& collectors;
         std::vector<std::string>& mPathArray;  ///< the shred list that the collectors fill
-        ProcessControl& processControl;
+        platform::ProcessManager& processes;
+        platform::SystemEvents& events;
+        platform::Clock& clock;
         platform::AlertPanel& alertPanel;
         platform::Window& myWindow;
         platform::Application& application;
         RunObserver& observer;
+        /// Called before each half second of waiting for applications to quit; may be empty.
+        std::function<void()> beforeEachWait;
     };
 
-    explicit ShreddingRun(Parts parts) : parts_(parts) {}
+    explicit ShreddingRun(Parts parts) : parts_(std::move(parts)) {}
     /// Waits for the worker.
     ~ShreddingRun() { waitForWorker(); }
     ShreddingRun(const ShreddingRun&) = delete;
