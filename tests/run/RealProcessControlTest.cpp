@@ -27,10 +27,10 @@ TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
     int ending = -1;
     // The test is its parent: it must be waited for before it can be gone.
     const auto end = [&] {
-        if (ending < 0) ending = safari.waitForEnd();
+        if (ending < 0) ending = safari.process().waitForEnd();
     };
     EXPECT_EQ(KillEveryone(processes, clock, end), 0);
-    EXPECT_EQ(ending, SIGTERM);
+    EXPECT_EQ(ending, 128 + SIGTERM);
     EXPECT_EQ(clock.sleeps.size(), 1U);
 }
 
@@ -56,7 +56,7 @@ TEST_F(RealProcessControlTest, OneThatHasEndedButWasNotWaitedForIsNotCounted) {
     FakeApplication safari(folder.path(), "Safari", "APPLsfri");
     OnlyTheseProcesses processes({safari.pid()});
     ASSERT_EQ(Killer(processes, 0), 1);
-    safari.killWithoutWaiting();
+    safari.process().killWithoutWaiting();
     EXPECT_EQ(Killer(processes, 0), 0);
 }
 

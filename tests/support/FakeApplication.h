@@ -1,44 +1,35 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <filesystem>
 #include <string>
+#include <vector>
+
+#include "support/ChildProcess.h"
 
 namespace dorvanel::test {
 
-/// A real process in a real application bundle that the test makes; killed, by its number and
-/// nothing else, at the end.
+/// A real process in a real application bundle that the test makes.
 class FakeApplication {
   public:
     /// Makes FOLDER/NAME.app with `pkgInfo` (no such file when it is empty), starts its program
-    /// with `argument`, and returns when that is set up.
+    /// with `argument`, by the command `launcher` if there is one, and returns when it is set up.
     FakeApplication(const std::filesystem::path& folder, const std::string& name,
-                    const std::string& pkgInfo, const std::string& argument = {});
-    ~FakeApplication();
-    FakeApplication(const FakeApplication&) = delete;
-    FakeApplication& operator=(const FakeApplication&) = delete;
+                    const std::string& pkgInfo, const std::string& argument = {},
+                    const std::vector<std::string>& launcher = {});
 
-    [[nodiscard]] pid_t pid() const { return pid_; }
-    [[nodiscard]] const std::filesystem::path& bundle() const { return bundle_; }
-    [[nodiscard]] std::filesystem::path executable() const;
+    [[nodiscard]] ChildProcess& process() { return process_; }
+    [[nodiscard]] pid_t pid() const { return process_.pid(); }
+    [[nodiscard]] bool isRunning() const { return process_.isRunning(); }
+    [[nodiscard]] const std::filesystem::path& executable() const { return executable_; }
 
     /// Has it become the program that was its argument, and waits until that is set up.
     void becomeOther();
-    /// Whether it has not ended; one that nobody has waited for has ended.
-    [[nodiscard]] bool isRunning() const;
-    /// Kills it and leaves it a zombie.
-    void killWithoutWaiting();
-    /// Waits for its end and returns the signal that ended it, 0 for none.
-    int waitForEnd();
 
   private:
-    void waitUntilReady() const;
+    void waitUntilReady();
 
-    std::filesystem::path bundle_;
-    std::string name_;
-    pid_t pid_ = -1;
-    int output_ = -1;
+    std::filesystem::path executable_;
+    ChildProcess process_;
 };
 
 /// Makes the bundle's folders and files but starts nothing; returns the program's path.

@@ -5,19 +5,21 @@
 //   fake_application stay     takes no notice of SIGTERM
 //   fake_application FILE     becomes the program FILE on SIGUSR1
 
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstring>
 
 int main(int argc, char** argv) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that crashes leaves nothing behind
     const char* next = argc > 1 && std::strcmp(argv[1], "stay") != 0 ? argv[1] : nullptr;
     if (argc > 1 && next == nullptr) std::signal(SIGTERM, SIG_IGN);
     sigset_t become;
     sigemptyset(&become);
     sigaddset(&become, SIGUSR1);
     sigprocmask(SIG_BLOCK, &become, nullptr);
-    if (write(STDOUT_FILENO, "ready", 5) != 5) return 1;
+    if (write(STDOUT_FILENO, "ready\n", 6) != 6) return 1;
     int received = 0;
     while (sigwait(&become, &received) != 0 || next == nullptr) {
     }

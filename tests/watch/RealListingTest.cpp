@@ -51,7 +51,7 @@ TEST_F(RealListingTest, ARealApplicationIsSeenRunningAndItsEndStartsARun) {
 TEST_F(RealListingTest, AnApplicationThatHasEndedButWasNotWaitedForHasQuit) {
     FakeApplication safari(folder / "apps", "Safari", "APPLsfri");
     harness.pass();
-    safari.killWithoutWaiting();
+    safari.process().killWithoutWaiting();
     harness.pass();
     EXPECT_EQ(harness.owner.runs, 1);
 }
