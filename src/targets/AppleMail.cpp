@@ -1,0 +1,97 @@
+#include <unordered_set>
+
+#include "engine/ActivityLog.h"
+#include "targets/Catalogue.h"
+#include "targets/Collectors.h"
+#include "targets/LogTexts.h"
+#include "targets/MailboxSelection.h"
+#include "targets/PathComponents.h"
+
+namespace dorvanel {
+namespace {
+
+std::string valueOf(const MailboxRow& row, const std::string& column) {
+    const auto found = row.find(column);
+    return found == row.end() ? std::string() : found->second;
+}
+
+}  // namespace
+
+void Collectors::AppleMail12() {
+    kalvet_logger("Apple Mail 1.2 (Jaguar)");
+    if (!isEnabled("Apple Mail")) {
+        kalvet_logger(notEnabledLine);
+    } else {
+        collectPath(isOn("ShredCache"), "~/Library/Caches/Mail");
+        collectPath(isOn("ShredAppleMailJunk"), "~/Library/Mail/Mailboxes/Junk.mbox");
+        const std::string mail = platform::expandingTilde("~/Library/Mail");
+        for (const std::string& entry : files_.directoryContentsAtPath(mail)) {
+            if (entry.starts_with("POP")) collectAccount(appendingPathComponent(mail, entry));
+        }
+    }
+    kalvet_logger(separatorLine);
+}
+
+void Collectors::collectAccount(const std::string& account) {
+    const bool trash = isOn("ShredMailTrash");
+    for (const char* name : {"Deleted Items.mbox", "Deleted Messages.mbox", "Trash.mbox"}) {
+        const std::string path = appendingPathComponent(account, name);
+        kalvet_logger(trash ? path : "Skip: " + path);
+        if (trash) mPathArray.push_back(path);
+    }
+    // The junk mailbox has the same line whether it is taken or not.
+    const std::string junk = appendingPathComponent(account, "Junk.mbox");
+    kalvet_logger(junk);
+    if (isOn("ShredAppleMailJunk")) mPathArray.push_back(junk);
+}
+
+void Collectors::AppleMail20() {
+    kalvet_logger("Apple Mail 2.0 (Tiger)");
+    if (!isEnabled("Apple Mail")) {
+        kalvet_logger(notEnabledLine);
+    } else {
+        updateIndex(
+            appendingPathComponent(platform::expandingTilde("~/Library/Mail"), "Envelope Index"));
+    }
+    kalvet_logger(separatorLine);
+}
+
+void Collectors::updateIndex(const std::string& indexPath) {
+    if (!files_.fileExistsAtPath(indexPath)) {
+        kalvet_logger(
+            "Envelope Index does not exist - launch Mail 2 to create an Envelope Index database");
+        return;
+    }
+    const std::unique_ptr<EnvelopeIndex> index = EnvelopeIndex::open(indexPath, clock_);
+    if (index == nullptr) {
+        kalvet_logger(
+            "Could not open Envelope Index - launch Mail 2 to repair the Envelope Index database");
+        return;
+    }
+    mMailboxRows.clear();
+    if (const auto read = index->readMailboxes(mMailboxRows); !read) {
+        kalvet_logger(
+            "Could not obtain a list of Mailboxes - launch Mail 2 to repair the Envelope Index "
+            "database");
+        kalvet_logger(read.error().detail);
+        return;
+    }
+    removeMessages(*index);
+}
+
+void Collectors::removeMessages(EnvelopeIndex& index) {
+    // Made once: the list may be long, and each mailbox asks it up to twice.
+    const std::unordered_set<std::string_view> shredList(mPathArray.begin(), mPathArray.end());
+    for (const MailboxRow& row : mMailboxRows) {
+        if (!mailboxIsSelected(parseMailboxUrl(valueOf(row, "url")), shredList)) continue;
+        const std::string rowid = valueOf(row, "ROWID");
+        kalvet_logger("delete from messages where mailbox == " + rowid);
+        if (const auto removed = index.removeMessages(rowid); !removed) {
+            kalvet_logger("Could not remove messages from index database");
+            kalvet_logger(removed.error().detail);
+            kalvet_logger(separatorLine);
+        }
+    }
+}
+
+}  // namespace dorvanel

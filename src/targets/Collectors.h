@@ -1,0 +1,102 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Clock.h"
+#include "platform/FileManager.h"
+#include "platform/UserDefaults.h"
+#include "prefs/PreferenceReader.h"
+#include "targets/EnvelopeIndex.h"
+
+namespace dorvanel {
+
+struct FixedPathTargets;
+struct FixedPathGroup;
+struct FixedPath;
+struct ProfileTargets;
+
+/// The target collectors, one for each supported application and version. A collector appends to
+/// the shred list what the preferences select, writes each decision to the Activity Log under its
+/// label, and ends with one separator line. None fails: what goes wrong is a line of the log.
+/// Collectors only append and never look for duplicates. They run one after another on the main
+/// thread, before the worker of a run starts.
+class Collectors {
+  public:
+    /// `pathArray` is the run's shred list: UTF-8 or other bytes, absolute. All five must outlive
+    /// the collectors; the clock is what a locked message index is waited for with.
+    Collectors(std::vector<std::string>& pathArray, PreferenceReader& preferences,
+               platform::FileManager& files, platform::UserDefaults& defaults,
+               platform::Clock& clock);
+
+    // Traces in fixed places: the rows of Catalogue.h.
+    void QuicktimeCache();
+    void MailCache();
+    void IE51();
+    void iCab28();
+    void OmniWeb41();
+    void OmniWeb51();
+    void Opera50();
+    void Opera60();
+    void Opera70();
+    void AppleMail11();
+    void Eudora51();
+    void Eudora62();
+    void Safari10();
+
+    // Profiles of the Mozilla family: the rows of ProfileCatalogue.h.
+    void Camino07();
+    void Camino08();
+    void Firefox08();
+    void Firefox10();
+    void Firefox15();
+    void Mozilla();
+    /// The trash of every account below a profile's "Mail" folder (absolute path); no label and no
+    /// separator of its own.
+    void MozillaMail(const std::string& mailFolder);
+
+    // Mail stores.
+    /// The mailboxes of every POP account folder.
+    void AppleMail12();
+    /// Removes from Apple Mail 2's message index the messages of the mailboxes that the shred list
+    /// holds, and of every trash mailbox; appends nothing. Call it after the other two of Apple
+    /// Mail. Waits two seconds in all for an index that another program has locked.
+    void AppleMail20();
+    /// Swaps the spam mailbox for a copy of the empty template, and takes the old one.
+    void Mailsmith21();
+
+    /// The mailboxes that AppleMail20 read last; kept until it reads them again.
+    [[nodiscard]] const MailboxRows& mailboxRows() const { return mMailboxRows; }
+
+  private:
+    [[nodiscard]] bool isEnabled(std::string_view application);
+    [[nodiscard]] bool isOn(std::string_view key) const;
+
+    void collectFixedPaths(const FixedPathTargets& targets);
+    void collectGroup(const FixedPathGroup& group);
+    /// Takes one path, or skips it, with the usual line; one place for the catalogue and mail
+    /// stores.
+    void collectPath(bool on, const FixedPath& target);
+
+    void collectProfiles(const ProfileTargets& targets);
+    void collectProfile(const ProfileTargets& targets, const std::string& profile);
+    void collectProfileGroups(const ProfileTargets& targets, const std::string& folder);
+    /// One "Shred:" or "Skip:" line, then a line for each path.
+    void collectPaths(std::string_view key, const std::vector<std::string>& paths);
+
+    void collectAccount(const std::string& account);
+    void updateIndex(const std::string& indexPath);
+    void removeMessages(EnvelopeIndex& index);
+
+    void swapSpam(const std::string& templateFolder);
+
+    std::vector<std::string>& mPathArray;
+    PreferenceReader& preferencesInstance;
+    platform::FileManager& files_;
+    platform::UserDefaults& defaults_;
+    platform::Clock& clock_;
+    MailboxRows mMailboxRows;
+};
+
+}  // namespace dorvanel

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace dorvanel {
+
+/// Joins as the Mac joins path components: exactly one slash in between, none at the end; an empty
+/// component adds nothing.
+std::string appendingPathComponent(std::string_view path, std::string_view component);
+
+/// "PATH.EXTENSION".
+std::string appendingPathExtension(std::string_view path, std::string_view extension);
+
+/// The text after the last full stop of a name; "" when it has none.
+std::string pathExtension(std::string_view name);
+
+}  // namespace dorvanel

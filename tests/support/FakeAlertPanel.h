@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/AlertPanel.h"
+
+namespace dorvanel::test {
+
+/// Remembers every alert it was asked to show, and answers `answer`.
+class FakeAlertPanel final : public platform::AlertPanel {
+  public:
+    struct Alert {
+        std::string title, message, defaultButton, alternateButton, otherButton;
+    };
+
+    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                        const std::string& defaultButton,
+                                        const std::string& alternateButton,
+                                        const std::string& otherButton) override {
+        alerts.push_back({title, message, defaultButton, alternateButton, otherButton});
+        return answer;
+    }
+
+    platform::AlertButton answer = platform::AlertButton::defaultButton;
+    std::vector<Alert> alerts;
+};
+
+}  // namespace dorvanel::test

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "engine/ActivityLog.h"
+#include "support/TemporaryFolder.h"
+
+namespace dorvanel::test {
+
+/// Keeps the real Activity Log of the present HOME open while it lives, and reads it back without
+/// the time stamps. For tests that link the engine.
+class LogCapture {
+  public:
+    LogCapture() { restart(); }
+    ~LogCapture() { kalvet_logger_close(); }
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+
+    /// Empties the log.
+    void restart() {
+        kalvet_logger_close();
+        kalvet_logger_open();
+    }
+
+    [[nodiscard]] std::vector<std::string> lines() const {
+        constexpr std::size_t stampLength = 25;
+        std::vector<std::string> lines;
+        const std::string text = readFile(activityLogPath());
+        for (std::size_t start = 0; start < text.size();) {
+            const std::size_t end = text.find('\n', start);
+            lines.push_back(text.substr(start + stampLength, end - start - stampLength));
+            start = end + 1;
+        }
+        return lines;
+    }
+};
+
+}  // namespace dorvanel::test
