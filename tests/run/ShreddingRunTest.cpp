@@ -52,7 +52,7 @@ TEST_F(ShreddingRunTest, ShredsWhatTheCollectorsTakeAndTellsHowItEnded) {
 
 TEST_F(ShreddingRunTest, CallsTheCollectorsInTheirOrder) {
     run.shredAndLogout();
-    std::vector<std::string> labels;
+    std::vector<std::string> wanted;
     for (const char* label : {"IE",
                               "iCab",
                               "OmniWeb 4",
@@ -75,13 +75,13 @@ TEST_F(ShreddingRunTest, CallsTheCollectorsInTheirOrder) {
                               "Firefox 1.0",
                               "Firefox 1.5",
                               "Quicktime Cache"}) {
-        labels.emplace_back(label);
+        wanted.emplace_back(label);
     }
     std::vector<std::string> seen;
     for (const std::string& line : logLines()) {
-        if (std::find(labels.begin(), labels.end(), line) != labels.end()) seen.push_back(line);
+        if (std::find(wanted.begin(), wanted.end(), line) != wanted.end()) seen.push_back(line);
     }
-    EXPECT_EQ(seen, labels);
+    EXPECT_EQ(seen, wanted);
 }
 
 TEST_F(ShreddingRunTest, ASecondRequestWhileAnAlertIsOpenDoesNothingAndWritesNothing) {
