@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
 
 #include "platform/Permissions.h"
 
@@ -10,6 +11,8 @@ namespace dorvanel {
 namespace {
 
 std::FILE* gLog = nullptr;
+/// A run that is asked for while another works starts the log afresh under the worker's hands.
+std::mutex gLogMutex;
 
 }  // namespace
 
@@ -19,6 +22,7 @@ std::string activityLogPath() {
 }
 
 void kalvet_logger_open() {
+    const std::lock_guard lock(gLogMutex);
     const std::string path = activityLogPath();
     if (path.empty() || gLog != nullptr) return;
     gLog = std::fopen(path.c_str(), "we");  // "e": not inherited by the programs we start
@@ -26,6 +30,7 @@ void kalvet_logger_open() {
 }
 
 void kalvet_logger(std::string_view message) {
+    const std::lock_guard lock(gLogMutex);
     if (gLog == nullptr) return;
     const std::time_t now = std::time(nullptr);
     char stamp[26];  // the length that ctime_r asks for: 24 characters, newline, terminator
@@ -38,6 +43,7 @@ void kalvet_logger(std::string_view message) {
 }
 
 void kalvet_logger_close() {
+    const std::lock_guard lock(gLogMutex);
     if (gLog == nullptr) return;
     std::fclose(gLog);
     gLog = nullptr;

@@ -6,8 +6,8 @@
 namespace dorvanel {
 
 /// The Activity Log: one file of dated lines, "HOME/Library/Logs/Dorvanel X Log.txt". Closed at
-/// first; while closed every message is dropped. One handle for the process, no lock: a run's
-/// worker and the thread that starts and ends runs never write at the same time.
+/// first; while closed every message is dropped. One handle for the process; any thread may call,
+/// and each line is written whole.
 
 /// Opens the log if it is closed: creates or empties the file and lets everybody read and write
 /// it (0777). An open log stays as it is. A failure, or HOME unset, leaves it closed, in silence.

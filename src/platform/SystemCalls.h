@@ -13,6 +13,7 @@ struct FileStatus {
     std::uint64_t size = 0;  ///< bytes
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
+    std::uint64_t links = 0;        ///< names that it has
     std::uint32_t permissions = 0;  ///< the lower twelve mode bits
     EntryKind kind = EntryKind::unknown;
 
@@ -55,7 +56,7 @@ class SystemCalls {
     /// Sets the permission bits of an open file, folder or reference.
     virtual int changeMode(int descriptor, std::uint32_t permissions) = 0;
 
-    /// Reads the whole folder into `listing`, in the file system's own order.
+    /// Reads the whole of a freshly opened folder into `listing`, in the file system's own order.
     virtual int readFolder(int folder, FolderListing& listing) = 0;
     virtual int makeFolder(int folder, const char* name) = 0;
     /// Renames; -EEXIST where the new name is taken: nothing is ever replaced.

@@ -20,7 +20,9 @@ static_assert(SystemCalls::workingFolder == AT_FDCWD);
 constexpr int openForOverwriting = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr int openForListing = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-int resultOf(int returned) { return returned < 0 ? -errno : returned; }
+int resultOf(int returned) {
+    return returned < 0 ? -errno : returned;
+}
 
 EntryKind kindOfMode(mode_t mode) {
     if (S_ISREG(mode)) return EntryKind::regular;
@@ -38,6 +40,7 @@ void translate(const struct stat& from, FileStatus& to) {
     to.size = static_cast<std::uint64_t>(from.st_size);
     to.device = from.st_dev;
     to.inode = from.st_ino;
+    to.links = from.st_nlink;
     to.permissions = from.st_mode & 07777;
     to.kind = kindOfMode(from.st_mode);
 }
@@ -93,7 +96,6 @@ class LinuxSystemCalls final : public SystemCalls {
 
     int readFolder(int folder, FolderListing& listing) override {
         listing.clear();
-        if (::lseek(folder, 0, SEEK_SET) != 0) return -errno;
         for (;;) {
             const ssize_t got = ::getdents64(folder, buffer_.data(), buffer_.size());
             if (got <= 0) return static_cast<int>(got < 0 ? -errno : 0);
@@ -152,6 +154,8 @@ class LinuxSystemCalls final : public SystemCalls {
 
 }  // namespace
 
-std::unique_ptr<SystemCalls> makeSystemCalls() { return std::make_unique<LinuxSystemCalls>(); }
+std::unique_ptr<SystemCalls> makeSystemCalls() {
+    return std::make_unique<LinuxSystemCalls>();
+}
 
 }  // namespace dorvanel::platform

@@ -1,0 +1,187 @@
+#!/usr/bin/env python3
+"""Shreds the same data with dorvanel and with other programs, in turns, and prints what each took.
+
+Every run gets data laid out afresh and already on the medium; a table's runs are interleaved, so
+that what else the machine does meets all programs alike; medians are told.
+"""
+
+import argparse
+import os
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+import datasets
+import report
+from programs import Programs
+
+
+def file_system(folder):
+    df = ["df", "--output=fstype", folder]
+    told = subprocess.run(df, check=True, stdout=subprocess.PIPE, text=True).stdout
+    return told.split()[-1]
+
+
+class Run:
+    def __init__(self, wall, cpu, peak):
+        self.wall = wall  # seconds
+        self.cpu = cpu  # seconds
+        self.peak = peak  # KiB
+
+
+class Table:
+    """What the runs of one data set on one medium gave: a list of runs for each program."""
+
+    def __init__(self, key, medium, data, programs):
+        self.key = key
+        self.medium = medium
+        self.data = data
+        self.programs = {p.name: p for p in programs}
+        self.runs = {p.name: [] for p in programs}
+        self.failed = {}  # program -> why
+        self.limit = []  # seconds of plain writing, where it was measured
+        self.removal = []  # seconds of removing the one file, where it was measured
+
+    def wall(self, program):
+        """The median in seconds, or nothing where the program was not measured."""
+        runs = self.runs.get(program)
+        return statistics.median(r.wall for r in runs) if runs else None
+
+    def peak(self, program):
+        """The highest peak in KiB."""
+        runs = self.runs.get(program)
+        return max(r.peak for r in runs) if runs else None
+
+
+class Bench:
+    def __init__(self, options, scratch):
+        self.options = options
+        self.scratch = scratch  # medium -> folder
+        self.homes = os.path.join(scratch["tmpfs"], "homes")
+        self.programs = Programs(options.bin, self.homes)
+        self.measure = os.path.join(options.bin, "bench_measure")
+        self.tables = []
+
+    def run_once(self, table, program, folder):
+        os.makedirs(folder, exist_ok=True)
+        item = table.data.make(folder)
+        result = os.path.join(self.scratch["tmpfs"], "result")
+        subprocess.run(["sync", "-f", folder], check=True)
+        subprocess.run(
+            [self.measure, result, *program.on(item, table.medium == "disk")],
+            check=True,
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
+        with open(result, encoding="ascii") as file:
+            wall, cpu, peak, status = file.read().split()
+        left = os.listdir(folder)
+        if status != "0" or left:
+            table.failed[program.name] = f"status {status}, {len(left)} left"
+            shutil.rmtree(folder)
+        else:
+            table.runs[program.name].append(Run(float(wall), float(cpu), int(peak)))
+
+    def limit_once(self, table, passes, folder):
+        os.makedirs(folder, exist_ok=True)
+        item = table.data.make(folder)
+        subprocess.run(["sync", "-f", folder], check=True)
+        table.limit.append(self.programs.write_limit(passes, item))
+        start = time.monotonic()
+        os.unlink(item)
+        table.removal.append(time.monotonic() - start)
+
+    def table(self, key, medium, data, programs, limit_passes=0, repetitions=0):
+        if self.options.only and not re.search(self.options.only, f"{key} {medium}"):
+            return
+        folder = os.path.join(self.scratch[medium], "data")
+        table = Table(key, medium, data, programs)
+        for _ in range(repetitions or self.options.repetitions):
+            for program in programs:
+                if program.name not in table.failed:
+                    self.run_once(table, program, folder)
+            if limit_passes:
+                self.limit_once(table, limit_passes, folder)
+        self.tables.append(table)
+        print(report.table(table), flush=True)
+
+    def all(self):
+        quick = self.options.quick
+        large = datasets.large_file(16 if quick else 512)
+        small = datasets.small_files(200 if quick else 10000, 10 if quick else 100)
+        cache = datasets.browser_cache(500 if quick else 5000)
+        programs = self.programs
+        for medium in "tmpfs", "disk":
+            for passes, pattern in (1, "random"), (3, "random"), (1, "zero"):
+                chosen = programs.for_large_file(passes, pattern)
+                self.table(f"large {passes} {pattern}", medium, large, chosen, passes)
+            self.table("small", medium, small, programs.for_tree())
+            self.table("cache", medium, cache, programs.for_tree())
+        starts = programs.for_one_small_file()
+        self.table("start", "tmpfs", datasets.one_small_file(), starts, repetitions=21)
+        folder = datasets.one_folder(1000 if quick else 100000)
+        self.table("folder", "tmpfs", folder, programs.for_one_folder(), repetitions=1)
+
+
+def parse():
+    parser = argparse.ArgumentParser(prog="./dev bench", description=__doc__)
+    add = parser.add_argument
+    add("--bin", required=True, help=argparse.SUPPRESS)
+    add("--quick", action="store_true", help="small data, one repetition: a smoke test")
+    add("--write", action="store_true", help="keep the result in docs/benchmarks.md")
+    add("--only", metavar="REGEX", help="only the tables that match, as in 'small tmpfs'")
+    add("--repetitions", type=int, default=5, metavar="N", help="runs of each (5)")
+    add("--tmpfs", default="/dev/shm", metavar="DIR", help="a folder in memory")
+    add("--disk", metavar="DIR", help="a folder on a disk (the build folder)")
+    options = parser.parse_args()
+    options.bin = os.path.abspath(options.bin)
+    options.disk = options.disk or os.path.dirname(options.bin)
+    if options.quick:
+        options.repetitions = 1
+    if file_system(options.tmpfs) != "tmpfs":
+        parser.error(f"{options.tmpfs} is not on tmpfs: name another with --tmpfs")
+    if file_system(options.disk) in ("tmpfs", "ramfs"):
+        parser.error(f"{options.disk} is not on a disk: name another with --disk")
+    for folder in options.tmpfs, options.disk:
+        if not options.quick and shutil.disk_usage(folder).free < 2 << 30:
+            parser.error(f"{folder} has less than 2 GiB free")
+    if options.write and (options.quick or options.only):
+        parser.error("--write keeps whole results only: leave out --quick and --only")
+    return options
+
+
+def main():
+    options = parse()
+    scratch = {}
+    try:
+        for medium, folder in ("tmpfs", options.tmpfs), ("disk", options.disk):
+            scratch[medium] = tempfile.mkdtemp(prefix="dorvanel-bench-", dir=folder)
+        bench = Bench(options, scratch)
+        systems = {medium: file_system(folder) for medium, folder in scratch.items()}
+        described = report.machine(systems, options.repetitions)
+        print(described)
+        for name in bench.programs.missing:
+            print(f"{name} is not there: its rows are left out")
+        print()
+        bench.all()
+        goals = report.goals(bench.tables)
+        print(goals)
+        if options.quick:
+            print("Small data, one repetition: the numbers above only show that all of it runs.")
+    finally:
+        for folder in scratch.values():
+            shutil.rmtree(folder, ignore_errors=True)
+    if options.write:
+        root = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+        with open(os.path.join(root, "docs", "benchmarks.md"), "w", encoding="utf-8") as file:
+            file.write(report.page(described, goals, bench.tables))
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,91 @@
+#include "engine/FeedbackLanes.h"
+
+namespace dorvanel::additive {
+namespace {
+
+constexpr std::size_t laneCount = 8;
+using Lanes = std::uint32_t __attribute__((vector_size(laneCount * sizeof(std::uint32_t))));
+/// The window and the words that follow it, as many as a jump looks at.
+using Extended = std::array<std::uint32_t, 2 * degree - 1>;
+/// For each word of the window the factors of all lanes' jumps.
+using LaneJump = Lanes[degree];
+
+/// Lane k starts k stretches on; one table for each size of stretch, from 256 words to 8192.
+constexpr std::size_t stretchSizes = 6;
+
+struct LaneJumps {
+    LaneJump bySize[stretchSizes];
+
+    LaneJumps() {
+        Jump stretch = jumpBy(bulkUnit / laneCount);
+        for (LaneJump& jumps : bySize) {
+            Jump jump = jumpBy(0);
+            for (std::size_t lane = 0; lane < laneCount; ++lane) {
+                for (std::size_t m = 0; m < degree; ++m) jumps[m][lane] = jump.factors[m];
+                jump = jump * stretch;
+            }
+            stretch = stretch * stretch;
+        }
+    }
+};
+
+const LaneJumps& laneJumps() {
+    static const LaneJumps jumps;
+    return jumps;
+}
+
+namespace baseline {
+#include "engine/FeedbackLanesKernel.h"
+}  // namespace baseline
+
+#if defined(__x86_64__)
+#pragma GCC push_options
+#pragma GCC target("avx2")
+namespace avx2 {
+#include "engine/FeedbackLanesKernel.h"
+}  // namespace avx2
+#pragma GCC pop_options
+#endif
+
+/// What the processor at hand runs best.
+struct Kernel {
+    void (*jumpWindow)(const Extended&, const Jump&, Window&);
+    void (*runLanes)(const Extended&, const LaneJump&, std::uint16_t*, std::size_t);
+};
+
+Kernel chooseKernel() {
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx2")) return {avx2::jumpWindow, avx2::runLanes};
+#endif
+    return {baseline::jumpWindow, baseline::runLanes};
+}
+
+const Kernel& kernel() {
+    static const Kernel chosen = chooseKernel();
+    return chosen;
+}
+
+Extended extend(const Window& window) {
+    Extended words;
+    for (std::size_t i = 0; i < degree; ++i) words[i] = window[i];
+    for (std::size_t i = degree; i < words.size(); ++i) {
+        words[i] = words[i - degree] + words[i - degree + tap];
+    }
+    return words;
+}
+
+}  // namespace
+
+Window jumped(const Window& window, const Jump& jump) {
+    Window result{};
+    kernel().jumpWindow(extend(window), jump, result);
+    return result;
+}
+
+void makeWords(const Window& window, std::uint16_t* words, std::size_t count) {
+    std::size_t size = 0;
+    while (bulkUnit << size < count) ++size;
+    kernel().runLanes(extend(window), laneJumps().bySize[size], words, count / laneCount);
+}
+
+}  // namespace dorvanel::additive

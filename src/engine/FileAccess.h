@@ -1,0 +1,101 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "engine/DeletionHandler.h"
+#include "engine/DrawSequence.h"
+#include "engine/FileOverwriter.h"
+#include "engine/FlushBatch.h"
+#include "engine/Outcome.h"
+#include "engine/ProgressReport.h"
+#include "engine/TreeWalk.h"
+#include "platform/Clock.h"
+#include "platform/OpenPanel.h"
+#include "platform/Outlets.h"
+#include "platform/SystemCalls.h"
+#include "prefs/PreferenceReader.h"
+
+namespace dorvanel {
+
+/// What the engine stands on; all of it must outlive the engine.
+struct EngineServices {
+    platform::SystemCalls& system;
+    const platform::Clock& clock;
+    DrawSequence& draws;
+};
+
+/// The shredding engine: overwrites, renames and deletes files and folder trees. One request at a
+/// time, on whatever thread calls; `requestStop` alone may be called from any thread and from a
+/// signal handler.
+class FileAccess {
+  public:
+    FileAccess(EngineServices services, const PreferenceReader& preferencesInstance,
+               platform::ProgressIndicator& shreddingProgress, platform::TextField& fileName);
+    FileAccess(const FileAccess&) = delete;
+    FileAccess& operator=(const FileAccess&) = delete;
+
+    /// Shreds every item of the list, absolute paths in bytes, one after another, and empties the
+    /// list. Items that do not exist are passed over. Nothing is reported; see `outcome`.
+    void shredDroppedFile(std::vector<std::string>& paths);
+
+    /// Lets the user pick files and shreds them at once. Main thread.
+    void openDoc(platform::OpenPanel& panel);
+
+    /// Overwrites one file, a link's target in place of the link; does not remove it. Nothing
+    /// happens where the path leads nowhere or cannot be opened. The contents are on the medium
+    /// when the call returns.
+    void shredOneFile(const std::string& path);
+
+    /// Bytes of a file, a link's target, or of all files below a folder.
+    std::uint64_t sizeInBytes(const std::string& path);
+
+    /// Moves the item into a new holding folder beside it and gives everything inside a random
+    /// name. Returns the holding folder's path.
+    std::string moveAndRename(const std::string& path);
+
+    /// Two predicates of the interface that always answer no.
+    [[nodiscard]] int safePlaceInPath(const std::string& path) const;
+    [[nodiscard]] int safePlaceBelowPath(const std::string& path) const;
+
+    /// What the last request did; complete when `shredDroppedFile` has returned.
+    [[nodiscard]] const Outcome& outcome() const { return outcome_; }
+
+    /// Ends the request at hand after the current block: nothing more is overwritten or removed,
+    /// and the outcome says what is left and where.
+    void requestStop() { stop_.store(true, std::memory_order_relaxed); }
+    [[nodiscard]] bool stopRequested() const { return stop_.load(std::memory_order_relaxed); }
+
+    /// Bytes of the request and bytes taken in hand; any thread may look.
+    [[nodiscard]] std::uint64_t deepPathSize() const { return overwriter_.mDeepPathSize; }
+
+  private:
+    /// A holding folder in the folder that holds the item.
+    struct Holding {
+        int parent = -1;     ///< a reference to the folder that holds the item
+        std::string folder;  ///< that folder's path
+        std::string name;
+        [[nodiscard]] std::string path() const { return folder + "/" + name; }
+    };
+
+    [[nodiscard]] bool exists(const std::string& path) const;
+    void shredItem(const std::string& path);
+    Holding moveIntoHolding(const std::string& path);
+    int makeHoldingAndMove(const Holding& holding, const std::string& item);
+    int move(const Holding& holding, int holdingFolder, const std::string& item);
+    void renameContents(const Holding& holding);
+    void removeHolding(const Holding& holding);
+    DeletionHandler::Parts deletionParts();
+
+    EngineServices services_;
+    ProgressReport progress_;
+    std::atomic<bool> stop_ = false;
+    FileOverwriter overwriter_;
+    FlushBatch batch_;
+    TreeWalk walk_;
+    Outcome outcome_;
+};
+
+}  // namespace dorvanel

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string_view>
+
+#include "engine/DrawSequence.h"
+#include "engine/OverwriteBuffer.h"
+#include "engine/PassPlan.h"
+#include "engine/ProgressReport.h"
+#include "engine/RandomName.h"
+#include "platform/SystemCalls.h"
+#include "prefs/PreferenceReader.h"
+
+namespace dorvanel {
+
+/// Overwrites one open file in place, block by block, pass by pass, then the slack behind its end.
+class FileOverwriter {
+  public:
+    /// All of them must outlive the overwriter. `stop` is looked at after each block.
+    FileOverwriter(platform::SystemCalls& system, DrawSequence& draws,
+                   const PreferenceReader& preferencesInstance, ProgressReport& progress,
+                   const std::atomic<bool>& stop);
+
+    struct Written {
+        std::uint64_t bytes = 0;  ///< written altogether, all passes and the slack
+        int code = 0;             ///< errno of the first write that failed, 0 when none did
+    };
+
+    /// Overwrites `size` bytes of `file`, a descriptor open for writing, and as many bytes beyond
+    /// as the last block holds. With size 0 nothing is written and `file` may be -1; the draws are
+    /// made all the same. A failed write is passed over and the next one tried. Shows `name` and
+    /// logs it.
+    Written overwrite(int file, std::uint64_t size, std::string_view name);
+
+    std::uint64_t mDeepPathSize = 0;      ///< bytes of the whole request
+    std::uint64_t mDeepShreddedSize = 0;  ///< bytes of the request taken in hand so far
+
+    RandomName& randomName() { return randomName_; }
+
+  private:
+    enum class Stage { block, slack };
+
+    const OverwriteSettings& settings();
+    void showProgress();
+    void writePasses(Stage stage, std::uint64_t offset, std::size_t length);
+    void choosePattern(std::uint16_t counter);
+    void randomizeWith(unsigned pattern);
+    void write(std::uint64_t offset, std::size_t length);
+
+    platform::SystemCalls& system_;
+    DrawSequence& draws_;
+    const PreferenceReader& preferencesInstance_;
+    ProgressReport& progress_;
+    const std::atomic<bool>& stop_;
+
+    OverwriteBuffer buffer_;
+    RandomName randomName_;
+
+    OverwriteSettings settings_;
+    std::uint64_t settingsRead_ = 0;  ///< the preferences' change count when `settings_` was read
+    bool settingsKnown_ = false;
+
+    // The file at hand.
+    int file_ = -1;
+    unsigned entryPattern_ = 0;
+    int entryNumberOfWrites_ = 0;
+    Written written_;
+};
+
+}  // namespace dorvanel

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "platform/SystemCalls.h"
+
+namespace dorvanel {
+
+/// Files that were overwritten and whose contents may still be in memory alone. A file's blocks are
+/// given back when it is removed and closed, and what was not written by then never is: so each
+/// stays open until one flush for the whole batch has brought all contents to the medium.
+class FlushBatch {
+  public:
+    /// Bounds of a batch: descriptors that stay open, well below the 1024 that a process is given,
+    /// and bytes that wait in memory.
+    static constexpr std::size_t maxFiles = 512;
+    static constexpr std::uint64_t maxBytes = std::uint64_t{256} << 20;
+
+    /// `beforeWaiting` is called before a flush that may take long.
+    FlushBatch(platform::SystemCalls& system, std::function<void()> beforeWaiting)
+        : system_(system), beforeWaiting_(std::move(beforeWaiting)) {}
+    /// Flushes.
+    ~FlushBatch() { flush(); }
+    FlushBatch(const FlushBatch&) = delete;
+    FlushBatch& operator=(const FlushBatch&) = delete;
+
+    /// Takes over an open file into which `bytes` were written; flushes when a bound is reached. On
+    /// a file system without a medium the file is closed at once.
+    void add(int file, std::uint64_t device, std::uint64_t bytes);
+
+    /// Brings all contents to the medium and closes the files.
+    void flush();
+
+    /// Files whose flush failed, since the batch was made.
+    [[nodiscard]] std::uint64_t failures() const { return failures_; }
+    /// The reason of the last failure, an errno value.
+    [[nodiscard]] int failureCode() const { return failureCode_; }
+
+  private:
+    struct File {
+        int descriptor;
+        std::uint64_t device;
+    };
+
+    bool livesInMemory(int file, std::uint64_t device);
+    void flushDevice(std::uint64_t device);
+    void flushEach(std::uint64_t device);
+
+    platform::SystemCalls& system_;
+    std::function<void()> beforeWaiting_;
+    std::vector<File> files_;
+    std::uint64_t bytes_ = 0;
+    std::uint64_t failures_ = 0;
+    int failureCode_ = 0;
+
+    std::uint64_t knownDevice_ = 0;  ///< the device that `knownInMemory_` speaks of
+    bool known_ = false;
+    bool knownInMemory_ = false;
+};
+
+}  // namespace dorvanel

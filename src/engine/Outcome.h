@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace dorvanel {
+
+/// What a shredding request did, and what it could not do. The run itself goes on in silence; the
+/// front ends show this.
+struct Outcome {
+    /// Something that did not go as it should.
+    struct Trouble {
+        std::string path;       ///< bytes; where the thing is, or was, at that moment
+        std::string operation;  ///< "open", "write", "remove" and the like
+        int code = 0;           ///< errno
+    };
+    /// Troubles that are kept word by word; beyond, they are only counted.
+    static constexpr std::size_t keptTroubles = 1000;
+
+    std::uint64_t items = 0;             ///< items of the list that existed
+    std::uint64_t filesOverwritten = 0;  ///< wholly, every pass
+    std::uint64_t bytesOverwritten = 0;  ///< their sizes, passes and slack not counted
+    std::uint64_t filesRemoved = 0;      ///< files, links and the like
+    std::uint64_t foldersRemoved = 0;    ///< without the holding folders
+    std::uint64_t notOverwritten = 0;    ///< files whose contents are left in part or whole
+    std::uint64_t notRemoved = 0;        ///< items, files and folders that are still there
+    std::uint64_t notFlushed = 0;        ///< files that perhaps never reached the medium
+    bool stopped = false;                ///< ended early because somebody asked
+
+    std::vector<Trouble> troubles;  ///< in the order they were met
+    std::vector<std::string> left;  ///< after a stop: holding folders and items not done
+
+    void note(std::string path, std::string operation, int code) {
+        if (troubles.size() < keptTroubles) {
+            troubles.push_back({std::move(path), std::move(operation), code});
+        }
+    }
+};
+
+}  // namespace dorvanel

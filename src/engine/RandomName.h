@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+
+#include "engine/DrawSequence.h"
+
+namespace dorvanel {
+
+/// Maker of random names: 9 to 32 letters and digits, "A" and "B" twice as likely as the others.
+class RandomName {
+  public:
+    explicit RandomName(DrawSequence& draws) : draws_(draws) {}
+
+    /// Draws a new name into `mName`.
+    void randomizeName();
+
+    /// The last name, NUL-terminated; empty at first.
+    std::array<char, 33> mName{};
+
+  private:
+    DrawSequence& draws_;
+};
+
+}  // namespace dorvanel

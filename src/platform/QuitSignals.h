@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace dorvanel::platform {
+
+/// While it lives, SIGINT and SIGTERM do not end the process; each is told of instead. At most
+/// one at a time.
+class QuitSignals {
+  public:
+    virtual ~QuitSignals() = default;
+};
+
+/// `received` is called once for each signal, on a thread of its own, so also while the main
+/// thread is busy. Null where the system has nothing to make it of.
+std::unique_ptr<QuitSignals> catchQuitSignals(std::function<void()> received);
+
+}  // namespace dorvanel::platform
