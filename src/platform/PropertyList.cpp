@@ -246,6 +246,12 @@ int PropertyList::asInteger(const std::string& key) const {
     }
 }
 
+std::optional<std::string> PropertyList::asString(const std::string& key) const {
+    plist_t node = root_->item(key);
+    if (plist_get_node_type(node) != PLIST_STRING) return std::nullopt;
+    return stringOf(node);
+}
+
 std::optional<std::vector<std::string>> PropertyList::asStrings(const std::string& key) const {
     plist_t node = root_->item(key);
     if (plist_get_node_type(node) != PLIST_ARRAY) return std::nullopt;

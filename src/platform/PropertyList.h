@@ -43,6 +43,8 @@ class PropertyList {
     /// Conversions of a value of any kind, as UserDefaults has them.
     [[nodiscard]] bool asBool(const std::string& key) const;
     [[nodiscard]] int asInteger(const std::string& key) const;
+    /// The text of a string; nothing for an absent key and for any other kind of value.
+    [[nodiscard]] std::optional<std::string> asString(const std::string& key) const;
     [[nodiscard]] std::optional<std::vector<std::string>> asStrings(const std::string& key) const;
 
     void set(const std::string& key, const Value& value);

@@ -8,8 +8,8 @@
 namespace dorvanel::platform {
 
 Result<FolderLock> FolderLock::take(const std::string& folder) {
-    Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!descriptor) return Error::fromErrno("open", folder);
+    FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!descriptor.isOpen()) return Error::fromErrno("open", folder);
     int locked = 0;
     do {
         locked = ::flock(descriptor.get(), LOCK_EX);

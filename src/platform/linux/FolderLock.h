@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/Result.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace dorvanel::platform {
 
@@ -18,9 +18,9 @@ class FolderLock {
     [[nodiscard]] bool isHeld() const { return isHeld_; }
 
   private:
-    FolderLock(Descriptor folder, bool isHeld) : folder_(std::move(folder)), isHeld_(isHeld) {}
+    FolderLock(FileDescriptor folder, bool isHeld) : folder_(std::move(folder)), isHeld_(isHeld) {}
 
-    Descriptor folder_;
+    FileDescriptor folder_;
     bool isHeld_;
 };
 

@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/FileDescriptor.h"
 
 namespace dorvanel::platform {
 namespace {
@@ -36,8 +36,8 @@ bool giveToOwnerOf(const std::string& folder, int file) {
 
 Result<Done> writeNewFile(const std::string& path, const std::string& folder,
                           std::string_view bytes) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (!file) return Error::fromErrno("create", path);
+    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!file.isOpen()) return Error::fromErrno("create", path);
     if (!giveToOwnerOf(folder, file.get())) return Error::fromErrno("change owner", path);
     if (::fchmod(file.get(), 0600) != 0) return Error::fromErrno("change mode", path);
     if (!writeAll(file.get(), bytes)) return Error::fromErrno("write", path);
@@ -47,8 +47,8 @@ Result<Done> writeNewFile(const std::string& path, const std::string& folder,
 }
 
 Result<Done> flushFolder(const std::string& folder) {
-    const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!descriptor) return Error::fromErrno("open", folder);
+    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!descriptor.isOpen()) return Error::fromErrno("open", folder);
     // EINVAL: a file system that knows no flush of folders.
     if (::fsync(descriptor.get()) != 0 && errno != EINVAL) return Error::fromErrno("flush", folder);
     return Done{};
@@ -95,9 +95,9 @@ Result<std::string> setFileAside(const std::string& path) {
 
 Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
     // Not waiting: something put a pipe there.
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!file && errno == ENOENT) return std::string();
-    if (!file) return Error::fromErrno("open", path);
+    if (!file.isOpen()) return Error::fromErrno("open", path);
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return Error::fromErrno("read", path);
     if (!S_ISREG(status.st_mode)) return Error{0, "read", path, "not a regular file"};
