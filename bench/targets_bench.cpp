@@ -3,6 +3,9 @@
 // linear, 4 would be quadratic.
 //
 //     targets_scaling [ROUNDS]
+//
+// A disk that flushes after each removal from the index scatters the times; TMPDIR on a file system
+// in memory shows the growth alone.
 
 #include <algorithm>
 #include <chrono>
