@@ -26,7 +26,6 @@ QIcon programIcon(const std::string& resources) {
 
 void setUp(QApplication& application, const std::string& resources) {
     QApplication::setApplicationName(QStringLiteral("dorvanel-x"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Dorvanel X"));
     QApplication::setApplicationVersion(QStringLiteral(DORVANEL_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("dorvanel-x"));
     QApplication::setWindowIcon(programIcon(resources));
