@@ -294,8 +294,12 @@ void Desktop::tellRunning() {
 }
 
 void Desktop::runEnded(const RunReport& report) {
-    loop_.performOnMainThread(
-        [this, report] { window_->showMessage(messageOf(report), detailsOf(report.outcome)); });
+    const auto tell = [this, report] {
+        if (quitDeferred_) return;
+        window_->showMessage(messageOf(report), detailsOf(report.outcome));
+    };
+    if (isMainThread()) return tell();
+    loop_.performOnMainThread(tell);
 }
 
 void Desktop::hideWindows() {

@@ -13,6 +13,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/desktop/Desktop.h"
@@ -39,7 +40,7 @@ class HeldSequence final : public DrawSequence {
   public:
     void hold() { held_ = std::make_shared<std::promise<void>>(); }
     void release() {
-        if (held_) held_->set_value();
+        if (held_ && !std::exchange(released_, true)) held_->set_value();
     }
     std::uint32_t next() override { return sequence_.next(); }
     void takeFill() override {
@@ -56,7 +57,8 @@ class HeldSequence final : public DrawSequence {
   private:
     FeedbackSequence sequence_;
     std::shared_ptr<std::promise<void>> held_;
-    bool passed_ = false;
+    bool passed_ = false;    ///< the worker's
+    bool released_ = false;  ///< the test's
 };
 
 /// Lets the main loop go round until `condition` holds.
