@@ -24,6 +24,18 @@ bool canBeChosen(const QComboBox& popUp, int index) {
 
 }  // namespace
 
+/// While one lives, controls change because the panel sets them, not because somebody does.
+class PreferencesPanel::Showing {
+  public:
+    explicit Showing(PreferencesPanel& panel) : panel_(panel) { ++panel_.showing_; }
+    ~Showing() { --panel_.showing_; }
+    Showing(const Showing&) = delete;
+    Showing& operator=(const Showing&) = delete;
+
+  private:
+    PreferencesPanel& panel_;
+};
+
 PreferencesPanel::PreferencesPanel(Parts parts) : parts_(std::move(parts)) {
     parts_.preferences.setView(this);
 }
@@ -60,7 +72,8 @@ bool PreferencesPanel::connectControls(QWidget& mainMenu) {
         QAbstractButton* found = button(control.outlet);
         if (found == nullptr) return false;
         buttons_.emplace_back(found, control.key);
-        connect(found, &QAbstractButton::clicked, this, &PreferencesPanel::miscChanged);
+        // Not clicked: assistive technology toggles a box without a click.
+        connect(found, &QAbstractButton::toggled, this, &PreferencesPanel::miscChanged);
     }
     for (const PanelControl& control : panelPopUps) {
         auto* found = window->findChild<QComboBox*>(QLatin1String(control.outlet));
@@ -68,13 +81,13 @@ bool PreferencesPanel::connectControls(QWidget& mainMenu) {
         found->insertSeparator(popUpSeparator);
         found->installEventFilter(this);
         popUps_.emplace_back(found, control.key);
-        connect(found, &QComboBox::activated, this, &PreferencesPanel::miscChanged);
+        connect(found, &QComboBox::currentIndexChanged, this, &PreferencesPanel::miscChanged);
     }
     for (const char* name : enableBoxes) {
         QAbstractButton* found = button(name);
         if (found == nullptr) return false;
         enableBoxes_.push_back(found);
-        connect(found, &QAbstractButton::clicked, this, [this, found] { enableChanged(*found); });
+        connect(found, &QAbstractButton::toggled, this, [this, found] { enableChanged(*found); });
     }
     for (const char* name :
          {"shredMailsmith1Textbox", "shredMailsmith2Textbox", "shredMailsmith3Textbox"}) {
@@ -104,6 +117,7 @@ bool PreferencesPanel::connectControls(QWidget& mainMenu) {
 
 void PreferencesPanel::reallyupdateUI() {
     if (shredCacheCheckbox == nullptr) return;
+    const Showing showing(*this);
     const PreferenceValues& shown = parts_.preferences.displayedValues;
     const auto value = [&shown](const std::string& key) {
         const auto found = shown.find(key);
@@ -132,6 +146,7 @@ void PreferencesPanel::showMailsmith() {
 
 void PreferencesPanel::showEnabledBrowsers() {
     if (shredCacheCheckbox == nullptr) return;
+    const Showing showing(*this);
     parts_.preferences.loadBrowserInfo();
     for (QAbstractButton* box : enableBoxes_) {
         box->setChecked(parts_.preferences.browserIsEnabled(titleOf(*box)));
@@ -140,16 +155,19 @@ void PreferencesPanel::showEnabledBrowsers() {
 
 void PreferencesPanel::showMozillaAndNetscape() {
     if (shredCacheCheckbox == nullptr) return;
+    const Showing showing(*this);
     for (QAbstractButton* box : {enableMozillaCheckbox, enableNetscapeCheckbox}) {
         box->setChecked(parts_.preferences.browserIsEnabled(titleOf(*box)));
     }
 }
 
 void PreferencesPanel::enableChanged(const QAbstractButton& box) {
+    if (showing_ > 0) return;
     showSaved(parts_.preferences.enableChanged(titleOf(box)));
 }
 
 void PreferencesPanel::miscChanged() {
+    if (showing_ > 0) return;
     PreferenceValues& shown = parts_.preferences.displayedValues;
     for (const auto& [button, key] : buttons_) {
         shown.insert_or_assign(key, Number::fromBool(button->isChecked()));

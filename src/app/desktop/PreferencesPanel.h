@@ -52,6 +52,8 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    class Showing;
+
     bool connectControls(QWidget& mainMenu);
     void prepareToShow();
     void enableChanged(const QAbstractButton& box);
@@ -60,6 +62,7 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     void showSaved(const platform::Result<platform::Done>& saved);
 
     Parts parts_;
+    int showing_ = 0;
     std::unique_ptr<QWidget> owner_;  ///< what the interface file made; owns all controls
     QDialog* mPreferencesWindow = nullptr;
     QAbstractButton* shredCacheCheckbox = nullptr;  ///< null: no control is connected

@@ -1,5 +1,9 @@
 #include "app/desktop/QtAlertPanel.h"
 
+#include <QApplication>
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <array>
@@ -11,6 +15,9 @@ namespace dorvanel::desktop {
 using platform::AlertButton;
 
 namespace {
+
+constexpr int iconSide = 48;
+constexpr int messageWidth = 420;
 
 /// The names of the buttons as objects, in the order of AlertButton.
 constexpr std::array<const char*, 3> buttonNames = {"defaultButton", "alternateButton",
@@ -29,12 +36,22 @@ QString messageText(const std::string& message) {
 
 QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
     auto* box = new QMessageBox(parent);
-    box->setIcon(text.alternateButton.empty() ? QMessageBox::Information : QMessageBox::Warning);
+    box->setIconPixmap(QApplication::windowIcon().pixmap(iconSide));
     box->setTextFormat(Qt::PlainText);
     box->setWindowTitle(displayText(text.title));
     box->setText(displayText(text.title));
     box->setInformativeText(messageText(text.message));
     box->setAccessibleName(displayText(text.title));
+    if (auto* title = box->findChild<QLabel*>("qt_msgbox_label")) {
+        QFont bold = title->font();
+        bold.setBold(true);
+        title->setFont(bold);
+    }
+    // A message of a few lines reads better wide than high.
+    if (auto* grid = qobject_cast<QGridLayout*>(box->layout())) {
+        grid->addItem(new QSpacerItem(messageWidth, 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());
+    }
 
     const std::array<const std::string*, 3> titles = {&text.defaultButton, &text.alternateButton,
                                                       &text.otherButton};
