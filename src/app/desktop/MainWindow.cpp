@@ -80,6 +80,8 @@ void MainWindow::setActions(const MainWindowActions& actions) {
                              const char* button = nullptr) {
         auto* found = window_->findChild<QAction*>(QLatin1String(name));
         if (found == nullptr) return;
+        // The panel and the documents have no menus of their own: the keys are everybody's.
+        found->setShortcutContext(Qt::ApplicationShortcut);
         connect(found, &QAction::triggered, this, action);
         auto* push = button ? window_->findChild<QPushButton*>(QLatin1String(button)) : nullptr;
         if (push != nullptr) connect(push, &QPushButton::clicked, found, &QAction::trigger);
