@@ -96,7 +96,7 @@ Result<std::string> setFileAside(const std::string& path) {
 Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
     // Not waiting: something put a pipe there.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (!file && errno == ENOENT) return std::string();
+    if (!file.isOpen() && errno == ENOENT) return std::string();
     if (!file.isOpen()) return Error::fromErrno("open", path);
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return Error::fromErrno("read", path);
