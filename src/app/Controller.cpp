@@ -58,8 +58,8 @@ TerminateReply Controller::applicationShouldTerminate() {
     return run_.mThreadCount == 0 ? TerminateReply::now : TerminateReply::later;
 }
 
-void Controller::applicationWillTerminate() {
-    parts_.preferencesInstance.saveDefaults();
+platform::Result<platform::Done> Controller::applicationWillTerminate() {
+    return Preferences::saveDefaults();
 }
 
 bool Controller::applicationOpenFile(const std::string&) {
