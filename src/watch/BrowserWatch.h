@@ -77,6 +77,7 @@ class BrowserWatch {
     /// Whether the watch timer runs. Any thread: the worker of a run asks too.
     [[nodiscard]] bool isWatching() const { return watching_; }
     [[nodiscard]] const bw_typedef& isRunning() const { return mIsRunning; }
+    [[nodiscard]] const bw_typedef& wasRunning() const { return mWasRunning; }
     /// Ends the watch and shows nothing of it; the poll starts it again.
     void invalidateTimer();
     void showNotEnabled();

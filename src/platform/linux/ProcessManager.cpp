@@ -1,6 +1,9 @@
 #include "platform/ProcessManager.h"
 
+// Said outside, as the header of some C libraries does not say it for C++.
+extern "C" {
 #include <sys/pidfd.h>
+}
 #include <unistd.h>
 
 #include <algorithm>
