@@ -57,11 +57,6 @@ void limitDescriptors(rlim_t most) {
     if (setrlimit(RLIMIT_NOFILE, &limit) != 0) throw std::runtime_error("setrlimit");
 }
 
-/// In memory where that is possible: it is the size that counts here, not the disk.
-std::string quickPlace() {
-    return access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "";
-}
-
 std::size_t peakKilobytes() {
     struct rusage usage {};
     getrusage(RUSAGE_SELF, &usage);
