@@ -22,6 +22,10 @@ void hardLink(const std::string& path, const std::string& other);
 /// Names in a folder, sorted.
 std::vector<std::string> namesIn(const std::filesystem::path& folder);
 
+/// A folder for temporary folders that is in memory where the machine has one, for tests of many
+/// steps that do not need a disk.
+std::string quickPlace();
+
 /// Descriptors that this process has open.
 std::size_t openDescriptors();
 

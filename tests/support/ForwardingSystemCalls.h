@@ -59,6 +59,7 @@ class ForwardingSystemCalls : public platform::SystemCalls {
     int flushFile(int file) override { return inner_.flushFile(file); }
     int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
     int livesInMemory(int file) override { return inner_.livesInMemory(file); }
+    int descriptorLimit() override { return inner_.descriptorLimit(); }
 
   protected:
     platform::SystemCalls& inner_;
