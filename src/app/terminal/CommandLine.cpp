@@ -42,6 +42,7 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& t
     program.add_option("--home", home, "Use DIR as the home folder")->type_name("DIR");
     addShredCommand(program, chosen);
     addWatchCommand(program, chosen);
+    addRunCommand(program, chosen);
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
     addLogCommand(program, chosen);

@@ -18,6 +18,7 @@ using Action = std::function<ExitStatus(Terminal&)>;
 /// command line, `chosen` becomes what it does. `chosen` must outlive `program`.
 void addShredCommand(CLI::App& program, Action& chosen);
 void addWatchCommand(CLI::App& program, Action& chosen);
+void addRunCommand(CLI::App& program, Action& chosen);
 void addPrefsCommand(CLI::App& program, Action& chosen);
 void addAppsCommand(CLI::App& program, Action& chosen);
 void addLogCommand(CLI::App& program, Action& chosen);

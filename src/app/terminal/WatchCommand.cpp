@@ -1,45 +1,51 @@
 #include <CLI/CLI.hpp>
+#include <atomic>
+#include <cstdlib>
 #include <memory>
 
 #include "app/terminal/Commands.h"
-#include "app/terminal/OpenedPreferences.h"
-#include "app/terminal/WatchSession.h"
+#include "app/terminal/RunReportText.h"
+#include "app/terminal/TerminalSession.h"
 #include "platform/QuitSignals.h"
 
 namespace dorvanel::terminal {
 namespace {
 
-/// Says what would happen now that an application has quit.
-class AnnouncedRuns final : public BrowserWatchOwner {
-  public:
-    AnnouncedRuns(Terminal& terminal, bool asks) : terminal_(terminal), asks_(asks) {}
-
-    void shredAndNothing() override {
-        terminal_.complain(asks_ ? "an application has quit; a run would ask and shred now"
-                                 : "an application has quit; a run would shred now");
-    }
-
-  private:
-    Terminal& terminal_;
-    bool asks_;
-};
-
 ExitStatus watch(Terminal& terminal, bool yes) {
     OpenedPreferences opened(terminal);
-    const auto listing = platform::makeProcessListing();
     const auto loop = platform::makeRunLoop();
-    AnnouncedRuns runs(terminal, !yes);
     if (loop == nullptr) {
         terminal.complain("no main loop: out of descriptors");
         return ExitStatus::incomplete;
     }
-    WatchSession session({opened.preferences(), *listing, *loop, platform::terminalSound()}, runs,
-                         terminal);
+    const auto listing = platform::makeProcessListing();
+    const auto processes = platform::makeProcessManager();
+    const auto events = platform::makeSystemEvents();
+    StatusLine status(terminal);
+    TerminalSession session(
+        terminal, opened, {platform::systemClock(), *loop, *listing, *processes, *events},
+        yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked, status);
+    Controller& controller = session.controller();
+
+    // Standard output is for the status texts alone: what a run did goes to standard error.
+    Terminal report{terminal.err,           terminal.err,           terminal.in,
+                    terminal.errIsTerminal, terminal.errIsTerminal, terminal.columns};
+    session.onRunEnded = [&](const RunReport& ended) {
+        tellReport(ended, opened.preferences().boolForKey("ActivityLog"), report);
+    };
     {
-        const auto signals = platform::catchQuitSignals([&session] { session.requestQuit(); });
-        session.run();
+        std::atomic<int> requests = 0;
+        const auto signals = platform::catchQuitSignals([&] {
+            if (controller.run().isWaitingForSomebody()) std::_Exit(0);
+            if (++requests > 1) controller.fileAccessInstance().requestStop();
+            session.requestQuit();
+        });
+        controller.applicationDidFinishLaunching();
+        loop->run();
+        controller.run().waitForWorker();
     }
-    return opened.statusOf(Preferences::saveDefaults());
+    session.tellPendingReport();
+    return opened.statusOf(controller.applicationWillTerminate());
 }
 
 }  // namespace
