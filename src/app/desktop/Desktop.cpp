@@ -6,10 +6,12 @@
 #include <QProgressBar>
 #include <filesystem>
 
+#include "app/ShredArguments.h"
 #include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
 #include "app/desktop/OutcomeText.h"
 #include "engine/ActivityLog.h"
+#include "platform/MountPoints.h"
 
 namespace dorvanel::desktop {
 
@@ -79,7 +81,7 @@ bool Desktop::launch(std::vector<std::string> droppedItems) {
     window_->setActions(actions());
     qApp->installEventFilter(this);
 
-    controller_->setDroppedItems(std::move(droppedItems));
+    controller_->setDroppedItems(checkedItems(droppedItems));
     controller_->applicationDidFinishLaunching();
     profilesView_->sync();
     // A menu without a single profile says nothing; it is dimmed, as its item in the main menu is.
@@ -259,8 +261,31 @@ void Desktop::openDoc() {
     if (panel.picked()) tellOutcome();
 }
 
+std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& items) {
+    if (items.empty()) return {};
+    const auto mounted = platform::mountPoints();
+    QStringList reasons;
+    if (!mounted) {
+        reasons << displayText(mounted.error().message());
+    } else {
+        const ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
+                                                           mounted.value(), services_.system);
+        for (const ShredArguments::Complaint& complaint : checked.complaints) {
+            reasons << QStringLiteral("“%1” %2").arg(displayText(complaint.argument),
+                                                     displayText(complaint.reason));
+        }
+        if (reasons.isEmpty()) return checked.paths;
+    }
+    window_->showMessage(QStringLiteral("Nothing was shredded: ") + reasons.first(),
+                         reasons.size() > 1 ? reasons.join(u'\n') : QString());
+    workspace_.beep();
+    return {};
+}
+
 void Desktop::filesDropped(std::vector<std::string> files) {
     if (engineIsBusy()) return;
+    files = checkedItems(files);
+    if (files.empty()) return;
     const AlertButton answer =
         alerts_->runAlertPanel("Shred Dropped Items", questionAbout(files), "Cancel", "Shred", "");
     if (answer != AlertButton::alternateButton || engineIsBusy()) return;

@@ -94,6 +94,9 @@ class Desktop final : public QObject, private RunObserver {
     void whenLaunched(std::function<void()> work);
     void hideWindows();
     bool engineIsBusy();
+    /// The items as they can be shredded; none, and the window tells why, when one of them must not
+    /// be: the home folder, a mount point, something that does not exist.
+    std::vector<std::string> checkedItems(const std::vector<std::string>& items);
     void tellOutcome();
     void paintWhileBusy();
     void tellWaiting();

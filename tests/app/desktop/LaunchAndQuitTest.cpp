@@ -181,6 +181,14 @@ TEST_F(LaunchAndQuitTest, ItemsOfTheLaunchAreShreddedAtOnce) {
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
+TEST_F(LaunchAndQuitTest, TheHomeFolderIsNoItemOfALaunch) {
+    const std::string page = addSafariCache();
+    ASSERT_TRUE(launch({home.path().native()}));
+    EXPECT_EQ(desktop->controller().run().mThreadCount, 0);
+    EXPECT_TRUE(std::filesystem::exists(page));
+    EXPECT_TRUE(desktop->mainWindow().message().startsWith("Nothing was shredded: "));
+}
+
 TEST_F(LaunchAndQuitTest, WithoutAnInterfaceFileTheLogSaysSoAndNothingStarts) {
     resources = home / "nowhere";
     EXPECT_FALSE(launch());

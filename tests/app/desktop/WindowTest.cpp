@@ -135,6 +135,17 @@ TEST_F(WindowTest, ADropThatIsCancelledOrNoFileLeavesEverything) {
     EXPECT_FALSE(drop({QUrl("https://example.org/page")}));
 }
 
+TEST_F(WindowTest, WhatMustNotBeShreddedIsRefusedWithAllThatWasDroppedWithIt) {
+    const std::string one = home / "one.txt";
+    writeFile(one, "1");
+    ASSERT_TRUE(launch());
+    EXPECT_TRUE(drop({QUrl::fromLocalFile(QString::fromStdString(one)),
+                      QUrl::fromLocalFile(QString::fromStdString(home.path().native()))}));
+    EXPECT_EQ(readFile(one), "1");
+    EXPECT_TRUE(
+        desktop->mainWindow().message().endsWith("is the home folder or a folder above it"));
+}
+
 TEST_F(WindowTest, TheProfilesMenuTicksAndUnticks) {
     std::filesystem::create_directories(home.path() /
                                         "Library/Application Support/Firefox/Profiles/x7.default");
