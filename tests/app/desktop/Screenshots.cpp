@@ -124,12 +124,17 @@ class Photographer : public DesktopFixture {
 }  // namespace dorvanel::test
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
     if (argc != 3) {
         std::cerr << "usage: desktop-screenshots FOLDER light|dark\n";
         return 2;
     }
+    // A screen that has room for every window at twice its size.
+    const dorvanel::test::TemporaryFolder folder;
+    const std::string screen = folder / "screen.json";
+    dorvanel::test::writeFile(screen, R"({"screens": [{"name": "wide", "x": 0, "y": 0,
+        "width": 2400, "height": 1800, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + screen));
+    QApplication application(argc, argv);
     const std::string icons = dorvanel::platform::resourcesFolder() + "/icons/dorvanel-x-";
     for (const char* size : {"48", "128"}) {
         QIcon icon = QApplication::windowIcon();
