@@ -1,12 +1,11 @@
 #include "app/desktop/Coalescer.h"
 
-#include <QCoreApplication>
-#include <QThread>
 #include <utility>
 
 namespace dorvanel::desktop {
 
-Coalescer::Coalescer(std::function<void()> deliver) : deliver_(std::move(deliver)) {
+Coalescer::Coalescer(std::function<void()> deliver)
+    : deliver_(std::move(deliver)), wake_([this] { deliverWhenDue(); }) {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, &Coalescer::deliverNow);
@@ -14,7 +13,7 @@ Coalescer::Coalescer(std::function<void()> deliver) : deliver_(std::move(deliver
 
 void Coalescer::post() {
     if (posted_.exchange(true)) return;
-    QMetaObject::invokeMethod(this, &Coalescer::deliverWhenDue, Qt::QueuedConnection);
+    wake_.post();
 }
 
 void Coalescer::deliverWhenDue() {
@@ -30,10 +29,6 @@ void Coalescer::deliverNow() {
     timer_.stop();
     sinceDelivery_.start();
     deliver_();
-}
-
-bool isMainThread() {
-    return QThread::currentThread() == QCoreApplication::instance()->thread();
 }
 
 }  // namespace dorvanel::desktop

@@ -6,6 +6,8 @@
 #include <atomic>
 #include <functional>
 
+#include "app/desktop/MainThreadWake.h"
+
 namespace dorvanel::desktop {
 
 /// Has the main thread deliver what any thread has set: at most sixty times a second, and once
@@ -26,12 +28,10 @@ class Coalescer final : public QObject {
     void deliverWhenDue();
 
     std::function<void()> deliver_;
+    MainThreadWake wake_;
     std::atomic<bool> posted_ = false;
     QElapsedTimer sinceDelivery_;
     QTimer timer_;
 };
-
-/// Whether this is the thread of the user interface.
-bool isMainThread();
 
 }  // namespace dorvanel::desktop

@@ -1,6 +1,6 @@
 #include "app/desktop/QtApplication.h"
 
-#include "app/desktop/Coalescer.h"
+#include "app/desktop/MainThreadWake.h"
 
 namespace dorvanel::desktop {
 

@@ -61,7 +61,25 @@ void QtRunLoop::stop() {
 }
 
 void QtRunLoop::performOnMainThread(std::function<void()> work) {
-    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+    {
+        const std::lock_guard lock(mutex_);
+        posted_.push_back(std::move(work));
+    }
+    wake_.post();
+}
+
+void QtRunLoop::runPosted() {
+    // One at a time and in order, also when one of them runs a loop in which more is posted.
+    for (;;) {
+        std::function<void()> work;
+        {
+            const std::lock_guard lock(mutex_);
+            if (posted_.empty()) return;
+            work = std::move(posted_.front());
+            posted_.pop_front();
+        }
+        work();
+    }
 }
 
 QtRunLoop::Hold::~Hold() {

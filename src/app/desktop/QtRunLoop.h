@@ -1,9 +1,12 @@
 #pragma once
 
-#include <QObject>
+#include <deque>
+#include <functional>
 #include <memory>
+#include <mutex>
 #include <vector>
 
+#include "app/desktop/MainThreadWake.h"
 #include "platform/RunLoop.h"
 
 namespace dorvanel::desktop {
@@ -39,7 +42,11 @@ class QtRunLoop final : public platform::RunLoop {
   private:
     friend class QtTimer;
 
-    QObject context_;  ///< lives on the main thread; what is posted to it goes with it
+    void runPosted();
+
+    MainThreadWake wake_{[this] { runPosted(); }};
+    std::mutex mutex_;
+    std::deque<std::function<void()>> posted_;  ///< guarded by the mutex
     std::vector<std::shared_ptr<QtTimer>> timers_;
     int holds_ = 0;
 };
