@@ -43,6 +43,7 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& t
     addShredCommand(program, chosen);
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
+    addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
     std::vector<std::string> words = withoutLists(arguments);

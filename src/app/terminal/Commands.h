@@ -19,6 +19,7 @@ using Action = std::function<ExitStatus(Terminal&)>;
 void addShredCommand(CLI::App& program, Action& chosen);
 void addPrefsCommand(CLI::App& program, Action& chosen);
 void addAppsCommand(CLI::App& program, Action& chosen);
+void addProfilesCommand(CLI::App& program, Action& chosen);
 void addLogCommand(CLI::App& program, Action& chosen);
 
 }  // namespace dorvanel::terminal
