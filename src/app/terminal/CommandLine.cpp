@@ -45,6 +45,7 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& t
     addRunCommand(program, chosen);
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
+    addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
     std::vector<std::string> words = withoutLists(arguments);

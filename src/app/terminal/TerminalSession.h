@@ -65,9 +65,8 @@ class TerminalSession final : private platform::Application,
     void setFrameAutosaveName(const std::string&) override {}
     void center() override {}
     void makeKeyAndOrderFront() override {}
-    void beginSheet(const std::string&, const std::string&, const std::string&,
-                    const std::string&, const std::string&,
-                    std::function<void(platform::SheetCode)>) override {}
+    void beginSheet(const std::string&, const std::string&, const std::string&, const std::string&,
+                    const std::string&, std::function<void(platform::SheetCode)>) override {}
     // platform::Workspace: nothing of the terminal program opens an address.
     void openURL(const std::string&) override {}
     // RunObserver
