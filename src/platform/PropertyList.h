@@ -20,7 +20,7 @@ class PropertyList {
 
     /// Larger lists, and deeper ones, are not parsed: the library that reads and writes them
     /// recurses, and half a mebibyte is a thousand times what preferences need.
-    static constexpr std::size_t maximumBytes = 512 * 1024;
+    static constexpr std::size_t maximumBytes = 524'288;
     static constexpr int maximumDepth = 200;
 
     /// An empty dictionary.
