@@ -1,12 +1,12 @@
 #include "engine/FeedbackLanes.h"
 
+#include <algorithm>
+
 namespace dorvanel::additive {
 namespace {
 
 constexpr std::size_t laneCount = 8;
 using Lanes = std::uint32_t __attribute__((vector_size(laneCount * sizeof(std::uint32_t))));
-/// The window and the words that follow it, as many as a jump looks at.
-using Extended = std::array<std::uint32_t, 2 * degree - 1>;
 /// For each word of the window the factors of all lanes' jumps.
 using LaneJump = Lanes[degree];
 
@@ -66,27 +66,28 @@ const Kernel& kernel(Instructions use) {
     return use == Instructions::best ? best : baselineKernel;
 }
 
-Extended extend(const Window& window) {
+}  // namespace
+
+Extended extend(const Window& window, std::size_t oldest) {
     Extended words;
-    for (std::size_t i = 0; i < degree; ++i) words[i] = window[i];
+    const auto first = window.begin() + static_cast<std::ptrdiff_t>(oldest);
+    std::rotate_copy(window.begin(), first, window.end(), words.begin());
     for (std::size_t i = degree; i < words.size(); ++i) {
         words[i] = words[i - degree] + words[i - degree + tap];
     }
     return words;
 }
 
-}  // namespace
-
-Window jumped(const Window& window, const Jump& jump, Instructions use) {
+Window jumped(const Extended& words, const Jump& jump, Instructions use) {
     Window result{};
-    kernel(use).jumpWindow(extend(window), jump, result);
+    kernel(use).jumpWindow(words, jump, result);
     return result;
 }
 
-void makeWords(const Window& window, std::uint16_t* words, std::size_t count, Instructions use) {
+void makeWords(const Extended& start, std::uint16_t* words, std::size_t count, Instructions use) {
     std::size_t size = 0;
     while (bulkUnit << size < count) ++size;
-    kernel(use).runLanes(extend(window), laneJumps().bySize[size], words, count / laneCount);
+    kernel(use).runLanes(start, laneJumps().bySize[size], words, count / laneCount);
 }
 
 }  // namespace dorvanel::additive

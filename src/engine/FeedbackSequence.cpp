@@ -1,6 +1,5 @@
 #include "engine/FeedbackSequence.h"
 
-#include <algorithm>
 #include <bit>
 
 #include "engine/FeedbackLanes.h"
@@ -45,15 +44,8 @@ std::uint32_t FeedbackSequence::next() {
     return word >> 1;
 }
 
-additive::Window FeedbackSequence::window() const {
-    additive::Window ordered;
-    const auto oldest = words_.begin() + static_cast<std::ptrdiff_t>(oldest_);
-    std::rotate_copy(words_.begin(), oldest, words_.end(), ordered.begin());
-    return ordered;
-}
-
 void FeedbackSequence::takeFill() {
-    fill_ = window();
+    fill_ = additive::extend(words_, oldest_);
     unitsToSkip_ = 0;
     words_ = additive::jumped(fill_, overOneFill);
     oldest_ = 0;
@@ -61,7 +53,9 @@ void FeedbackSequence::takeFill() {
 
 std::size_t FeedbackSequence::produce(std::uint16_t* words, std::size_t made, std::size_t wanted) {
     while (made < wanted) {
-        if (unitsToSkip_ != 0) fill_ = additive::jumped(fill_, jumpOverUnits(unitsToSkip_));
+        if (unitsToSkip_ != 0) {
+            fill_ = additive::extend(additive::jumped(fill_, jumpOverUnits(unitsToSkip_)), 0);
+        }
         // The largest power of two of units that is still wanted, and at least one.
         const std::size_t units = (wanted - made + additive::bulkUnit - 1) / additive::bulkUnit;
         unitsToSkip_ = std::bit_floor(units);

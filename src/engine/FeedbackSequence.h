@@ -2,6 +2,7 @@
 
 #include "engine/AdditiveFeedback.h"
 #include "engine/DrawSequence.h"
+#include "engine/FeedbackLanes.h"
 
 namespace dorvanel {
 
@@ -17,11 +18,9 @@ class FeedbackSequence final : public DrawSequence {
     std::size_t produce(std::uint16_t* words, std::size_t made, std::size_t wanted) override;
 
   private:
-    [[nodiscard]] additive::Window window() const;
-
     additive::Window words_{};  ///< a ring; the oldest word is at `oldest_`
     std::size_t oldest_ = 0;
-    additive::Window fill_{};      ///< the window before the words of the fill made last
+    additive::Extended fill_{};    ///< begins before the words of the fill made last
     std::size_t unitsToSkip_ = 0;  ///< how many units those were; skipped when more are wanted
 };
 

@@ -70,6 +70,7 @@ class FileAccess {
 
     /// Bytes of the request and bytes taken in hand; any thread may look.
     [[nodiscard]] std::uint64_t deepPathSize() const { return overwriter_.mDeepPathSize; }
+    [[nodiscard]] std::uint64_t deepShreddedSize() const { return overwriter_.mDeepShreddedSize; }
 
   private:
     /// A holding folder in the folder that holds the item.

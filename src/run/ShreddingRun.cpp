@@ -5,6 +5,7 @@
 #include "engine/ActivityLog.h"
 #include "run/CollectorOrder.h"
 #include "run/ItemSummary.h"
+#include "run/ProcessControl.h"
 
 namespace dorvanel {
 
@@ -82,14 +83,32 @@ bool ShreddingRun::refused() {
     return false;
 }
 
+AlertButton ShreddingRun::ask(const std::string& title, const std::string& message,
+                              const std::string& defaultButton,
+                              const std::string& alternateButton) {
+    waiting_ = true;
+    const AlertButton answer =
+        parts_.alertPanel.runAlertPanel(title, message, defaultButton, alternateButton, "");
+    waiting_ = false;
+    return answer;
+}
+
+std::int16_t ShreddingRun::askApplicationsToQuit() {
+    waiting_ = true;
+    const std::int16_t running =
+        KillEveryone(parts_.processes, parts_.clock, parts_.beforeEachWait);
+    waiting_ = false;
+    return running;
+}
+
 bool ShreddingRun::confirmed() {
     const std::string summary = itemSummary(parts_.preferencesInstance);
     if (parts_.preferencesInstance.boolForKey("ConfirmShredding")) {
         parts_.myWindow.center();
         parts_.myWindow.makeKeyAndOrderFront();
-        const AlertButton answer = parts_.alertPanel.runAlertPanel(
-            "Dorvanel Confirmation",
-            "Are you sure you want to shred these items: " + summary + " ?", "No", "Yes", "");
+        const AlertButton answer =
+            ask("Dorvanel Confirmation",
+                "Are you sure you want to shred these items: " + summary + " ?", "No", "Yes");
         if (answer == AlertButton::defaultButton) {
             // mLogoutShutdownRestart stays as it is: a later plain run still takes the QuickTime
             // cache.
@@ -104,27 +123,34 @@ bool ShreddingRun::confirmed() {
 
 bool ShreddingRun::applicationsQuit() {
     switch (mShutdownStatus) {
-        case logout: kalvet_logger("User selected Logout"); break;
-        case shutdown: kalvet_logger("User selected Shutdown"); break;
-        case restart: kalvet_logger("User selected Restart"); break;
-        default: break;
+        case logout:
+            kalvet_logger("User selected Logout");
+            break;
+        case shutdown:
+            kalvet_logger("User selected Shutdown");
+            break;
+        case restart:
+            kalvet_logger("User selected Restart");
+            break;
+        default:
+            break;
     }
     BrowserWatch& watch = parts_.browserWatch;
-    watch.stopWatching();
+    watch.invalidateTimer();
     watch.showNotEnabled();
     watch.disableProcessDisplay();
     watch.HandleBrowserWatchTimer(nullptr);
     kalvet_logger("");
 
-    const std::int16_t running = parts_.processControl.KillEveryone();
+    const std::int16_t running = askApplicationsToQuit();
     if (running == 0) return true;
-    const AlertButton answer = parts_.alertPanel.runAlertPanel(
+    const AlertButton answer = ask(
         "Dorvanel Quit Browsers",
         fmt::format("{} Email or Browser Applications did not quit.  Please quit them and click OK "
                     "to continue.  If you continue without quitting those applicaitons some items "
                     "will not be shredded.",
                     running),
-        "Cancel", "OK", "");
+        "Cancel", "OK");
     if (answer != AlertButton::defaultButton) return true;
     cancel("User selected Cancel in Quit Browsers dialog - Dorvanel Cancelled");
     return false;
@@ -147,7 +173,7 @@ void ShreddingRun::end(RunResult result) {
 void ShreddingRun::collect() {
     skipped_.clear();
     for (const CollectorGroup& group : collectorGroups) {
-        if (group.isRunning(parts_.browserWatch.mIsRunning)) {
+        if (group.isRunning(parts_.browserWatch.isRunning())) {
             skipped_.emplace_back(group.name);
             continue;
         }
@@ -187,11 +213,22 @@ void ShreddingRun::HandleThread(std::vector<std::string>& paths) {
 }
 
 void ShreddingRun::sendSystemEvent() {
+    // What comes of it is not looked at: the run is over, and the system tells the user itself.
+    const auto send = [this](platform::FourCharCode event) {
+        SendAppleEventToSystemProcess(parts_.events, event);
+    };
     switch (mShutdownStatus) {
-        case logout: parts_.processControl.SendAppleEventToSystemProcess(kAEReallyLogOut); break;
-        case shutdown: parts_.processControl.SendAppleEventToSystemProcess(kAEShutDown); break;
-        case restart: parts_.processControl.SendAppleEventToSystemProcess(kAERestart); break;
-        default: break;
+        case logout:
+            send(platform::kAEReallyLogOut);
+            break;
+        case shutdown:
+            send(platform::kAEShutDown);
+            break;
+        case restart:
+            send(platform::kAERestart);
+            break;
+        default:
+            break;
     }
 }
 

@@ -2,16 +2,20 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "engine/FileAccess.h"
 #include "platform/AlertPanel.h"
 #include "platform/Application.h"
+#include "platform/Clock.h"
+#include "platform/ProcessManager.h"
+#include "platform/SystemEvents.h"
 #include "platform/Window.h"
 #include "prefs/PreferenceReader.h"
-#include "run/ProcessControl.h"
 #include "run/RunReport.h"
 #include "targets/Collectors.h"
 #include "watch/BrowserWatch.h"
@@ -29,14 +33,18 @@ class ShreddingRun {
         BrowserWatch& browserWatch;
         Collectors& collectors;
         std::vector<std::string>& mPathArray;  ///< the shred list that the collectors fill
-        ProcessControl& processControl;
+        platform::ProcessManager& processes;
+        platform::SystemEvents& events;
+        platform::Clock& clock;
         platform::AlertPanel& alertPanel;
         platform::Window& myWindow;
         platform::Application& application;
         RunObserver& observer;
+        /// Called before each half second of waiting for applications to quit; may be empty.
+        std::function<void()> beforeEachWait;
     };
 
-    explicit ShreddingRun(Parts parts) : parts_(parts) {}
+    explicit ShreddingRun(Parts parts) : parts_(std::move(parts)) {}
     /// Waits for the worker.
     ~ShreddingRun() { waitForWorker(); }
     ShreddingRun(const ShreddingRun&) = delete;
@@ -57,6 +65,10 @@ class ShreddingRun {
     /// Returns when no worker works any more.
     void waitForWorker();
 
+    /// Whether the main thread waits for the user, or for applications to quit: nothing has been
+    /// touched yet, and the program may end. Any thread.
+    [[nodiscard]] bool isWaitingForSomebody() const { return waiting_; }
+
     /// What follows a run.
     enum ShutdownStatus : std::int16_t { nothing, logout, shutdown, restart };
 
@@ -67,6 +79,10 @@ class ShreddingRun {
     std::int8_t mLogoutShutdownRestart = 0;  ///< the next run takes the QuickTime cache too
 
   private:
+    platform::AlertButton ask(const std::string& title, const std::string& message,
+                              const std::string& defaultButton,
+                              const std::string& alternateButton);
+    std::int16_t askApplicationsToQuit();
     bool refused();
     bool confirmed();
     bool applicationsQuit();
@@ -77,6 +93,7 @@ class ShreddingRun {
     void sendSystemEvent();
 
     Parts parts_;
+    std::atomic<bool> waiting_ = false;
     std::vector<std::string> skipped_;
     std::thread worker_;
 };

@@ -24,13 +24,13 @@ Window stepped(const Window& window) {
 }
 
 TEST(AdditiveFeedbackTest, AJumpOverNoWordsLeavesTheWindow) {
-    EXPECT_EQ(jumped(someWindow(), jumpBy(0)), someWindow());
+    EXPECT_EQ(jumped(extend(someWindow(), 0), jumpBy(0)), someWindow());
 }
 
 TEST(AdditiveFeedbackTest, AJumpEqualsAsManySteps) {
     Window window = someWindow();
     for (std::uint64_t words = 0; words < 200; ++words) {
-        EXPECT_EQ(jumped(someWindow(), jumpBy(words)), window) << words;
+        EXPECT_EQ(jumped(extend(someWindow(), 0), jumpBy(words)), window) << words;
         window = stepped(window);
     }
 }
@@ -38,7 +38,7 @@ TEST(AdditiveFeedbackTest, AJumpEqualsAsManySteps) {
 TEST(AdditiveFeedbackTest, AJumpOverAWholeFillEqualsAsManySteps) {
     Window window = someWindow();
     for (int i = 0; i < 65536; ++i) window = stepped(window);
-    EXPECT_EQ(jumped(someWindow(), jumpBy(65536)), window);
+    EXPECT_EQ(jumped(extend(someWindow(), 0), jumpBy(65536)), window);
 }
 
 TEST(AdditiveFeedbackTest, JumpsMultiplyToTheJumpOverTheirSum) {
@@ -49,14 +49,14 @@ TEST(AdditiveFeedbackTest, JumpsMultiplyToTheJumpOverTheirSum) {
 class FeedbackLanesTest : public ::testing::TestWithParam<Instructions> {};
 
 TEST_P(FeedbackLanesTest, JumpsAreTheSameWithAnyInstructions) {
-    EXPECT_EQ(jumped(someWindow(), jumpBy(987654321), GetParam()),
-              jumped(someWindow(), jumpBy(987654321)));
+    EXPECT_EQ(jumped(extend(someWindow(), 0), jumpBy(987654321), GetParam()),
+              jumped(extend(someWindow(), 0), jumpBy(987654321)));
 }
 
 TEST_P(FeedbackLanesTest, WordsOfEverySizeEqualTheSteppedOnesAndNothingIsWrittenBehindThem) {
     for (std::size_t count = bulkUnit; count <= 65536; count *= 2) {
         std::vector<std::uint16_t> words(count + 16, 0xBEEF);
-        makeWords(someWindow(), words.data(), count, GetParam());
+        makeWords(extend(someWindow(), 0), words.data(), count, GetParam());
         Window window = someWindow();
         for (std::size_t i = 0; i < count; ++i) {
             window = stepped(window);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,10 +11,14 @@ namespace dorvanel::test {
 /// Remembers every text and colour it was given, in order.
 class FakeTextField final : public platform::TextField {
   public:
-    void setStringValue(std::string_view text) override { texts.emplace_back(text); }
+    void setStringValue(std::string_view text) override {
+        texts.emplace_back(text);
+        if (onSet) onSet();
+    }
     void setTextColor(platform::Color color) override { colors.push_back(color); }
     void display() override { ++displays; }
 
+    std::function<void()> onSet;
     std::vector<std::string> texts;
     std::vector<platform::Color> colors;
     int displays = 0;

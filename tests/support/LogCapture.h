@@ -23,7 +23,10 @@ class LogCapture {
         kalvet_logger_open();
     }
 
-    [[nodiscard]] std::vector<std::string> lines() const {
+    [[nodiscard]] std::vector<std::string> lines() const { return linesNow(); }
+
+    /// What the log holds at this moment, whoever opened it.
+    [[nodiscard]] static std::vector<std::string> linesNow() {
         constexpr std::size_t stampLength = 25;
         std::vector<std::string> lines;
         const std::string text = readFile(activityLogPath());

@@ -1,0 +1,115 @@
+#include "app/Controller.h"
+
+#include <utility>
+
+namespace dorvanel {
+
+using platform::SheetCode;
+using platform::TerminateReply;
+
+Controller::Controller(ControllerParts parts)
+    : parts_(std::move(parts)),
+      fileAccessInstance_({parts_.system, parts_.clock, parts_.draws}, parts_.preferencesInstance,
+                          parts_.shreddingProgress, parts_.fileName),
+      collectors_(mPathArray, parts_.preferencesInstance, parts_.files, parts_.defaults,
+                  parts_.clock),
+      profilesMenu_(parts_.mainMenu, parts_.files, parts_.defaults, parts_.alertPanel),
+      browserWatch_({parts_.preferencesInstance, parts_.listing, parts_.runLoop, parts_.sound},
+                    parts_.watchOutlets, *this),
+      run_({fileAccessInstance_, parts_.preferencesInstance, browserWatch_, collectors_, mPathArray,
+            parts_.processes, parts_.events, parts_.clock, parts_.alertPanel, parts_.myWindow,
+            parts_.application, parts_.observer, parts_.beforeEachWait}) {
+    makeDockMenu();
+}
+
+void Controller::applicationDidFinishLaunching() {
+    run_.mAppNeedsToTerminate = 0;
+    run_.mAwaitingConfirmation = 0;
+    parts_.myWindow.setFrameAutosaveName("My Window");
+    // "1" makes a background element of the program, without a place among the others.
+    if (parts_.bundle.objectForInfoDictionaryKey("NSUIElement") == "1") {
+        parts_.application.hide();
+    } else {
+        parts_.myWindow.center();
+        parts_.myWindow.makeKeyAndOrderFront();
+    }
+
+    run_.mThreadCount = 0;
+    if (droppedFile) {
+        run_.startWorker(mDroppedItems);
+        if (applicationLaunched == 0) browserWatch_.scheduleTimer();
+    }
+    applicationLaunched = 1;
+    applicationReactivated = 0;
+    browserWatch_.scheduleTimer();  // the poll; a second one beside the first changes nothing
+
+    mPathArray.clear();
+    browserWatch_.setInitialState();
+    profilesMenu_.populateProfilesMenu();
+    browserWatch_.resetRunningRecords();
+    run_.mShutdownStatus = ShreddingRun::nothing;
+    run_.mLogoutShutdownRestart = 0;
+}
+
+TerminateReply Controller::applicationShouldTerminate() {
+    if (run_.mAwaitingConfirmation == 1) return TerminateReply::now;
+    browserWatch_.invalidateTimer();
+    run_.mAppNeedsToTerminate = 1;
+    return run_.mThreadCount == 0 ? TerminateReply::now : TerminateReply::later;
+}
+
+platform::Result<platform::Done> Controller::applicationWillTerminate() {
+    return Preferences::saveDefaults();
+}
+
+bool Controller::applicationOpenFile(const std::string&) {
+    return true;
+}
+
+void Controller::reallyQuit() {
+    if (!parts_.preferencesInstance.boolForKey("BrowserWatch")) {
+        parts_.application.terminate();
+        return;
+    }
+    parts_.myWindow.beginSheet(
+        "Quit",
+        "Quitting Dorvanel will interrupt Browser Watch™ and Dorvanel will not run automatically "
+        "when you quit from your web browser or email application. Would you prefer to hide "
+        "Dorvanel in the Dock?",
+        "Hide", "Quit", "Cancel", [this](SheetCode code) { handleQuitSheet(code); });
+}
+
+void Controller::handleQuitSheet(SheetCode returnCode) {
+    if (returnCode == SheetCode::defaultButton) parts_.application.hide();
+    if (returnCode == SheetCode::alternateButton) parts_.application.terminate();
+}
+
+void Controller::emailSupport() {
+    parts_.workspace.openURL("mailto:support@dorvanel.example?subject=Dorvanel%20X");
+}
+
+void Controller::webFAQ() {
+    parts_.workspace.openURL("https://www.dorvanel.example/faq");
+}
+
+void Controller::webDownloads() {
+    parts_.workspace.openURL("https://www.dorvanel.example/downloads");
+}
+
+void Controller::setDroppedItems(std::vector<std::string> paths) {
+    droppedFile = !paths.empty();
+    mDroppedItems = std::move(paths);
+}
+
+void Controller::makeDockMenu() {
+    mDockMenu.addItemWithTitle(
+        "Shred", [this](auto&) { shredAndNothing(); }, "");
+    mDockMenu.addItemWithTitle(
+        "Shred and Log Out", [this](auto&) { shredAndLogout(); }, "");
+    mDockMenu.addItemWithTitle(
+        "Shred and Shut Down", [this](auto&) { shredAndShutdown(); }, "");
+    mDockMenu.addItemWithTitle(
+        "Shred and Restart", [this](auto&) { shredAndRestart(); }, "");
+}
+
+}  // namespace dorvanel

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "engine/FileAccess.h"
+#include "platform/AlertPanel.h"
+#include "platform/Application.h"
+#include "platform/BundleInformation.h"
+#include "platform/FileManager.h"
+#include "platform/Menu.h"
+#include "platform/ProcessListing.h"
+#include "platform/ProcessManager.h"
+#include "platform/RunLoop.h"
+#include "platform/SystemEvents.h"
+#include "platform/SystemSound.h"
+#include "platform/UserDefaults.h"
+#include "platform/Window.h"
+#include "platform/Workspace.h"
+#include "prefs/Preferences.h"
+#include "run/ShreddingRun.h"
+#include "targets/Collectors.h"
+#include "targets/ProfilesMenu.h"
+#include "watch/BrowserWatch.h"
+
+namespace dorvanel {
+
+/// What the application controller stands on: the services of the platform and the outlets of the
+/// interface. All of it outlives the controller.
+struct ControllerParts {
+    platform::SystemCalls& system;
+    platform::Clock& clock;
+    DrawSequence& draws;
+    platform::FileManager& files;
+    platform::UserDefaults& defaults;
+    Preferences& preferencesInstance;
+    platform::RunLoop& runLoop;
+    platform::ProcessListing& listing;
+    platform::ProcessManager& processes;
+    platform::SystemEvents& events;
+    platform::SystemSound& sound;
+    platform::BundleInformation& bundle;
+    platform::AlertPanel& alertPanel;
+    platform::Application& application;
+    platform::Workspace& workspace;
+    platform::Window& myWindow;
+    platform::Menu& mainMenu;
+    platform::ProgressIndicator& shreddingProgress;
+    platform::TextField& fileName;
+    BrowserWatchOutlets watchOutlets;
+    RunObserver& observer;
+    /// Called now and then while the main thread waits for applications to quit; may be empty.
+    std::function<void()> beforeEachWait;
+};
+
+/// The application controller: the application's delegate and the owner of the engine, Browser
+/// Watch, the collectors, the Profiles menu and the run. Main thread.
+class Controller final : private BrowserWatchOwner {
+  public:
+    explicit Controller(ControllerParts parts);
+
+    // Delegate of the application.
+
+    /// Everything that starts with the application, in order.
+    void applicationDidFinishLaunching();
+    /// Stops Browser Watch; `later` while a worker works, which then answers "yes" itself. `now` at
+    /// once while a run is being prepared, behind an alert for example.
+    platform::TerminateReply applicationShouldTerminate();
+    /// Saves the preferences.
+    platform::Result<platform::Done> applicationWillTerminate();
+    /// A file handed over by the system is acknowledged; the document takes it in.
+    bool applicationOpenFile(const std::string& path);
+    void applicationDidBecomeActive() {}
+    platform::Menu& applicationDockMenu() { return mDockMenu; }
+
+    // Actions.
+
+    /// Quits; while Browser Watch is on, asks first whether hiding would do.
+    void reallyQuit();
+    void handleQuitSheet(platform::SheetCode returnCode);
+    void emailSupport();
+    void webFAQ();
+    void webDownloads();
+
+    void shred() { run_.shred(); }
+    void shredAndNothing() override { run_.shredAndNothing(); }
+    void shredAndLogout() { run_.shredAndLogout(); }
+    void shredAndShutdown() { run_.shredAndShutdown(); }
+    void shredAndRestart() { run_.shredAndRestart(); }
+
+    /// Items that are to be shredded when the application has launched; call it before.
+    void setDroppedItems(std::vector<std::string> paths);
+
+    FileAccess& fileAccessInstance() { return fileAccessInstance_; }
+    ShreddingRun& run() { return run_; }
+    BrowserWatch& browserWatch() { return browserWatch_; }
+    ProfilesMenu& profilesMenu() { return profilesMenu_; }
+
+  private:
+    void makeDockMenu();
+
+    ControllerParts parts_;
+    std::vector<std::string> mPathArray;
+
+    FileAccess fileAccessInstance_;
+    Collectors collectors_;
+    ProfilesMenu profilesMenu_;
+    BrowserWatch browserWatch_;
+    ShreddingRun run_;
+
+    platform::Menu mDockMenu;
+    bool droppedFile = false;  ///< whether this launch was given items
+    std::vector<std::string> mDroppedItems;
+    std::int16_t applicationLaunched = 0;
+    std::int16_t applicationReactivated = 0;
+};
+
+}  // namespace dorvanel

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Result.h"
+
+namespace dorvanel::platform {
+
+/// Makes "Library", "Library/Logs" and "Library/Preferences" below the home folder where they are
+/// missing, for their owner alone (0700). Folders that are there stay as they are; a missing home
+/// folder is not made. Done by root in somebody's home, the folders belong to that person.
+Result<Done> makeAccountFolders();
+
+/// Stands `folder` in for the home folder from here on, for this process and those it starts.
+/// Before any thread is started. A folder that does not exist is refused.
+Result<Done> useHomeDirectory(const std::string& folder);
+
+}  // namespace dorvanel::platform

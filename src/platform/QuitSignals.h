@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace dorvanel::platform {
+
+/// While it lives, SIGINT and SIGTERM do not end the process; each is told of instead. Afterwards
+/// they do what they did before; but once one has been told of, the program is on its way out, and
+/// a further one does nothing. At most one at a time.
+class QuitSignals {
+  public:
+    virtual ~QuitSignals() = default;
+};
+
+/// `received` is called once for each signal, on a thread of its own, so also while the main
+/// thread is busy. Null where the system has nothing to make it of.
+std::unique_ptr<QuitSignals> catchQuitSignals(std::function<void()> received);
+
+}  // namespace dorvanel::platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Result.h"
+
+namespace dorvanel::platform {
+
+/// Puts a file of these bytes (mode 0600) in the place of `path`, so that at any moment, a crash of
+/// the machine included, either the old or the new file is there, whole: a new file named
+/// `temporaryName` in the same folder, flushed, renamed over `path`, and the folder flushed. A file
+/// of the temporary name, left by a process that was killed, is removed first. On failure `path`
+/// is as it was and the temporary file is gone; only when the folder's own flush failed is the
+/// new file in place already. Written by root, the file belongs to the owner of the folder.
+Result<Done> replaceFile(const std::string& path, std::string_view bytes,
+                         const std::string& temporaryName);
+
+/// Renames `path` to a name beside it that is not taken, "NAME (damaged N)", and returns the new
+/// path.
+Result<std::string> setFileAside(const std::string& path);
+
+/// The bytes of a regular file, "" where there is none. More than `limit` bytes are not read: the
+/// result is then longer than `limit`, cut.
+Result<std::string> readWholeFile(const std::string& path, std::size_t limit);
+
+/// `path` with symbolic links at its end followed, also where they lead to nothing yet.
+std::string followingLinks(const std::string& path);
+
+}  // namespace dorvanel::platform

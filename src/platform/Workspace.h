@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace dorvanel::platform {
+
+/// The user's desktop as a whole. Main thread.
+class Workspace {
+  public:
+    virtual ~Workspace() = default;
+    /// Opens an address in the program that the user has for it; returns at once.
+    virtual void openURL(const std::string& url) = 0;
+};
+
+}  // namespace dorvanel::platform

@@ -1,0 +1,161 @@
+#include "prefs/Preferences.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "prefs/KeyTable.h"
+
+namespace dorvanel {
+namespace {
+
+/// The one object, as long as it has an owner.
+std::weak_ptr<Preferences>& registry() {
+    static std::weak_ptr<Preferences> object;
+    return object;
+}
+
+/// The application that moves together with this one; "" for most.
+std::string_view companionOf(std::string_view name) {
+    if (name == "Mozilla") return "Netscape";
+    if (name == "Netscape") return "Mozilla";
+    return {};
+}
+
+}  // namespace
+
+const PreferenceValues& defaultValues() {
+    static const PreferenceValues dict = [] {
+        PreferenceValues values;
+        for (const PreferenceKey& key : preferenceKeys)
+            values.emplace(key.name, key.factoryDefault);
+        return values;
+    }();
+    return dict;
+}
+
+std::shared_ptr<Preferences> Preferences::sharedInstance(platform::UserDefaults& defaults) {
+    if (std::shared_ptr<Preferences> shared = registry().lock()) return shared;
+    return init(defaults);
+}
+
+std::shared_ptr<Preferences> Preferences::init(platform::UserDefaults& defaults) {
+    if (std::shared_ptr<Preferences> shared = registry().lock()) return shared;
+    std::shared_ptr<Preferences> object(new Preferences(defaults));
+    registry() = object;
+    return object;
+}
+
+Preferences::Preferences(platform::UserDefaults& defaults) : defaults_(defaults) {
+    replaceCurValues(preferencesFromDefaults(defaults));
+    discardDisplayedValues();
+    mCanStrip = 1;
+}
+
+PreferenceValues Preferences::preferencesFromDefaults(const platform::UserDefaults& defaults) {
+    PreferenceValues values;
+    for (const PreferenceKey& key : preferenceKeys) {
+        const std::string name(key.name);
+        Number value = key.factoryDefault;
+        if (defaults.hasObjectForKey(name)) {
+            value = key.isBool() ? Number::fromBool(defaults.boolForKey(name))
+                                 : Number::fromInt(defaults.integerForKey(name));
+        }
+        values.emplace(name, value);
+    }
+    return values;
+}
+
+platform::Result<platform::Done> Preferences::savePreferencesToDefaults(
+    const PreferenceValues& values, platform::UserDefaults& defaults) {
+    for (const PreferenceKey& key : preferenceKeys) {
+        const std::string name(key.name);
+        const auto found = values.find(key.name);
+        if (found != values.end() && found->second == key.factoryDefault) {
+            defaults.removeObjectForKey(name);
+        } else if (key.isBool()) {
+            defaults.setBool(found != values.end() && found->second.boolValue(), name);
+        } else {
+            defaults.setInteger(found != values.end() ? found->second.intValue() : 0, name);
+        }
+    }
+    return defaults.synchronize();
+}
+
+platform::Result<platform::Done> Preferences::saveDefaults() {
+    const std::shared_ptr<Preferences> shared = registry().lock();
+    if (shared == nullptr) return platform::Done{};
+    return savePreferencesToDefaults(*shared->preferences(), shared->defaults_);
+}
+
+std::shared_ptr<const PreferenceValues> Preferences::preferences() const {
+    const std::lock_guard lock(curValuesMutex_);
+    return curValues;
+}
+
+std::optional<Number> Preferences::objectForKey(std::string_view key) const {
+    const std::shared_ptr<const PreferenceValues> values = preferences();
+    const auto found = values->find(key);
+    if (found == values->end()) return std::nullopt;
+    return found->second;
+}
+
+std::uint64_t Preferences::changeCount() const {
+    return changeCount_.load(std::memory_order_acquire);
+}
+
+void Preferences::replaceCurValues(PreferenceValues values) {
+    auto replacement = std::make_shared<const PreferenceValues>(std::move(values));
+    {
+        const std::lock_guard lock(curValuesMutex_);
+        curValues.swap(replacement);
+    }
+    // Counted after the values are in place: who sees the new count reads the new values.
+    changeCount_.fetch_add(1, std::memory_order_release);
+}
+
+void Preferences::loadBrowserInfo() {
+    if (mEnableBrowsers) return;
+    mEnableBrowsers = defaults_.arrayForKey(std::string(enabledBrowsersKey));
+    if (!mEnableBrowsers) mEnableBrowsers.emplace(applicationNames.begin(), applicationNames.end());
+}
+
+bool Preferences::browserIsEnabled(std::string_view name) {
+    loadBrowserInfo();
+    return std::find(mEnableBrowsers->begin(), mEnableBrowsers->end(), name) !=
+           mEnableBrowsers->end();
+}
+
+platform::Result<platform::Done> Preferences::enableChanged(std::string_view name) {
+    const std::string_view companion = companionOf(name);
+    if (browserIsEnabled(name)) {
+        std::erase(*mEnableBrowsers, name);
+        if (!companion.empty()) std::erase(*mEnableBrowsers, companion);
+    } else {
+        mEnableBrowsers->emplace_back(name);
+        if (!companion.empty()) mEnableBrowsers->emplace_back(companion);
+    }
+    if (view_ != nullptr) view_->showMozillaAndNetscape();
+    defaults_.setArray(*mEnableBrowsers, std::string(enabledBrowsersKey));
+    return defaults_.synchronize();
+}
+
+platform::Result<platform::Done> Preferences::commitDisplayedValues() {
+    replaceCurValues(displayedValues);
+    return saveDefaults();
+}
+
+void Preferences::discardDisplayedValues() {
+    displayedValues = *preferences();
+    if (view_ != nullptr) view_->reallyupdateUI();
+}
+
+void Preferences::revert() {
+    discardDisplayedValues();
+}
+
+void Preferences::revertToDefault() {
+    replaceCurValues(defaultValues());
+    discardDisplayedValues();
+}
+
+}  // namespace dorvanel

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Result.h"
+#include "platform/UserDefaults.h"
+#include "prefs/PreferenceReader.h"
+
+namespace dorvanel {
+
+/// Preference values by key.
+using PreferenceValues = std::map<std::string, Number, std::less<>>;
+
+/// The factory defaults of the seventeen keys; built on the first call, never rebuilt.
+const PreferenceValues& defaultValues();
+
+/// The panel that shows the preferences, where there is one.
+class PreferencesView {
+  public:
+    virtual ~PreferencesView() = default;
+    /// Sets every control from `displayedValues` and from the enabled applications.
+    virtual void reallyupdateUI() = 0;
+    /// Sets the check boxes of Mozilla and Netscape, which always move together.
+    virtual void showMozillaAndNetscape() = 0;
+};
+
+/// The preferences: the committed values, the values as a panel edits them, and the enabled
+/// applications. One object exists at a time; it lives as long as somebody holds it. Main thread
+/// only, but for what PreferenceReader promises to any thread and `preferences`.
+class Preferences final : public PreferenceReader {
+  public:
+    /// The one object, made from what `defaults` holds when there is none yet; else the one there
+    /// is, and `defaults` is not used. `defaults` must outlive the object.
+    static std::shared_ptr<Preferences> sharedInstance(platform::UserDefaults& defaults);
+    /// Another construction: gives the one object, as `sharedInstance` does.
+    static std::shared_ptr<Preferences> init(platform::UserDefaults& defaults);
+
+    /// The seventeen values as stored, the factory default for each that is not.
+    static PreferenceValues preferencesFromDefaults(const platform::UserDefaults& defaults);
+    /// Stores the seventeen values and synchronizes; a value equal to its factory default is
+    /// removed rather than stored.
+    static platform::Result<platform::Done> savePreferencesToDefaults(
+        const PreferenceValues& values, platform::UserDefaults& defaults);
+    /// Saves the committed values of the one object; without one, nothing.
+    static platform::Result<platform::Done> saveDefaults();
+
+    /// The committed values; they never change, a commit replaces them as a whole. Any thread.
+    [[nodiscard]] std::shared_ptr<const PreferenceValues> preferences() const;
+    [[nodiscard]] std::optional<Number> objectForKey(std::string_view key) const override;
+    [[nodiscard]] std::uint64_t changeCount() const override;
+    /// Any thread.
+    [[nodiscard]] bool prefsConfirmShredding() const { return boolForKey("ConfirmShredding"); }
+    [[nodiscard]] bool prefsDoDSanitize() const { return boolForKey("DoDSanitize"); }
+    [[nodiscard]] bool prefsNSA() const { return boolForKey("NSA"); }
+
+    /// Reads the enabled applications on the first call and keeps them from then on.
+    void loadBrowserInfo();
+    [[nodiscard]] bool browserIsEnabled(std::string_view name) override;
+    /// Takes the application out of the list or adds it at the end, Mozilla and Netscape together;
+    /// stores the list and synchronizes.
+    platform::Result<platform::Done> enableChanged(std::string_view name);
+
+    /// The values as the panel shows and edits them.
+    PreferenceValues displayedValues;
+    /// Makes `displayedValues` the committed values and saves them. A failed save leaves them
+    /// committed in memory.
+    platform::Result<platform::Done> commitDisplayedValues();
+    /// Makes `displayedValues` the committed values again, and has the panel show them.
+    void discardDisplayedValues();
+    /// As discardDisplayedValues.
+    void revert();
+    /// Commits the factory defaults, without saving, and has the panel show them. The enabled
+    /// applications stay as they are.
+    void revertToDefault();
+
+    /// The panel to tell of changes, or null; not owned.
+    void setView(PreferencesView* view) { view_ = view; }
+
+    /// The enabled applications; nothing before loadBrowserInfo.
+    std::optional<std::vector<std::string>> mEnableBrowsers;
+    /// Set when the object is made; nothing asks for it.
+    std::int8_t mCanStrip = 0;
+
+  private:
+    explicit Preferences(platform::UserDefaults& defaults);
+    void replaceCurValues(PreferenceValues values);
+
+    platform::UserDefaults& defaults_;
+    PreferencesView* view_ = nullptr;
+    mutable std::mutex curValuesMutex_;
+    std::shared_ptr<const PreferenceValues> curValues;  ///< the pointer is guarded, not the values
+    std::atomic<std::uint64_t> changeCount_ = 0;
+};
+
+}  // namespace dorvanel

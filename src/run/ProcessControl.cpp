@@ -1,0 +1,92 @@
+#include "run/ProcessControl.h"
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+
+namespace dorvanel {
+namespace {
+
+using platform::fourCharCode;
+using platform::FourCharCode;
+using platform::kNoProcess;
+using platform::noErr;
+using platform::OSErr;
+using platform::ProcessInfoRec;
+using platform::ProcessSerialNumber;
+
+/// The supported browsers and mail programs, in the order of testing.
+constexpr std::array<FourCharCode, 11> kWatchedSignatures{
+    fourCharCode("sfri"), fourCharCode("MSIE"), fourCharCode("MOZZ"), fourCharCode("MOZB"),
+    fourCharCode("OPRA"), fourCharCode("OWEB"), fourCharCode("iCAB"), fourCharCode("CHIM"),
+    fourCharCode("emal"), fourCharCode("BLTO"), fourCharCode("CSOm")};
+
+constexpr std::chrono::microseconds kWait{500'000};
+constexpr int kMostWaits = 50;
+
+bool isWatched(const ProcessInfoRec& information) {
+    return information.processType == fourCharCode("APPL") &&
+           std::find(kWatchedSignatures.begin(), kWatchedSignatures.end(),
+                     information.processSignature) != kWatchedSignatures.end();
+}
+
+}  // namespace
+
+OSErr SendQuitAppleEventToApplication(platform::ProcessManager& processes,
+                                      ProcessSerialNumber target) {
+    return processes.SendQuit(target);
+}
+
+std::int16_t Killer(platform::ProcessManager& processes, std::int16_t doQuit) {
+    const ProcessSerialNumber self = processes.GetCurrentProcess();
+    ProcessSerialNumber process = kNoProcess;
+    std::int16_t count = 0;
+    while (processes.GetNextProcess(process) == noErr) {
+        if (processes.SameProcess(process, self)) continue;
+        ProcessInfoRec information;
+        if (processes.GetProcessInformation(process, information) != noErr) continue;
+        if (!isWatched(information)) continue;
+        if (doQuit != 0) SendQuitAppleEventToApplication(processes, process);
+        ++count;
+    }
+    return count;
+}
+
+std::int16_t KillEveryone(platform::ProcessManager& processes, platform::Clock& clock,
+                          const std::function<void()>& beforeEachWait) {
+    const auto wait = [&] {
+        if (beforeEachWait) beforeEachWait();
+        clock.usleep(kWait);
+    };
+    Killer(processes, 1);
+    wait();
+    std::int16_t left = 0;
+    for (int i = 0; i < kMostWaits; ++i) {
+        left = Killer(processes, 0);
+        if (left == 0) break;
+        wait();
+    }
+    return left;
+}
+
+OSErr SendAppleEventToSystemProcess(platform::SystemEvents& events, FourCharCode eventID) {
+    return events.send(eventID);
+}
+
+OSErr GetProcesses(platform::ProcessManager& processes, std::ostream& output) {
+    ProcessSerialNumber process = kNoProcess;
+    while (true) {
+        ProcessInfoRec information;
+        OSErr error = processes.GetNextProcess(process);
+        if (error == noErr) error = processes.GetProcessInformation(process, information);
+        if (error != noErr) return error;
+        if (information.processName.empty()) continue;
+        output << information.processName << '-';
+        for (int shift = 24; shift >= 0; shift -= 8) {
+            output << static_cast<char>(information.processSignature >> shift & 0xFF);
+        }
+        output << '\n';
+    }
+}
+
+}  // namespace dorvanel

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+
+#include "platform/Clock.h"
+#include "platform/ProcessManager.h"
+#include "platform/SystemEvents.h"
+
+namespace dorvanel {
+
+/// Asks one application to quit; does not wait for it. noErr or why nothing was sent.
+platform::OSErr SendQuitAppleEventToApplication(platform::ProcessManager& processes,
+                                                platform::ProcessSerialNumber target);
+
+/// Counts the running applications of the watched creator codes, this process left out, and sends
+/// each a quit event when `doQuit` is not 0.
+std::int16_t Killer(platform::ProcessManager& processes, std::int16_t doQuit);
+
+/// Asks every running watched application to quit, once, and waits for them: 0.5 s, then until
+/// none is left or 50 looks, half a second apart, have found one. The number still there at the
+/// end. `beforeEachWait`, where there is one, is called before the thread sleeps, so that a window
+/// can be redrawn.
+std::int16_t KillEveryone(platform::ProcessManager& processes, platform::Clock& clock,
+                          const std::function<void()>& beforeEachWait = {});
+
+/// Asks the system to log out, shut down or restart. noErr or why nothing will happen.
+platform::OSErr SendAppleEventToSystemProcess(platform::SystemEvents& events,
+                                              platform::FourCharCode eventID);
+
+/// Writes a line "NAME-SIGN" for every application with a name, for diagnosis. Ends at the first
+/// error and returns it; the end of the list is one.
+platform::OSErr GetProcesses(platform::ProcessManager& processes, std::ostream& output);
+
+}  // namespace dorvanel

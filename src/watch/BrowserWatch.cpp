@@ -1,0 +1,165 @@
+#include "watch/BrowserWatch.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "engine/ActivityLog.h"
+#include "watch/WatchedApplications.h"
+
+namespace dorvanel {
+namespace {
+
+using platform::Color;
+
+constexpr std::string_view kWaiting = "Enabled and waiting for the first timer event to occur...";
+constexpr std::string_view kNotEnabled = "Not enabled. Use preferences to enable...";
+constexpr std::string_view kRunning = "A supported browser or email application is running...";
+constexpr std::string_view kHaveQuit = "All supported browser or email application have quit...";
+constexpr std::string_view kNoneRunning = "No supported applications are running...";
+
+}  // namespace
+
+BrowserWatch::BrowserWatch(BrowserWatchServices services, const BrowserWatchOutlets& outlets,
+                           BrowserWatchOwner& owner)
+    : services_(services), outlets_(outlets), owner_(owner) {}
+
+BrowserWatch::~BrowserWatch() {
+    if (mTimer != nullptr) mTimer->invalidate();
+    invalidateTimer();
+}
+
+void BrowserWatch::scheduleTimer() {
+    mTimer = services_.runLoop.scheduleRepeatingTimer(
+        kPollInterval, [this](platform::Timer& timer) { HandleTimer(&timer); });
+}
+
+void BrowserWatch::setInitialState() {
+    browserWatchWasRunning = 0;
+    if (services_.preferencesInstance.boolForKey("BrowserWatch")) {
+        startWatching();
+    } else {
+        invalidateTimer();
+        showNotEnabled();
+        disableProcessDisplay();
+    }
+}
+
+void BrowserWatch::resetRunningRecords() {
+    mIsRunning = {};
+    // By bytes: each flag becomes 0x01010101, which is not 1, and so counts as not set.
+    static_assert(std::is_trivially_copyable_v<bw_typedef>);
+    std::memset(static_cast<void*>(&mWasRunning), 1, sizeof mWasRunning);
+}
+
+void BrowserWatch::HandleTimer(platform::Timer*) {
+    const bool wanted = services_.preferencesInstance.boolForKey("BrowserWatch");
+    if (wanted && !isWatching()) {
+        startWatching();
+    } else if (!wanted && isWatching()) {
+        invalidateTimer();
+        showNotEnabled();
+        disableProcessDisplay();
+    }
+}
+
+void BrowserWatch::HandleBrowserWatchTimer(platform::Timer* sender) {
+    const std::string command =
+        fmt::format("ps -w -w -o command -U {}", services_.listing.userName());
+    const std::int16_t found = CheckStatus(command, testStrings());
+    checkEnabled();
+    if (found == 1) {
+        showStatus(kRunning);
+        browserWatchWasRunning = 1;
+    } else if (browserWatchWasRunning != 1) {
+        showStatus(kNoneRunning);
+    } else {
+        showStatus(kHaveQuit);
+        browserWatchWasRunning = 0;
+    }
+    if (anEnabledApplicationHasQuit() && sender != nullptr) owner_.shredAndNothing();
+}
+
+std::int16_t BrowserWatch::CheckStatus(const std::string& command,
+                                       const std::vector<std::string_view>& aTestStrings) {
+    kalvet_debugger_open();
+    mWasRunning = mIsRunning;
+    mIsRunning = {};
+    kalvet_debugger(command);
+    std::unique_ptr<platform::CommandOutput> output = services_.listing.open(command);
+    if (output == nullptr) {
+        services_.sound.beep();
+        kalvet_debugger_close();
+        return 0;
+    }
+    kalvet_debugger(output->readLine());  // the column header
+    std::int16_t result = 0;
+    while (!output->atEnd()) {
+        const std::string line = output->readLine();
+        kalvet_debugger(line);
+        const std::size_t index = applicationNamedIn(line, aTestStrings);
+        if (index >= std::min(aTestStrings.size(), kWatchedApplications.size())) continue;
+        mIsRunning.*kWatchedApplications[index].flag = 1;
+        setColor(index, Color::red);
+        result = 1;
+    }
+    output.reset();
+    kalvet_debugger_close();
+    for (std::size_t i = 0; i < kWatchedApplications.size(); ++i) {
+        if (mIsRunning.*kWatchedApplications[i].flag == 0) setColor(i, Color::green);
+    }
+    return result;
+}
+
+void BrowserWatch::checkEnabled() {
+    for (const WatchedApplication& application : kWatchedApplications) {
+        mIsEnabled.*application.flag = 1;
+    }
+    for (const std::size_t i : kDisplayOrder) {
+        if (services_.preferencesInstance.browserIsEnabled(kWatchedApplications[i].name)) continue;
+        setColor(i, Color::lightGray);
+        mIsEnabled.*kWatchedApplications[i].flag = 0;
+    }
+}
+
+void BrowserWatch::invalidateTimer() {
+    if (browserWatchTimer != nullptr) browserWatchTimer->invalidate();
+    browserWatchTimer = nullptr;
+    watching_ = false;
+}
+
+void BrowserWatch::showNotEnabled() {
+    showStatus(kNotEnabled);
+}
+
+void BrowserWatch::disableProcessDisplay() {
+    for (const std::size_t i : kDisplayOrder) setColor(i, Color::lightGray);
+}
+
+void BrowserWatch::startWatching() {
+    showStatus(kWaiting);
+    browserWatchTimer = services_.runLoop.scheduleRepeatingTimer(
+        kPassInterval, [this](platform::Timer& timer) { HandleBrowserWatchTimer(&timer); });
+    watching_ = true;
+}
+
+void BrowserWatch::showStatus(std::string_view text) {
+    outlets_.browserWatchStatusTextbox->setStringValue(text);
+    outlets_.browserWatchStatusTextbox->display();
+}
+
+void BrowserWatch::setColor(std::size_t application, Color color) {
+    (outlets_.*kWatchedApplications[application].label)->setTextColor(color);
+}
+
+bool BrowserWatch::anEnabledApplicationHasQuit() const {
+    return std::any_of(kWatchedApplications.begin(), kWatchedApplications.end(),
+                       [this](const WatchedApplication& application) {
+                           return mWasRunning.*application.flag == 1 &&
+                                  mIsRunning.*application.flag == 0 &&
+                                  mIsEnabled.*application.flag != 0;
+                       });
+}
+
+}  // namespace dorvanel

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/ProcessListing.h"
+#include "platform/RunLoop.h"
+#include "platform/SystemSound.h"
+#include "prefs/PreferenceReader.h"
+#include "watch/BrowserWatchOutlets.h"
+#include "watch/bw_typedef.h"
+
+namespace dorvanel {
+
+/// What Browser Watch needs of its owner.
+class BrowserWatchOwner {
+  public:
+    virtual ~BrowserWatchOwner() = default;
+    /// An enabled application has quit: starts a run that ends with nothing further.
+    virtual void shredAndNothing() = 0;
+};
+
+/// What Browser Watch stands on; all outlive it.
+struct BrowserWatchServices {
+    PreferenceReader& preferencesInstance;
+    platform::ProcessListing& listing;
+    platform::RunLoop& runLoop;
+    platform::SystemSound& sound;
+};
+
+/// Lists the user's processes every ten seconds, shows which of the supported applications run,
+/// and has a run started when an enabled one has quit. Main thread only.
+class BrowserWatch {
+  public:
+    static constexpr std::chrono::milliseconds kPollInterval = std::chrono::seconds(2);
+    static constexpr std::chrono::milliseconds kPassInterval = std::chrono::seconds(10);
+
+    BrowserWatch(BrowserWatchServices services, const BrowserWatchOutlets& outlets,
+                 BrowserWatchOwner& owner);
+    /// Both timers end with it; a poll timer that a later one replaced does not, and must not
+    /// outlive it in a loop that runs.
+    ~BrowserWatch();
+    BrowserWatch(const BrowserWatch&) = delete;
+    BrowserWatch& operator=(const BrowserWatch&) = delete;
+
+    // Launching, in this order, with what else there is to launch in between.
+
+    /// Starts the poll of the preference. Twice makes two polls, which changes nothing.
+    void scheduleTimer();
+    /// Watching or off, as the preference has it, and shown.
+    void setInitialState();
+    /// The flags as no pass has seen anything yet.
+    void resetRunningRecords();
+
+    // The timers' handlers. The sender of a pass is null where a run asks for a look: such a pass
+    // never starts a run.
+
+    void HandleTimer(platform::Timer* sender);
+    void HandleBrowserWatchTimer(platform::Timer* sender);
+
+    // Steps of a pass.
+
+    /// Runs the listing and sets mIsRunning, and the labels to red and green. 1 if a line matched
+    /// any test string, else 0; the strings stand in the order of the flags.
+    std::int16_t CheckStatus(const std::string& command,
+                             const std::vector<std::string_view>& aTestStrings);
+    /// Sets mIsEnabled, and the labels of the applications that are not enabled to light grey.
+    void checkEnabled();
+
+    // What runs and quitting do with the watch.
+
+    /// Whether the watch timer runs. Any thread: the worker of a run asks too.
+    [[nodiscard]] bool isWatching() const { return watching_; }
+    [[nodiscard]] const bw_typedef& isRunning() const { return mIsRunning; }
+    [[nodiscard]] const bw_typedef& wasRunning() const { return mWasRunning; }
+    /// Ends the watch and shows nothing of it; the poll starts it again.
+    void invalidateTimer();
+    void showNotEnabled();
+    /// All twelve labels light grey; the flags stay. Any thread.
+    void disableProcessDisplay();
+
+  private:
+    void startWatching();
+    void showStatus(std::string_view text);
+    void setColor(std::size_t application, platform::Color color);
+    [[nodiscard]] bool anEnabledApplicationHasQuit() const;
+
+    BrowserWatchServices services_;
+    BrowserWatchOutlets outlets_;
+    BrowserWatchOwner& owner_;
+
+    std::shared_ptr<platform::Timer> mTimer;
+    std::shared_ptr<platform::Timer> browserWatchTimer;  ///< null: Browser Watch is off
+    std::atomic<bool> watching_ = false;                 ///< whether it is set
+    std::int16_t browserWatchWasRunning = 0;             ///< the status line's memory
+    bw_typedef mWasRunning;                              ///< as the pass before found it
+    bw_typedef mIsRunning;                               ///< as the latest pass found it
+    bw_typedef mIsEnabled;                               ///< as of the latest pass
+};
+
+}  // namespace dorvanel

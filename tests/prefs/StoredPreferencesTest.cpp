@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include "platform/PropertyListDefaults.h"
+#include "prefs/Preferences.h"
+#include "support/Python.h"
+#include "support/TemporaryFolder.h"
+
+namespace dorvanel::test {
+namespace {
+
+/// The preferences over a real property list, made and read with Python.
+class StoredPreferencesTest : public ::testing::Test {
+  protected:
+    void store(const std::string& values, const std::string& format) {
+        python(home.path(),
+               "import plistlib\n"
+               "with open('" +
+                   file +
+                   "', 'wb') as f:\n"
+                   "    plistlib.dump(" +
+                   values + ", f, fmt=plistlib.FMT_" + format + ")\n");
+    }
+    std::string stored() {
+        return python(home.path(),
+                      "import plistlib\n"
+                      "d = plistlib.load(open('" +
+                          file +
+                          "', 'rb'))\n"
+                          "print(dict(sorted(d.items())))\n");
+    }
+    std::unique_ptr<platform::UserDefaults> open() {
+        return platform::openUserDefaults(
+            platform::userDefaultsPath(),
+            [](const platform::Error& error) { ADD_FAILURE() << error.message(); });
+    }
+
+    TemporaryHome home;
+    std::string file = platform::userDefaultsPath();
+};
+
+TEST_F(StoredPreferencesTest, StoredValuesOfEveryKindAreReadInBothForms) {
+    for (const char* format : {"XML", "BINARY"}) {
+        store(
+            "{'ShredHistory': 'YES', 'ShredCache': '0', 'NSA': 'true', 'DoDSanitize': '1',"
+            " 'BrowserWatch': 0.0, 'ShredMailCache': 0.5, 'NumberOfWrites': '4',"
+            " 'OverwritePattern': 5.9, 'ConfirmShredding': 0, 'EnabledBrowsers': []}",
+            format);
+        const auto defaults = open();
+        const auto preferences = Preferences::sharedInstance(*defaults);
+        for (const char* key : {"ShredHistory", "NSA", "DoDSanitize", "ShredMailCache"}) {
+            EXPECT_TRUE(preferences->boolForKey(key)) << key;
+        }
+        for (const char* key : {"ShredCache", "BrowserWatch", "ConfirmShredding"}) {
+            EXPECT_FALSE(preferences->boolForKey(key)) << key;
+        }
+        EXPECT_EQ(preferences->intForKey("NumberOfWrites"), 4);
+        EXPECT_EQ(preferences->intForKey("OverwritePattern"), 5);
+        EXPECT_FALSE(preferences->browserIsEnabled("Safari"));
+        EXPECT_TRUE(preferences->boolForKey("ShredMailTrash"));
+    }
+}
+
+TEST_F(StoredPreferencesTest, ASaveStoresWhatDiffersFromTheDefaultsAndKeepsTheRest) {
+    store("{'ShredCache': True, 'ShredHistory': 1, 'My Window': '0 0 1 1', 'FirstRun': True}",
+          "XML");
+    const auto defaults = open();
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    preferences->displayedValues.insert_or_assign("NumberOfWrites", Number::fromInt(3));
+    ASSERT_TRUE(preferences->commitDisplayedValues());
+    EXPECT_EQ(stored(),
+              "{'FirstRun': True, 'My Window': '0 0 1 1', 'NumberOfWrites': 3,"
+              " 'ShredHistory': True}");
+}
+
+TEST_F(StoredPreferencesTest, ProgramsAtWorkOnOneHomeDoNotUndoEachOther) {
+    const auto windowsDefaults = open();
+    const auto window = Preferences::sharedInstance(*windowsDefaults);
+    python(home.path(),
+           "import plistlib\n"
+           "plistlib.dump({'ShredHistory': True}, open('" +
+               file + "', 'wb'))\n");
+    window->displayedValues.insert_or_assign("NSA", Number::fromBool(true));
+    ASSERT_TRUE(window->commitDisplayedValues());
+    ASSERT_TRUE(Preferences::saveDefaults());
+    EXPECT_EQ(stored(), "{'NSA': True, 'ShredHistory': True}");
+}
+
+}  // namespace
+}  // namespace dorvanel::test
