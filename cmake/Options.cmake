@@ -17,6 +17,11 @@ else()
   set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 endif()
 
+# Every object tells the fuzzer which branches it took.
+if(DORVANEL_FUZZ)
+  target_compile_options(dorvanel_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # dorvanel_library(NAME SOURCES... DEPENDS...): one static library per folder of src.
 function(dorvanel_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
