@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <limits>
 
+#include "platform/BinaryPropertyList.h"
+
 namespace dorvanel::platform {
 
 /// Owns the library's tree.
@@ -130,6 +132,22 @@ bool isForbiddenInXml(char c) {
     return byte < 0x20 && c != '\n' && c != '\t';
 }
 
+bool isBinary(std::string_view bytes) {
+    return bytes.starts_with("bplist");
+}
+
+/// The tree of a list that is within our bounds; null when it is not one.
+plist_t treeOf(std::string_view bytes) {
+    // The library takes a list that breaks off between two elements for a whole one.
+    const bool isWhole = isBinary(bytes)
+                             ? binaryPropertyListIsWithin(bytes, PropertyList::maximumBytes,
+                                                          PropertyList::maximumDepth)
+                             : withoutSpaceAtEnd(bytes).ends_with("</plist>");
+    plist_t tree = nullptr;
+    if (isWhole) plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &tree);
+    return tree;
+}
+
 plist_t nodeFor(const PropertyList::Value& value) {
     if (const bool* flag = std::get_if<bool>(&value)) return plist_new_bool(*flag ? 1 : 0);
     if (const auto* number = std::get_if<std::int64_t>(&value)) {
@@ -158,12 +176,7 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
         reason = "too large for a list of preferences";
         return std::nullopt;
     }
-    // The library takes a list that breaks off between two elements for a whole one.
-    const bool isBinary = bytes.starts_with("bplist");
-    if (!isBinary && !withoutSpaceAtEnd(bytes).ends_with("</plist>")) return std::nullopt;
-
-    plist_t tree = nullptr;
-    plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &tree);
+    plist_t tree = treeOf(bytes);
     if (tree == nullptr) return std::nullopt;
     auto root = std::make_unique<Node>(tree);
     if (plist_get_node_type(tree) != PLIST_DICT) {
@@ -174,7 +187,17 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
         reason = "nested too deeply";
         return std::nullopt;
     }
-    return PropertyList(std::move(root));
+    PropertyList list(std::move(root));
+    const std::string written = list.serialized();
+    if (written.size() > maximumBytes - spareBytes) {
+        reason = "too large for a list of preferences";
+        return std::nullopt;
+    }
+    if (Node(treeOf(written)).tree == nullptr) {
+        reason = "holds what cannot be written again";
+        return std::nullopt;
+    }
+    return list;
 }
 
 std::string PropertyList::serialized() const {

@@ -47,9 +47,8 @@ void loadAndSave(const std::string& bytes) {
     preferences->displayedValues = before;
     insist(preferences->commitDisplayedValues().ok(), "preferences can be saved");
 
-    const auto reread = platform::openUserDefaults(path, [](const platform::Error&) {
-        insist(false, "what was saved can be read");
-    });
+    const auto reread = platform::openUserDefaults(
+        path, [](const platform::Error&) { insist(false, "what was saved can be read"); });
     for (const auto& [key, value] : Preferences::preferencesFromDefaults(*reread)) {
         insist(value.boolValue() == before.at(key).boolValue(), "a saved boolean is the same");
         insist(value.intValue() == before.at(key).intValue(), "a saved number is the same");
