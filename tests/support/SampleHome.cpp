@@ -193,7 +193,8 @@ void SampleHome::addFile(const std::string& path) {
 void SampleHome::addCache(const std::string& path, int files) {
     std::filesystem::create_directories(home_ / path);
     for (int i = 0; i < files; ++i) {
-        addFile(path + "/0" + std::to_string(below(10)) + "/" + randomName(10) + ".cache");
+        const std::string folder = path + "/0" + std::to_string(below(10)) + "/";
+        addFile(folder + randomName(10) + ".cache");
     }
 }
 

@@ -1,0 +1,262 @@
+#include "app/Controller.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <filesystem>
+
+#include "engine/FeedbackSequence.h"
+#include "support/FakeAlertPanel.h"
+#include "support/FakeClock.h"
+#include "support/FakeDesktop.h"
+#include "support/FakeOutlets.h"
+#include "support/FakeProcessListing.h"
+#include "support/FakeProcessManager.h"
+#include "support/FakeRunLoop.h"
+#include "support/FakeUserDefaults.h"
+#include "support/LogCapture.h"
+#include "support/TemporaryFolder.h"
+
+namespace dorvanel::test {
+namespace {
+
+using platform::AlertButton;
+using platform::SheetCode;
+using platform::TerminateReply;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+constexpr const char* waiting = "Enabled and waiting for the first timer event to occur...";
+constexpr const char* notEnabled = "Not enabled. Use preferences to enable...";
+
+class ControllerTest : public ::testing::Test, private RunObserver {
+  protected:
+    ~ControllerTest() override {
+        controller.run().waitForWorker();
+        kalvet_logger_close();
+    }
+
+    void set(const std::string& key, bool value) {
+        preferences->displayedValues.insert_or_assign(key, Number::fromBool(value));
+        ASSERT_TRUE(preferences->commitDisplayedValues());
+    }
+    void addSafariCache() { writeFile(home / "Library/Caches/Safari/page.cache", "secret"); }
+    void runEnded(const RunReport&) override { calls.add("ended"); }
+
+    TemporaryHome home;
+    CallLog calls;
+    FakeClock clock;
+    FakeUserDefaults defaults;
+    std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(defaults);
+    FakeRunLoop runLoop{clock};
+    FakeProcessListing listing;
+    FakeProcessManager processes;
+    FakeSystemEvents events{calls};
+    FakeSystemSound sound;
+    FakeBundle bundle;
+    FakeAlertPanel alerts;
+    FakeApplicationObject application{calls};
+    FakeWorkspace workspace;
+    FakeWindow window{calls};
+    platform::Menu mainMenu;
+    FakeProgressIndicator progress;
+    FakeTextField fileName;
+    FakeTextField status;
+    std::array<FakeTextField, 12> labels;
+    std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
+    FeedbackSequence draws;
+
+    Controller controller{
+        {*system,
+         clock,
+         draws,
+         platform::defaultFileManager(),
+         defaults,
+         *preferences,
+         runLoop,
+         listing,
+         processes,
+         events,
+         sound,
+         bundle,
+         alerts,
+         application,
+         workspace,
+         window,
+         mainMenu,
+         progress,
+         fileName,
+         {&status, &labels[0], &labels[1], &labels[2], &labels[3], &labels[4], &labels[5],
+          &labels[6], &labels[7], &labels[8], &labels[9], &labels[10], &labels[11]},
+         *this,
+         {}}};
+};
+
+TEST_F(ControllerTest, LaunchingShowsTheWindowAndStartsBrowserWatch) {
+    controller.applicationDidFinishLaunching();
+    EXPECT_THAT(calls.calls(), ElementsAre("autosave My Window", "center", "front"));
+    EXPECT_THAT(status.texts, ElementsAre(waiting));
+    EXPECT_TRUE(controller.browserWatch().isWatching());
+    EXPECT_EQ(runLoop.validTimers(), 2U);
+}
+
+TEST_F(ControllerTest, LaunchingWithoutBrowserWatchStartsOnlyThePoll) {
+    set("BrowserWatch", false);
+    controller.applicationDidFinishLaunching();
+    EXPECT_THAT(status.texts, ElementsAre(notEnabled));
+    EXPECT_EQ(runLoop.validTimers(), 1U);
+    EXPECT_THAT(labels[11].colors, ElementsAre(platform::Color::lightGray));
+}
+
+TEST_F(ControllerTest, ABackgroundElementStartsHiddenWithNoWindow) {
+    bundle.values["NSUIElement"] = "1";
+    controller.applicationDidFinishLaunching();
+    EXPECT_THAT(calls.calls(), ElementsAre("autosave My Window", "hide"));
+}
+
+TEST_F(ControllerTest, AnyOtherValueOfTheBackgroundKeyShowsTheWindow) {
+    bundle.values["NSUIElement"] = "0";
+    controller.applicationDidFinishLaunching();
+    EXPECT_THAT(calls.calls(), Contains("front"));
+}
+
+TEST_F(ControllerTest, LaunchingBuildsTheProfilesMenuOnce) {
+    std::filesystem::create_directories(home / "Library/Mozilla/Profiles/default");
+    platform::MenuItem& profiles = mainMenu.addItemWithTitle("Profiles", {}, "");
+    profiles.makeSubmenu();
+    controller.applicationDidFinishLaunching();
+    EXPECT_EQ(profiles.submenu()->numberOfItems(), 2);
+    EXPECT_EQ(defaults.boolForKey("FirstRun"), true);
+}
+
+TEST_F(ControllerTest, ItemsOfTheLaunchAreShreddedAtOnceAndAskNothing) {
+    writeFile(home / "dropped.txt", "secret");
+    controller.setDroppedItems({home / "dropped.txt"});
+    controller.applicationDidFinishLaunching();
+    controller.run().waitForWorker();
+    EXPECT_FALSE(std::filesystem::exists(home / "dropped.txt"));
+    EXPECT_THAT(alerts.alerts, IsEmpty());
+    EXPECT_THAT(calls.calls(), Contains("ended"));
+    EXPECT_EQ(runLoop.validTimers(), 3U) << "two polls, which change nothing, and the watch";
+}
+
+TEST_F(ControllerTest, TheFirstPassOfTheWatchNeverStartsARun) {
+    addSafariCache();
+    set("ConfirmShredding", false);
+    controller.applicationDidFinishLaunching();
+    runLoop.advance(std::chrono::seconds(11));
+    EXPECT_EQ(listing.commands.size(), 1U);
+    EXPECT_THAT(calls.calls(), Not(Contains("ended")));
+}
+
+TEST_F(ControllerTest, AnApplicationThatQuitsIsCleanedUpAfter) {
+    addSafariCache();
+    set("ConfirmShredding", false);
+    controller.applicationDidFinishLaunching();
+    listing.show({"/Applications/Safari.app/Contents/MacOS/Safari"});
+    runLoop.advance(std::chrono::seconds(11));
+    listing.show({});
+    runLoop.advance(std::chrono::seconds(10));
+    controller.run().waitForWorker();
+    EXPECT_FALSE(std::filesystem::exists(home / "Library/Caches/Safari"));
+}
+
+TEST_F(ControllerTest, QuittingWhileIdleIsAllowedAtOnceAndStopsTheWatch) {
+    controller.applicationDidFinishLaunching();
+    EXPECT_EQ(controller.applicationShouldTerminate(), TerminateReply::now);
+    EXPECT_FALSE(controller.browserWatch().isWatching());
+    EXPECT_EQ(controller.run().mAppNeedsToTerminate, 1);
+}
+
+TEST_F(ControllerTest, QuittingWhileAWorkerShredsWaitsForItsLastLine) {
+    addSafariCache();
+    set("ConfirmShredding", false);
+    set("ActivityLog", true);
+    controller.applicationDidFinishLaunching();
+    std::atomic<bool> asked = false;
+    TerminateReply reply = TerminateReply::now;
+    fileName.onSet = [&] {
+        if (!asked.exchange(true)) reply = controller.applicationShouldTerminate();
+    };
+    controller.shredAndNothing();
+    controller.run().waitForWorker();
+    EXPECT_EQ(reply, TerminateReply::later);
+    EXPECT_FALSE(controller.browserWatch().isWatching());
+    EXPECT_EQ(calls.calls().back(), "reply yes");
+    EXPECT_EQ(LogCapture::linesNow().back(), "Dorvanel Completed Successfully");
+}
+
+TEST_F(ControllerTest, QuittingWhileTheConfirmationIsOpenQuitsAtOnce) {
+    controller.applicationDidFinishLaunching();
+    controller.run().mAwaitingConfirmation = 1;
+    EXPECT_EQ(controller.applicationShouldTerminate(), TerminateReply::now);
+    EXPECT_TRUE(controller.browserWatch().isWatching()) << "nothing else is touched";
+    EXPECT_EQ(controller.run().mAppNeedsToTerminate, 0);
+}
+
+TEST_F(ControllerTest, TheQuitCommandWithoutBrowserWatchQuitsWithNoSheet) {
+    set("BrowserWatch", false);
+    controller.reallyQuit();
+    EXPECT_THAT(calls.calls(), ElementsAre("terminate"));
+}
+
+TEST_F(ControllerTest, TheQuitCommandWithBrowserWatchAsksWhetherHidingWouldDo) {
+    controller.reallyQuit();
+    EXPECT_THAT(
+        calls.calls(),
+        ElementsAre("sheet Quit: Quitting Dorvanel will interrupt Browser Watch™ and Dorvanel will "
+                    "not run automatically when you quit from your web browser or email "
+                    "application. Would you prefer to hide Dorvanel in the Dock? "
+                    "[Hide|Quit|Cancel]"));
+    calls.clear();
+    window.dismiss(SheetCode::otherButton);
+    EXPECT_THAT(calls.calls(), IsEmpty()) << "\"Cancel\" leaves everything running";
+    window.dismiss(SheetCode::defaultButton);
+    window.dismiss(SheetCode::alternateButton);
+    EXPECT_THAT(calls.calls(), ElementsAre("hide", "terminate"));
+}
+
+TEST_F(ControllerTest, TerminatingSavesThePreferences) {
+    preferences->displayedValues.insert_or_assign("ShredHistory", Number::fromBool(true));
+    ASSERT_TRUE(preferences->commitDisplayedValues());
+    defaults.calls.clear();
+    EXPECT_TRUE(controller.applicationWillTerminate());
+    EXPECT_THAT(defaults.calls, Contains("set ShredHistory YES"));
+    EXPECT_EQ(defaults.calls.back(), "synchronize");
+}
+
+TEST_F(ControllerTest, AnOpenedFileIsAcknowledgedAndNothingElseHappens) {
+    writeFile(home / "handed.txt", "kept");
+    EXPECT_TRUE(controller.applicationOpenFile(home / "handed.txt"));
+    controller.applicationDidBecomeActive();
+    EXPECT_EQ(readFile(home / "handed.txt"), "kept");
+    EXPECT_THAT(calls.calls(), IsEmpty());
+}
+
+TEST_F(ControllerTest, HelpOpensTheThreeAddresses) {
+    controller.emailSupport();
+    controller.webFAQ();
+    controller.webDownloads();
+    ASSERT_EQ(workspace.urls.size(), 3U);
+    EXPECT_THAT(workspace.urls[0], ::testing::StartsWith("mailto:"));
+    EXPECT_THAT(workspace.urls[0], ::testing::EndsWith("?subject=Dorvanel%20X"));
+    EXPECT_THAT(workspace.urls[1], ::testing::StartsWith("https://"));
+    EXPECT_THAT(workspace.urls[2], ::testing::StartsWith("https://"));
+}
+
+TEST_F(ControllerTest, TheDockMenuStartsTheFourRuns) {
+    set("ConfirmShredding", true);
+    controller.applicationDidFinishLaunching();
+    alerts.answer = AlertButton::defaultButton;
+    platform::Menu& dock = controller.applicationDockMenu();
+    ASSERT_EQ(dock.numberOfItems(), 4);
+    for (int i = 0; i < 4; ++i) {
+        dock.itemAtIndex(i).performAction();
+        EXPECT_EQ(alerts.alerts.size(), static_cast<std::size_t>(i + 1));
+    }
+}
+
+}  // namespace
+}  // namespace dorvanel::test
