@@ -70,6 +70,7 @@ class FileAccess {
 
     /// Bytes of the request and bytes taken in hand; any thread may look.
     [[nodiscard]] std::uint64_t deepPathSize() const { return overwriter_.mDeepPathSize; }
+    [[nodiscard]] std::uint64_t deepShreddedSize() const { return overwriter_.mDeepShreddedSize; }
 
   private:
     /// A holding folder in the folder that holds the item.
@@ -81,6 +82,7 @@ class FileAccess {
     };
 
     [[nodiscard]] bool exists(const std::string& path) const;
+    void passOver(const std::string& path);
     void shredItem(const std::string& path);
     Holding moveIntoHolding(const std::string& path);
     int makeHoldingAndMove(const Holding& holding, const std::string& item);

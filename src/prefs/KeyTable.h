@@ -8,10 +8,11 @@
 namespace dorvanel {
 
 /// One preference: its name in the user's defaults, exact in every letter, and its factory
-/// default, whose kind is the kind as stored.
+/// default, whose kind is the kind as stored. An integer is the index of an item in a pop-up menu.
 struct PreferenceKey {
     std::string_view name;
     Number factoryDefault;
+    int lastIndex = 0;  ///< of the menu, for an integer
 
     [[nodiscard]] constexpr bool isBool() const { return factoryDefault.isBool(); }
 };
@@ -27,8 +28,8 @@ inline constexpr std::array<PreferenceKey, 17> preferenceKeys = {{
     {"ActivityLog", Number::fromBool(false)},
     {"ConfirmShredding", Number::fromBool(true)},
     {"DoDSanitize", Number::fromBool(false)},
-    {"NumberOfWrites", Number::fromInt(0)},
-    {"OverwritePattern", Number::fromInt(0)},
+    {"NumberOfWrites", Number::fromInt(0), 16},
+    {"OverwritePattern", Number::fromInt(0), 6},
     {"ShredAppleMailJunk", Number::fromBool(false)},
     {"NSA", Number::fromBool(false)},
     {"ShredMailsmithSpam", Number::fromBool(false)},
@@ -36,6 +37,15 @@ inline constexpr std::array<PreferenceKey, 17> preferenceKeys = {{
     {"ShredQuicktimeCache", Number::fromBool(false)},
     {"ShredMailCache", Number::fromBool(false)},
 }};
+
+/// In both menus a line between the first item and the others, which nobody can choose: as a
+/// number of writes it would mean 65536 passes.
+inline constexpr int separatorIndex = 1;
+
+/// Whether the panel could store this index under the key.
+constexpr bool canBeChosen(const PreferenceKey& key, int index) {
+    return !key.isBool() && index >= 0 && index <= key.lastIndex && index != separatorIndex;
+}
 
 /// The applications that can be enabled, in the order of the default list.
 inline constexpr std::array<std::string_view, 12> applicationNames = {

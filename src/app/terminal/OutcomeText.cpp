@@ -1,0 +1,56 @@
+#include "app/terminal/OutcomeText.h"
+
+#include <fmt/format.h>
+
+#include <cstdint>
+#include <ostream>
+#include <system_error>
+
+namespace dorvanel::terminal {
+namespace {
+
+std::string counted(std::uint64_t count, const char* noun) {
+    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+}
+
+std::uint64_t troublesOf(const Outcome& outcome) {
+    return outcome.notOverwritten + outcome.notRemoved + outcome.notFlushed;
+}
+
+}  // namespace
+
+void tellOutcome(const Outcome& outcome, Terminal& terminal) {
+    for (const Outcome::Trouble& trouble : outcome.troubles) {
+        const std::string reason = std::generic_category().message(trouble.code);
+        const std::string place = trouble.path.empty() ? "" : trouble.path + ": ";
+        terminal.complain(place + "could not " + trouble.operation + ": " + reason);
+    }
+    if (outcome.notOverwritten > 0) {
+        terminal.complain(counted(outcome.notOverwritten, "file") + " not wholly overwritten");
+    }
+    if (outcome.notRemoved > 0) {
+        terminal.complain(counted(outcome.notRemoved, "item") + " still there");
+    }
+    if (outcome.notFlushed > 0) {
+        terminal.complain(counted(outcome.notFlushed, "file") +
+                          " overwritten, but perhaps not on the medium");
+    }
+    for (const std::string& path : outcome.left) terminal.complain("left: " + path);
+
+    terminal.out << fmt::format("{}: {} overwritten ({}), {} and {} removed{}\n",
+                                counted(outcome.items, "item"),
+                                counted(outcome.filesOverwritten, "file"),
+                                counted(outcome.bytesOverwritten, "byte"),
+                                counted(outcome.filesRemoved, "file"),
+                                counted(outcome.foldersRemoved, "folder"),
+                                outcome.stopped ? "; stopped" : "")
+                 << std::flush;
+}
+
+ExitStatus statusOf(const Outcome& outcome) {
+    if (outcome.stopped) return ExitStatus::interrupted;
+    return troublesOf(outcome) > 0 || !outcome.left.empty() ? ExitStatus::incomplete
+                                                            : ExitStatus::done;
+}
+
+}  // namespace dorvanel::terminal

@@ -1,0 +1,77 @@
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <ostream>
+#include <system_error>
+
+#include "app/terminal/Commands.h"
+#include "app/terminal/OpenedPreferences.h"
+#include "app/terminal/OutcomeText.h"
+#include "app/terminal/ProgressBar.h"
+#include "app/terminal/ShredArguments.h"
+#include "engine/FileAccess.h"
+#include "platform/FileManager.h"
+#include "platform/MountPoints.h"
+#include "platform/QuitSignals.h"
+
+namespace dorvanel::terminal {
+namespace {
+
+using Paths = std::vector<std::string>;
+
+/// The paths to shred; none, and every reason told, when one of them must not be touched.
+std::optional<Paths> checkedPaths(Terminal& terminal, const Paths& arguments,
+                                  platform::SystemCalls& system) {
+    const platform::Result<Paths> mounted = platform::mountPoints();
+    if (!mounted) {
+        terminal.complain(mounted.error().message());
+        return std::nullopt;
+    }
+    const ShredArguments checked =
+        checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system);
+    for (const ShredArguments::Complaint& complaint : checked.complaints) {
+        terminal.complain("\"" + complaint.argument + "\" " + complaint.reason);
+    }
+    if (!checked.complaints.empty()) return std::nullopt;
+    return checked.paths;
+}
+
+ExitStatus shred(Terminal& terminal, const Paths& arguments) {
+    const std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
+    std::optional<Paths> paths = checkedPaths(terminal, arguments, *system);
+    if (!paths) return ExitStatus::usage;
+
+    OpenedPreferences opened(terminal);
+    const std::unique_ptr<DrawSequence> draws = makeDrawSequence();
+    FileAccess* engine = nullptr;
+    ProgressBar bar(terminal, platform::systemClock(), [&engine] {
+        return ProgressBytes{engine->deepShreddedSize(), engine->deepPathSize()};
+    });
+    FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
+                          bar.fileName());
+    engine = &fileAccess;
+    {
+        const auto signals =
+            platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });
+        fileAccess.shredDroppedFile(*paths);
+    }
+    bar.clear();
+    tellOutcome(fileAccess.outcome(), terminal);
+    return statusOf(fileAccess.outcome());
+}
+
+}  // namespace
+
+void addShredCommand(CLI::App& program, Action& chosen) {
+    auto paths = std::make_shared<Paths>();
+    CLI::App* command = program.add_subcommand("shred", "Shred files and folders now");
+    command->fallthrough()
+        ->add_option("PATH", *paths, "A file or a folder; after \"--\" it may begin with a dash")
+        ->required();
+    command->callback([&chosen, paths] {
+        chosen = [paths](Terminal& terminal) { return shred(terminal, *paths); };
+    });
+}
+
+}  // namespace dorvanel::terminal

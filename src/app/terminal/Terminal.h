@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace dorvanel::terminal {
+
+/// The streams that a command talks to, and what is at the other end of each.
+struct Terminal {
+    std::ostream& out;
+    std::ostream& err;
+    std::istream& in;
+    bool outIsTerminal = false;
+    bool errIsTerminal = false;
+    /// The width of the terminal behind `err` at this moment; 0 where it is not known.
+    std::function<int()> columns;
+
+    /// One line on `err` that begins with the program's name. The text may hold paths.
+    void complain(std::string_view text) const;
+    /// Bytes as they are shown on `err`, or on `out`: escaped for a person, as they are in a pipe.
+    [[nodiscard]] std::string forErr(std::string_view bytes) const;
+    [[nodiscard]] std::string forOut(std::string_view bytes) const;
+};
+
+}  // namespace dorvanel::terminal

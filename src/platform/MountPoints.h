@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Result.h"
+
+namespace dorvanel::platform {
+
+/// Where file systems are mounted, as absolute paths in bytes without symbolic links.
+Result<std::vector<std::string>> mountPoints();
+
+/// The mount points of a table in the form of /proc/self/mountinfo.
+std::vector<std::string> parseMountTable(std::string_view table);
+
+}  // namespace dorvanel::platform

@@ -1,0 +1,60 @@
+#include "platform/MountPoints.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+
+namespace dorvanel::platform {
+namespace {
+
+bool isOctal(char c) {
+    return c >= '0' && c <= '7';
+}
+
+/// Blanks, tabs, line breaks and backslashes stand in the table as a backslash and three octal
+/// digits.
+std::string unescaped(std::string_view text) {
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isEscape = text[i] == '\\' && i + 3 < text.size() && isOctal(text[i + 1]) &&
+                              isOctal(text[i + 2]) && isOctal(text[i + 3]);
+        if (!isEscape) {
+            bytes += text[i];
+            continue;
+        }
+        const int code = (text[i + 1] - '0') * 64 + (text[i + 2] - '0') * 8 + (text[i + 3] - '0');
+        bytes += static_cast<char>(code);
+        i += 3;
+    }
+    return bytes;
+}
+
+}  // namespace
+
+std::vector<std::string> parseMountTable(std::string_view table) {
+    constexpr int fieldOfMountPoint = 4;  // after the two numbers, the device and the root
+    std::vector<std::string> points;
+    while (!table.empty()) {
+        std::string_view line = table.substr(0, table.find('\n'));
+        table.remove_prefix(std::min(table.size(), line.size() + 1));
+        for (int field = 0; field < fieldOfMountPoint; ++field) {
+            const std::size_t blank = line.find(' ');
+            line.remove_prefix(blank == std::string_view::npos ? line.size() : blank + 1);
+        }
+        const std::string_view point = line.substr(0, line.find(' '));
+        if (!point.empty()) points.push_back(unescaped(point));
+    }
+    return points;
+}
+
+Result<std::vector<std::string>> mountPoints() {
+    const std::string path = "/proc/self/mountinfo";
+    std::ifstream file(path, std::ios::binary);
+    const std::string table{std::istreambuf_iterator<char>(file), {}};
+    std::vector<std::string> points = parseMountTable(table);
+    if (points.empty()) return Error{errno, "read the mount points", path, {}};
+    return points;
+}
+
+}  // namespace dorvanel::platform
