@@ -28,6 +28,9 @@ class BinaryList {
     }
 
   private:
+    /// What an element takes at least once it is written as XML.
+    static constexpr std::uint64_t elementBytes = 16;
+
     enum State : std::uint64_t { notSeen = 0, atWork = UINT64_MAX };
 
     struct Header {
@@ -80,14 +83,14 @@ class BinaryList {
             case 0x1:
             case 0x2:
             case 0x3:
-                return 1 + (std::uint64_t{1} << header.count);
+                return elementBytes + (std::uint64_t{1} << header.count);
             case 0x4:
             case 0x5:
             case 0x6:
                 if (header.count > UINT32_MAX) return {};
-                return 1 + header.count * (header.kind == 0x6 ? 2 : 1);
+                return elementBytes + header.count * (header.kind == 0x6 ? 2 : 1);
             default:
-                return 1 + header.count;
+                return elementBytes + header.count;
         }
     }
 
@@ -95,7 +98,7 @@ class BinaryList {
         constexpr unsigned dictionary = 0xD;
         if (header.count > bytes_.size()) return {};
         const std::uint64_t references = header.count * (header.kind == dictionary ? 2 : 1);
-        std::uint64_t total = 1;
+        std::uint64_t total = elementBytes;
         for (std::uint64_t i = 0; i < references; ++i) {
             const auto object = number(header.end + i * referenceSize_, referenceSize_);
             const auto size = object ? expandedSize(*object, levels - 1) : std::nullopt;

@@ -6,7 +6,7 @@
 namespace dorvanel::platform {
 
 /// Whether a binary property list is whole enough to be walked, nested no deeper than `levels`, and
-/// no larger than `limit` bytes once every reference stands for a copy of what it refers to. A list
+/// stands for no more than about `limit` bytes of XML, in which every reference is a copy. A list
 /// of two hundred bytes whose objects share one another can stand for more than any memory holds,
 /// and the library that parses lists makes the copies.
 bool binaryPropertyListIsWithin(std::string_view bytes, std::size_t limit, int levels);

@@ -187,17 +187,18 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
         reason = "nested too deeply";
         return std::nullopt;
     }
-    PropertyList list(std::move(root));
-    const std::string written = list.serialized();
+    const std::string written = PropertyList(std::move(root)).serialized();
     if (written.size() > maximumBytes - spareBytes) {
         reason = "too large for a list of preferences";
         return std::nullopt;
     }
-    if (Node(treeOf(written)).tree == nullptr) {
+    // As it will be read once it has been written: of a key that stood there twice one is left.
+    root = std::make_unique<Node>(treeOf(written));
+    if (root->tree == nullptr) {
         reason = "holds what cannot be written again";
         return std::nullopt;
     }
-    return list;
+    return PropertyList(std::move(root));
 }
 
 std::string PropertyList::serialized() const {
