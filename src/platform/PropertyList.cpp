@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <set>
 
 #include "platform/BinaryPropertyList.h"
 
@@ -126,6 +127,23 @@ bool isNestedWithin(plist_t node, int levels) {
     return within;
 }
 
+bool hasKeyTwice(plist_t dictionary) {
+    plist_dict_iter position = nullptr;
+    plist_dict_new_iter(dictionary, &position);
+    std::set<std::string> keys;
+    char* key = nullptr;
+    plist_dict_next_item(dictionary, position, &key, nullptr);
+    bool isNew = true;
+    while (isNew && key != nullptr) {
+        isNew = keys.insert(key).second;
+        std::free(key);
+        key = nullptr;
+        if (isNew) plist_dict_next_item(dictionary, position, &key, nullptr);
+    }
+    std::free(position);
+    return !isNew;
+}
+
 /// Characters that a reader of XML would refuse or change.
 bool isForbiddenInXml(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -192,9 +210,9 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
         reason = "too large for a list of preferences";
         return std::nullopt;
     }
-    // As it will be read once it has been written: of a key that stood there twice one is left.
+    // As it will be read once it has been written.
     root = std::make_unique<Node>(treeOf(written));
-    if (root->tree == nullptr) {
+    if (root->tree == nullptr || hasKeyTwice(root->tree)) {
         reason = "holds what cannot be written again";
         return std::nullopt;
     }
