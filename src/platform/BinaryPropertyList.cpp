@@ -78,17 +78,29 @@ class BinaryList {
         return size;
     }
 
-    [[nodiscard]] static std::optional<std::uint64_t> plainSize(const Header& header) {
+    /// Whether a text has a NUL among its characters of so many bytes.
+    [[nodiscard]] bool holdsNul(const Header& header, std::size_t width) const {
+        for (std::uint64_t i = 0; i < header.count; ++i) {
+            if (number(header.end + i * width, width).value_or(0) == 0) return true;
+        }
+        return false;
+    }
+
+    [[nodiscard]] std::optional<std::uint64_t> plainSize(const Header& header) const {
         switch (header.kind) {
             case 0x1:
             case 0x2:
             case 0x3:
                 return elementBytes + (std::uint64_t{1} << header.count);
-            case 0x4:
             case 0x5:
-            case 0x6:
-                if (header.count > UINT32_MAX) return {};
-                return elementBytes + header.count * (header.kind == 0x6 ? 2 : 1);
+            case 0x6: {
+                const std::size_t width = header.kind == 0x6 ? 2 : 1;
+                if (header.count > bytes_.size() || holdsNul(header, width)) return {};
+                return elementBytes + header.count * width;
+            }
+            case 0x4:
+                if (header.count > bytes_.size()) return {};
+                return elementBytes + header.count;
             default:
                 return elementBytes + header.count;
         }

@@ -85,14 +85,36 @@ TEST(BinaryPropertyListTest, AListThatStandsForTooMuchIsNoPropertyList) {
     EXPECT_EQ(reason, "not a whole property list");
 }
 
-TEST(BinaryPropertyListTest, AListThatCouldNotBeReadBackIsRefused) {
-    // Wide text with a NUL in it, so that it is no XML; text of one byte that is no UTF-8, so that
-    // it is no binary list either.
+TEST(BinaryPropertyListTest, TextsWithANulAreRefused) {
+    std::string reason;
     const std::string wide("\x62\x00\x00\x00\x6E", 5);
+    const std::string narrow("\x52n\x00", 3);
+    for (const std::string& text : {wide, narrow}) {
+        EXPECT_FALSE(
+            platform::PropertyList::parse(listOf({"\xD1\x01\x02", "\x51k", text}), reason));
+        EXPECT_FALSE(
+            platform::PropertyList::parse(listOf({"\xD1\x02\x01", "\x51k", text}), reason));
+        EXPECT_EQ(reason, "not a whole property list");
+    }
+    EXPECT_TRUE(platform::PropertyList::parse(listOf({"\xD1\x01\x02", "\x51k", "\x52no"}), reason));
+}
+
+TEST(BinaryPropertyListTest, AListThatCouldNotBeReadBackIsRefused) {
+    // A control character, so that it is no XML; text of one byte that is no UTF-8, so that it is
+    // no binary list either.
     std::string reason;
     EXPECT_FALSE(platform::PropertyList::parse(
-        listOf({"\xD2\x01\x02\x03\x04", "\x51k", "\x51l", wide, "\x51\xB8"}), reason));
+        listOf({"\xD2\x01\x02\x03\x04", "\x51k", "\x51l", "\x51\x01", "\x51\xB8"}), reason));
     EXPECT_EQ(reason, "holds what cannot be written again");
+}
+
+TEST(BinaryPropertyListTest, OfAKeyThatStandsTwiceOneIsRead) {
+    std::string reason;
+    const auto list = platform::PropertyList::parse(
+        listOf({"\xD2\x01\x01\x02\x03", "\x51k", "\x09", "\x08"}), reason);
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->asBool("k"),
+              platform::PropertyList::parse(list->serialized(), reason)->asBool("k"));
 }
 
 }  // namespace

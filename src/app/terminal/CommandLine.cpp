@@ -46,6 +46,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addRunCommand(program, chosen);
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
+    addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
     std::vector<std::string> words = withoutLists(arguments);
