@@ -20,11 +20,11 @@ class PropertyList {
 
     /// Larger lists, and deeper ones, are not parsed: the library that reads and writes them
     /// recurses, and half a mebibyte is a thousand times what preferences need.
-    static constexpr std::size_t maximumBytes = 512 * 1024;
+    static constexpr std::size_t maximumBytes = std::size_t{512} * 1024;
     static constexpr int maximumDepth = 200;
 
     /// What is left of `maximumBytes` for what the program adds to a list that it read.
-    static constexpr std::size_t spareBytes = 16 * 1024;
+    static constexpr std::size_t spareBytes = std::size_t{16} * 1024;
 
     /// An empty dictionary.
     PropertyList();
