@@ -97,7 +97,7 @@ class LinuxMediumInspector final : public MediumInspector {
         // A disk made of others is what they are: one that does not rotate is enough.
         for (fs::directory_iterator slave(disk / "slaves", error), end; !error && slave != end;
              slave.increment(error)) {
-            const Medium medium = mediumOfDisk(slave->path(), layers - 1);
+            Medium medium = mediumOfDisk(slave->path(), layers - 1);
             if (medium.kind != Kind::overwritable) return medium;
         }
         const bool isPartition = fs::exists(disk / "partition", error);
