@@ -14,7 +14,15 @@ if(DORVANEL_SANITIZE)
   target_link_options(dorvanel_options INTERFACE -fsanitize=${DORVANEL_SANITIZE})
 else()
   target_compile_options(dorvanel_options INTERFACE $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
-  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
+# Programs are linked to be loaded anywhere, whatever the compiler does by itself.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# Every object tells the fuzzer which branches it took.
+if(DORVANEL_FUZZ)
+  target_compile_options(dorvanel_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # dorvanel_library(NAME SOURCES... DEPENDS...): one static library per folder of src.

@@ -22,9 +22,9 @@ std::uint64_t troublesOf(const Outcome& outcome) {
 void tellOutcome(const Outcome& outcome, Terminal& terminal) {
     for (const Outcome::Trouble& trouble : outcome.troubles) {
         const std::string reason = std::generic_category().message(trouble.code);
-        std::string text = trouble.path;
-        if (!text.empty()) text += ": ";
-        terminal.complain(text.append("could not ").append(trouble.operation + ": " + reason));
+        const char* separator = trouble.path.empty() ? "" : ": ";
+        terminal.complain(fmt::format("{}{}could not {}: {}", trouble.path, separator,
+                                      trouble.operation, reason));
     }
     if (outcome.notOverwritten > 0) {
         terminal.complain(counted(outcome.notOverwritten, "file") + " not wholly overwritten");

@@ -70,8 +70,10 @@ class TerminalSession final : private platform::Application,
     // platform::Workspace: nothing of the terminal program opens an address.
     void openURL(const std::string&) override {}
     // RunObserver
+    void runBegins(const std::vector<std::string>& items) override;
     void runEnded(const RunReport& report) override;
 
+    Terminal& terminal_;
     platform::RunLoop& runLoop_;
     std::unique_ptr<platform::SystemCalls> system_;
     std::unique_ptr<DrawSequence> draws_;
