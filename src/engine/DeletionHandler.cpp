@@ -12,13 +12,6 @@ namespace {
 
 constexpr std::uint32_t everybody = 0777;
 
-template <typename Call>
-auto retryInterrupted(Call call) {
-    auto result = call();
-    while (result == -EINTR) result = call();
-    return result;
-}
-
 }  // namespace
 
 int DeletionHandler::fileManagerWillProcessPath(const TreeEntry& entry) {
@@ -32,17 +25,22 @@ void DeletionHandler::shredOneFile(const TreeEntry& entry) {
     Links links = Links::stay;
     if (kind == EntryKind::link) {
         FileStatus target;
-        if (parts_.system.statusAt(entry.folder, entry.name, Links::follow, target) < 0) return;
+        const int result = parts_.system.statusAt(entry.folder, entry.name, Links::follow, target);
+        if (result < 0) {
+            const bool leadsNowhere = result == -ENOENT || result == -ENOTDIR || result == -ELOOP;
+            if (!leadsNowhere) countNotOverwritten(entry, "look at", -result);
+            return;
+        }
         kind = target.kind;
         links = Links::follow;
     }
-    if (kind == EntryKind::regular) {
+    // What could not be looked at is tried: opening tells what it is.
+    if (kind == EntryKind::regular || kind == EntryKind::unknown) {
         const int file = openWritable(entry, links);
         if (file >= 0) {
             overwriteOpen(file, entry);
         } else if (file != -ENOENT) {
-            ++parts_.outcome.notOverwritten;
-            parts_.outcome.note(pathOf(entry), "open", -file);
+            countNotOverwritten(entry, "open", -file);
         }
         return;
     }
@@ -52,7 +50,7 @@ void DeletionHandler::shredOneFile(const TreeEntry& entry) {
 
 int DeletionHandler::openFolder(const TreeEntry& entry) {
     SystemCalls& system = parts_.system;
-    int folder = retryInterrupted([&] { return system.openFolder(entry.folder, entry.name); });
+    int folder = system.openFolder(entry.folder, entry.name);
     if (folder >= 0) {
         system.changeMode(folder, everybody);
         return folder;
@@ -61,7 +59,7 @@ int DeletionHandler::openFolder(const TreeEntry& entry) {
     const int reference = system.openReference(entry.folder, entry.name, Links::stay);
     if (reference >= 0) {
         system.changeMode(reference, everybody);
-        folder = retryInterrupted([&] { return system.reopenFolder(reference); });
+        folder = system.reopenFolder(reference);
         system.close(reference);
     }
     if (folder < 0 && folder != -ENOENT) parts_.outcome.note(pathOf(entry), "open", -folder);
@@ -70,12 +68,12 @@ int DeletionHandler::openFolder(const TreeEntry& entry) {
 
 int DeletionHandler::openWritable(const TreeEntry& entry, Links links) {
     SystemCalls& system = parts_.system;
-    int file = retryInterrupted([&] { return system.openFile(entry.folder, entry.name, links); });
+    int file = system.openFile(entry.folder, entry.name, links);
     if (file >= 0) return file;
     const int reference = system.openReference(entry.folder, entry.name, links);
     if (reference < 0) return file;
     system.changeMode(reference, everybody);
-    file = retryInterrupted([&] { return system.reopenFile(reference); });
+    file = system.reopenFile(reference);
     system.close(reference);
     return file;
 }
@@ -93,8 +91,7 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
     if (result < 0 || status.kind != EntryKind::regular) {
         // Swapped for something else between the look and the opening: not ours to write to.
         parts_.system.close(file);
-        ++parts_.outcome.notOverwritten;
-        parts_.outcome.note(pathOf(entry), "look at", result < 0 ? -result : ESTALE);
+        countNotOverwritten(entry, "look at", result < 0 ? -result : ESTALE);
         return;
     }
     // The bits of a file about to lose its only name are nobody's to see; if it cannot be removed
@@ -105,8 +102,7 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
     const FileOverwriter::Written written =
         parts_.overwriter.overwrite(file, status.size, entry.name);
     if (written.code != 0) {
-        ++parts_.outcome.notOverwritten;
-        parts_.outcome.note(pathOf(entry), "write", written.code);
+        countNotOverwritten(entry, "write", written.code);
     } else if (!stops()) {
         ++parts_.outcome.filesOverwritten;
         parts_.outcome.bytesOverwritten += status.size;
@@ -128,15 +124,18 @@ void DeletionHandler::overwriteNothing(const TreeEntry& entry, EntryKind kind) {
 
 void DeletionHandler::leave(const TreeEntry& entry) {
     const bool isFolder = entry.kind == EntryKind::folder;
-    const int result = retryInterrupted([&] {
-        return isFolder ? parts_.system.removeFolder(entry.folder, entry.name)
-                        : parts_.system.removeFile(entry.folder, entry.name);
-    });
+    const int result = isFolder ? parts_.system.removeFolder(entry.folder, entry.name)
+                                : parts_.system.removeFile(entry.folder, entry.name);
     if (result < 0) {
         fileManagerShouldProceedAfterError(entry, -result);
     } else {
         countRemoved(entry, isFolder);
     }
+}
+
+void DeletionHandler::countNotOverwritten(const TreeEntry& entry, const char* operation, int code) {
+    ++parts_.outcome.notOverwritten;
+    parts_.outcome.note(pathOf(entry), operation, code);
 }
 
 void DeletionHandler::countRemoved(const TreeEntry& entry, bool isFolder) {
@@ -152,7 +151,7 @@ bool DeletionHandler::fileManagerShouldProceedAfterError(const TreeEntry& entry,
         countRemoved(entry, asFolder >= 0);
         return true;
     }
-    if (code == ENOENT && asFile == -ENOENT) return true;  // somebody else removed it
+    if (asFile == -ENOENT) return true;  // somebody else removed it
     ++parts_.outcome.notRemoved;
     // A folder that is not empty only repeats what was said of its contents.
     if (code != ENOTEMPTY || parts_.outcome.notRemoved == 1) {

@@ -54,6 +54,7 @@ class DeletionHandler final : public TreeVisitor {
     void makeWritable(const TreeEntry& entry, Links links);
     void overwriteOpen(int file, const TreeEntry& entry);
     void overwriteNothing(const TreeEntry& entry, platform::EntryKind kind);
+    void countNotOverwritten(const TreeEntry& entry, const char* operation, int code);
     void countRemoved(const TreeEntry& entry, bool isFolder);
     [[nodiscard]] std::string pathOf(const TreeEntry& entry) const;
 

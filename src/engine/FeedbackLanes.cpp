@@ -47,22 +47,23 @@ namespace avx2 {
 #pragma GCC pop_options
 #endif
 
-/// What the processor at hand runs best.
 struct Kernel {
     void (*jumpWindow)(const Extended&, const Jump&, Window&);
     void (*runLanes)(const Extended&, const LaneJump&, std::uint16_t*, std::size_t);
 };
 
+constexpr Kernel baselineKernel{baseline::jumpWindow, baseline::runLanes};
+
 Kernel chooseKernel() {
 #if defined(__x86_64__)
     if (__builtin_cpu_supports("avx2")) return {avx2::jumpWindow, avx2::runLanes};
 #endif
-    return {baseline::jumpWindow, baseline::runLanes};
+    return baselineKernel;
 }
 
-const Kernel& kernel() {
-    static const Kernel chosen = chooseKernel();
-    return chosen;
+const Kernel& kernel(Instructions use) {
+    static const Kernel best = chooseKernel();
+    return use == Instructions::best ? best : baselineKernel;
 }
 
 }  // namespace
@@ -77,16 +78,16 @@ Extended extend(const Window& window, std::size_t oldest) {
     return words;
 }
 
-Window jumped(const Extended& words, const Jump& jump) {
+Window jumped(const Extended& words, const Jump& jump, Instructions use) {
     Window result{};
-    kernel().jumpWindow(words, jump, result);
+    kernel(use).jumpWindow(words, jump, result);
     return result;
 }
 
-void makeWords(const Extended& start, std::uint16_t* words, std::size_t count) {
+void makeWords(const Extended& start, std::uint16_t* words, std::size_t count, Instructions use) {
     std::size_t size = 0;
     while (bulkUnit << size < count) ++size;
-    kernel().runLanes(start, laneJumps().bySize[size], words, count / laneCount);
+    kernel(use).runLanes(start, laneJumps().bySize[size], words, count / laneCount);
 }
 
 }  // namespace dorvanel::additive

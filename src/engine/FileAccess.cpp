@@ -38,8 +38,9 @@ void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
         if (exists(path)) overwriter_.mDeepPathSize += sizeInBytes(path);
     }
     for (const std::string& path : paths) {
-        if (!exists(path)) continue;
-        if (stopRequested()) {
+        if (!exists(path)) {
+            passOver(path);
+        } else if (stopRequested()) {
             outcome_.left.push_back(path);
         } else {
             shredItem(path);
@@ -111,6 +112,16 @@ bool FileAccess::exists(const std::string& path) const {
                                      status) >= 0;
 }
 
+void FileAccess::passOver(const std::string& path) {
+    FileStatus status;
+    const int result =
+        services_.system.statusAt(SystemCalls::workingFolder, path.c_str(), Links::stay, status);
+    if (result == -ENOENT || result == -ENOTDIR) return;
+    // A link to nothing, or a thing that cannot be looked at: it stays.
+    ++outcome_.notRemoved;
+    outcome_.note(path, "look at", result < 0 ? -result : ENOENT);
+}
+
 void FileAccess::shredItem(const std::string& path) {
     ++outcome_.items;
     const Holding holding = moveIntoHolding(path);
@@ -132,7 +143,7 @@ FileAccess::Holding FileAccess::moveIntoHolding(const std::string& path) {
     holding.parent = services_.system.openReference(SystemCalls::workingFolder, item.folder.c_str(),
                                                     Links::follow);
     const int result = holding.parent < 0 ? holding.parent : makeHoldingAndMove(holding, item.name);
-    if (result < 0) {
+    if (result < 0 && (result != -ENOENT || exists(path))) {
         ++outcome_.notRemoved;
         outcome_.note(path, "move", -result);
     }
@@ -141,6 +152,7 @@ FileAccess::Holding FileAccess::moveIntoHolding(const std::string& path) {
 }
 
 int FileAccess::makeHoldingAndMove(const Holding& holding, const std::string& item) {
+    if (item == holding.name) return 0;  // left by a run that ended in this very second
     SystemCalls& system = services_.system;
     const int made = system.makeFolder(holding.parent, holding.name.c_str());
     if (made < 0 && made != -EEXIST) return made;
@@ -182,9 +194,11 @@ void FileAccess::renameContents(const Holding& holding) {
 void FileAccess::removeHolding(const Holding& holding) {
     DeletionHandler handler(deletionParts(), walk_, holding.path());
     handler.setUncounted(holding.name.c_str());
-    const TreeEntry entry{holding.parent, holding.name.c_str(), EntryKind::folder};
+    TreeEntry entry{holding.parent, holding.name.c_str(), EntryKind::folder};
     FileStatus status;
-    if (services_.system.statusAt(entry.folder, entry.name, Links::stay, status) < 0) return;
+    const int result = services_.system.statusAt(entry.folder, entry.name, Links::stay, status);
+    if (result == -ENOENT) return;
+    if (result >= 0) entry.kind = status.kind;  // something else may have borne that name before
     const int folder = handler.enter(entry);
     if (folder >= 0) walk_.walk(folder, TreeWalk::Order::forward, handler);
     if (!stopRequested()) handler.leave(entry);

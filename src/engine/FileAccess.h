@@ -82,6 +82,7 @@ class FileAccess {
     };
 
     [[nodiscard]] bool exists(const std::string& path) const;
+    void passOver(const std::string& path);
     void shredItem(const std::string& path);
     Holding moveIntoHolding(const std::string& path);
     int makeHoldingAndMove(const Holding& holding, const std::string& item);

@@ -103,7 +103,6 @@ void FileOverwriter::write(std::uint64_t offset, std::size_t length) {
     const char* bytes = static_cast<const char*>(buffer_.bytes(length));
     while (length > 0) {
         const std::ptrdiff_t written = system_.writeAt(file_, bytes, length, offset);
-        if (written == -EINTR) continue;
         if (written <= 0) {
             if (written_.code == 0) written_.code = written == 0 ? EIO : static_cast<int>(-written);
             return;

@@ -1,7 +1,6 @@
 #include "engine/FlushBatch.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace dorvanel {
 namespace {
@@ -19,7 +18,7 @@ void FlushBatch::add(int file, std::uint64_t device, std::uint64_t bytes) {
     }
     files_.push_back({file, device});
     bytes_ += bytes;
-    if (files_.size() >= maxFiles || bytes_ >= maxBytes) flush();
+    if (files_.size() >= maxFiles || bytes_ >= maxBytes || file >= highestDescriptor_) flush();
 }
 
 void FlushBatch::flush() {
@@ -50,10 +49,7 @@ void FlushBatch::flushDevice(std::uint64_t device) {
     const auto isOnDevice = [device](const File& file) { return file.device == device; };
     if (std::count_if(files_.begin(), files_.end(), isOnDevice) > fewFiles) {
         const auto any = std::find_if(files_.begin(), files_.end(), isOnDevice);
-        int result = 0;
-        do result = system_.flushFileSystem(any->descriptor);
-        while (result == -EINTR);
-        if (result >= 0) return;
+        if (system_.flushFileSystem(any->descriptor) >= 0) return;
     }
     flushEach(device);
 }
@@ -61,9 +57,7 @@ void FlushBatch::flushDevice(std::uint64_t device) {
 void FlushBatch::flushEach(std::uint64_t device) {
     for (const File& file : files_) {
         if (file.device != device) continue;
-        int result = 0;
-        do result = system_.flushFile(file.descriptor);
-        while (result == -EINTR);
+        const int result = system_.flushFile(file.descriptor);
         if (result < 0) {
             ++failures_;
             failureCode_ = -result;

@@ -17,10 +17,15 @@ class FlushBatch {
     /// and bytes that wait in memory.
     static constexpr std::size_t maxFiles = 512;
     static constexpr std::uint64_t maxBytes = std::uint64_t{256} << 20;
+    /// Descriptors that a batch leaves to the rest of the engine, above all to the walk of a tree,
+    /// where the process is given fewer.
+    static constexpr int sparedDescriptors = 96;
 
     /// `beforeWaiting` is called before a flush that may take long.
     FlushBatch(platform::SystemCalls& system, std::function<void()> beforeWaiting)
-        : system_(system), beforeWaiting_(std::move(beforeWaiting)) {}
+        : system_(system),
+          beforeWaiting_(std::move(beforeWaiting)),
+          highestDescriptor_(system.descriptorLimit() - sparedDescriptors) {}
     /// Flushes.
     ~FlushBatch() { flush(); }
     FlushBatch(const FlushBatch&) = delete;
@@ -50,6 +55,7 @@ class FlushBatch {
 
     platform::SystemCalls& system_;
     std::function<void()> beforeWaiting_;
+    int highestDescriptor_;  ///< a file with this number or more ends the batch
     std::vector<File> files_;
     std::uint64_t bytes_ = 0;
     std::uint64_t failures_ = 0;

@@ -5,8 +5,9 @@
 
 namespace dorvanel::platform {
 
-/// While it lives, SIGINT and SIGTERM do not end the process; each is told of instead. At most
-/// one at a time.
+/// While it lives, SIGINT and SIGTERM do not end the process; each is told of instead. Afterwards
+/// they do what they did before; but once one has been told of, the program is on its way out, and
+/// a further one does nothing. At most one at a time.
 class QuitSignals {
   public:
     virtual ~QuitSignals() = default;

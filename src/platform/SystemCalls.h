@@ -25,7 +25,8 @@ struct FileStatus {
 
 /// The disk as the shredding engine sees it: one operation per system call, relative to open folder
 /// descriptors, so that a tree of any depth can be walked and no path is looked up twice. Every
-/// operation returns a value of 0 or more, or a negated errno. The caller closes what it opened.
+/// operation returns a value of 0 or more, or a negated errno; a call that a signal interrupts is
+/// made again, so nothing returns -EINTR but `close`. The caller closes what it opened.
 /// One thread at a time.
 class SystemCalls {
   public:
@@ -75,6 +76,8 @@ class SystemCalls {
     virtual int flushFileSystem(int file) = 0;
     /// 1 where the file's file system lives in memory and has no medium, else 0.
     virtual int livesInMemory(int file) = 0;
+    /// How many descriptors the process may have open: they are numbered from 0, lowest first.
+    virtual int descriptorLimit() = 0;
 };
 
 /// The real ones.

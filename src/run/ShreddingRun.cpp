@@ -83,14 +83,32 @@ bool ShreddingRun::refused() {
     return false;
 }
 
+AlertButton ShreddingRun::ask(const std::string& title, const std::string& message,
+                              const std::string& defaultButton,
+                              const std::string& alternateButton) {
+    waiting_ = true;
+    const AlertButton answer =
+        parts_.alertPanel.runAlertPanel(title, message, defaultButton, alternateButton, "");
+    waiting_ = false;
+    return answer;
+}
+
+std::int16_t ShreddingRun::askApplicationsToQuit() {
+    waiting_ = true;
+    const std::int16_t running =
+        KillEveryone(parts_.processes, parts_.clock, parts_.beforeEachWait);
+    waiting_ = false;
+    return running;
+}
+
 bool ShreddingRun::confirmed() {
     const std::string summary = itemSummary(parts_.preferencesInstance);
     if (parts_.preferencesInstance.boolForKey("ConfirmShredding")) {
         parts_.myWindow.center();
         parts_.myWindow.makeKeyAndOrderFront();
-        const AlertButton answer = parts_.alertPanel.runAlertPanel(
-            "Dorvanel Confirmation",
-            "Are you sure you want to shred these items: " + summary + " ?", "No", "Yes", "");
+        const AlertButton answer =
+            ask("Dorvanel Confirmation",
+                "Are you sure you want to shred these items: " + summary + " ?", "No", "Yes");
         if (answer == AlertButton::defaultButton) {
             // mLogoutShutdownRestart stays as it is: a later plain run still takes the QuickTime
             // cache.
@@ -124,16 +142,15 @@ bool ShreddingRun::applicationsQuit() {
     watch.HandleBrowserWatchTimer(nullptr);
     kalvet_logger("");
 
-    const std::int16_t running =
-        KillEveryone(parts_.processes, parts_.clock, parts_.beforeEachWait);
+    const std::int16_t running = askApplicationsToQuit();
     if (running == 0) return true;
-    const AlertButton answer = parts_.alertPanel.runAlertPanel(
+    const AlertButton answer = ask(
         "Dorvanel Quit Browsers",
         fmt::format("{} Email or Browser Applications did not quit.  Please quit them and click OK "
                     "to continue.  If you continue without quitting those applicaitons some items "
                     "will not be shredded.",
                     running),
-        "Cancel", "OK", "");
+        "Cancel", "OK");
     if (answer != AlertButton::defaultButton) return true;
     cancel("User selected Cancel in Quit Browsers dialog - Dorvanel Cancelled");
     return false;

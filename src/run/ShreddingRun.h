@@ -65,6 +65,10 @@ class ShreddingRun {
     /// Returns when no worker works any more.
     void waitForWorker();
 
+    /// Whether the main thread waits for the user, or for applications to quit: nothing has been
+    /// touched yet, and the program may end. Any thread.
+    [[nodiscard]] bool isWaitingForSomebody() const { return waiting_; }
+
     /// What follows a run.
     enum ShutdownStatus : std::int16_t { nothing, logout, shutdown, restart };
 
@@ -75,6 +79,10 @@ class ShreddingRun {
     std::int8_t mLogoutShutdownRestart = 0;  ///< the next run takes the QuickTime cache too
 
   private:
+    platform::AlertButton ask(const std::string& title, const std::string& message,
+                              const std::string& defaultButton,
+                              const std::string& alternateButton);
+    std::int16_t askApplicationsToQuit();
     bool refused();
     bool confirmed();
     bool applicationsQuit();
@@ -85,6 +93,7 @@ class ShreddingRun {
     void sendSystemEvent();
 
     Parts parts_;
+    std::atomic<bool> waiting_ = false;
     std::vector<std::string> skipped_;
     std::thread worker_;
 };

@@ -10,7 +10,21 @@
 namespace dorvanel::test {
 namespace {
 
-TEST(QuitSignalsTest, EachSignalIsToldOfOnAThreadOfItsOwn) {
+/// What a test did to the signals ends with it.
+class QuitSignalsTest : public ::testing::Test {
+  protected:
+    ~QuitSignalsTest() override {
+        std::signal(SIGINT, SIG_DFL);
+        std::signal(SIGTERM, SIG_DFL);
+    }
+    static auto handlerOf(int number) {
+        struct sigaction action {};
+        sigaction(number, nullptr, &action);
+        return action.sa_handler;
+    }
+};
+
+TEST_F(QuitSignalsTest, EachSignalIsToldOfOnAThreadOfItsOwn) {
     std::counting_semaphore<> received(0);
     std::thread::id where;
     const auto signals = platform::catchQuitSignals([&] {
@@ -24,16 +38,21 @@ TEST(QuitSignalsTest, EachSignalIsToldOfOnAThreadOfItsOwn) {
     EXPECT_NE(where, std::this_thread::get_id());
 }
 
-TEST(QuitSignalsTest, AtTheEndTheSignalsDoWhatTheyDidBefore) {
+TEST_F(QuitSignalsTest, AtTheEndTheSignalsDoWhatTheyDidBefore) {
     platform::catchQuitSignals([] {}).reset();
-    for (const int number : {SIGINT, SIGTERM}) {
-        struct sigaction action {};
-        sigaction(number, nullptr, &action);
-        EXPECT_EQ(action.sa_handler, SIG_DFL);
-    }
+    for (const int number : {SIGINT, SIGTERM}) EXPECT_EQ(handlerOf(number), SIG_DFL);
 }
 
-TEST(QuitSignalsTest, TheyAreNotHeldBackFromProgramsThatAreStarted) {
+TEST_F(QuitSignalsTest, AfterOneHasComeAnotherDoesNotCutTheEndOfTheProgramShort) {
+    std::binary_semaphore received(0);
+    auto signals = platform::catchQuitSignals([&] { received.release(); });
+    kill(getpid(), SIGTERM);
+    received.acquire();
+    signals.reset();
+    for (const int number : {SIGINT, SIGTERM}) EXPECT_EQ(handlerOf(number), SIG_IGN);
+}
+
+TEST_F(QuitSignalsTest, TheyAreNotHeldBackFromProgramsThatAreStarted) {
     const auto signals = platform::catchQuitSignals([] {});
     sigset_t mask;
     pthread_sigmask(SIG_BLOCK, nullptr, &mask);

@@ -41,6 +41,8 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& t
     program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION);
     program.add_option("--home", home, "Use DIR as the home folder")->type_name("DIR");
     addShredCommand(program, chosen);
+    addWatchCommand(program, chosen);
+    addRunCommand(program, chosen);
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
     addLogCommand(program, chosen);

@@ -39,8 +39,13 @@ class CaughtSignals final : public QuitSignals {
     }
 
     ~CaughtSignals() override {
-        sigaction(SIGINT, &formerInterrupt_, nullptr);
-        sigaction(SIGTERM, &formerTerminate_, nullptr);
+        if (told_) {
+            std::signal(SIGINT, SIG_IGN);
+            std::signal(SIGTERM, SIG_IGN);
+        } else {
+            sigaction(SIGINT, &formerInterrupt_, nullptr);
+            sigaction(SIGTERM, &formerTerminate_, nullptr);
+        }
         gCounter = -1;
         done_ = true;
         ::eventfd_write(counter_.get(), 1);
@@ -53,6 +58,7 @@ class CaughtSignals final : public QuitSignals {
             eventfd_t count = 0;
             if (::eventfd_read(counter_.get(), &count) != 0 && errno != EINTR) return;
             if (done_) return;
+            told_ = true;
             for (; count > 0; --count) received();
         }
     }
@@ -61,6 +67,7 @@ class CaughtSignals final : public QuitSignals {
     struct sigaction formerInterrupt_ {};
     struct sigaction formerTerminate_ {};
     std::atomic<bool> done_ = false;
+    std::atomic<bool> told_ = false;
     std::thread thread_;
 };
 

@@ -4,12 +4,15 @@
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <stdio.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstring>
 
 namespace dorvanel::platform {
@@ -20,7 +23,12 @@ static_assert(SystemCalls::workingFolder == AT_FDCWD);
 constexpr int openForOverwriting = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr int openForListing = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-int resultOf(int returned) {
+/// What a call returns, or the negated errno. Made again as long as a signal interrupts it: on
+/// network and user-space file systems any call may be.
+template <typename Call>
+auto called(Call call) {
+    auto returned = call();
+    while (returned < 0 && errno == EINTR) returned = call();
     return returned < 0 ? -errno : returned;
 }
 
@@ -55,50 +63,53 @@ std::array<char, 32> magicLink(int descriptor) {
 class LinuxSystemCalls final : public SystemCalls {
   public:
     int openFile(int folder, const char* name, Links links) override {
-        return resultOf(::openat(folder, name, openForOverwriting | flagsOf(links)));
+        return called([&] { return ::openat(folder, name, openForOverwriting | flagsOf(links)); });
     }
     int openFolder(int folder, const char* name) override {
-        return resultOf(::openat(folder, name, openForListing | O_NOFOLLOW));
+        return called([&] { return ::openat(folder, name, openForListing | O_NOFOLLOW); });
     }
     int openReference(int folder, const char* name, Links links) override {
-        return resultOf(::openat(folder, name, O_PATH | O_CLOEXEC | flagsOf(links)));
+        return called([&] { return ::openat(folder, name, O_PATH | O_CLOEXEC | flagsOf(links)); });
     }
     int reopenFile(int reference) override {
-        return resultOf(::open(magicLink(reference).data(), openForOverwriting));
+        return called([&] { return ::open(magicLink(reference).data(), openForOverwriting); });
     }
     int reopenFolder(int reference) override {
-        return resultOf(::open(magicLink(reference).data(), openForListing));
+        return called([&] { return ::open(magicLink(reference).data(), openForListing); });
     }
-    int close(int descriptor) override { return resultOf(::close(descriptor)); }
+    int close(int descriptor) override { return ::close(descriptor) < 0 ? -errno : 0; }
 
     int status(int descriptor, FileStatus& status) override {
         struct stat found {};
-        if (::fstat(descriptor, &found) != 0) return -errno;
+        const int result = called([&] { return ::fstat(descriptor, &found); });
+        if (result < 0) return result;
         translate(found, status);
         return 0;
     }
     int statusAt(int folder, const char* name, Links links, FileStatus& status) override {
         struct stat found {};
         const int flags = links == Links::follow ? 0 : AT_SYMLINK_NOFOLLOW;
-        if (::fstatat(folder, name, &found, flags) != 0) return -errno;
+        const int result = called([&] { return ::fstatat(folder, name, &found, flags); });
+        if (result < 0) return result;
         translate(found, status);
         return 0;
     }
     int canReadAndWrite(int folder, const char* name) override {
-        return resultOf(::faccessat(folder, name, R_OK | W_OK, AT_EACCESS));
+        return called([&] { return ::faccessat(folder, name, R_OK | W_OK, AT_EACCESS); });
     }
     int changeMode(int descriptor, std::uint32_t permissions) override {
-        if (::fchmod(descriptor, permissions) == 0) return 0;
-        if (errno != EBADF) return -errno;
+        const int result = called([&] { return ::fchmod(descriptor, permissions); });
+        if (result != -EBADF) return result;
         // A reference has no file to change; its magic link leads to the entry itself.
-        return resultOf(::chmod(magicLink(descriptor).data(), permissions));
+        return called([&] { return ::chmod(magicLink(descriptor).data(), permissions); });
     }
 
     int readFolder(int folder, FolderListing& listing) override {
         listing.clear();
         for (;;) {
-            const ssize_t got = ::getdents64(folder, buffer_.data(), buffer_.size());
-            if (got <= 0) return static_cast<int>(got < 0 ? -errno : 0);
+            const ssize_t got =
+                called([&] { return ::getdents64(folder, buffer_.data(), buffer_.size()); });
+            if (got <= 0) return static_cast<int>(got);
             for (ssize_t at = 0; at < got;) {
                 dirent64 entry;
                 const char* record = buffer_.data() + at;
@@ -112,38 +123,52 @@ class LinuxSystemCalls final : public SystemCalls {
         }
     }
     int makeFolder(int folder, const char* name) override {
-        return resultOf(::mkdirat(folder, name, 0777));
+        return called([&] { return ::mkdirat(folder, name, 0777); });
     }
     int rename(int fromFolder, const char* from, int toFolder, const char* to) override {
-        if (::renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE) == 0) return 0;
-        if (errno != EINVAL) return -errno;
+        const int renamed =
+            called([&] { return ::renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE); });
+        if (renamed != -EINVAL) return renamed;
         // A file system that cannot refuse to replace: look first.
         struct stat found {};
-        if (::fstatat(toFolder, to, &found, AT_SYMLINK_NOFOLLOW) == 0) return -EEXIST;
-        return resultOf(::renameat(fromFolder, from, toFolder, to));
+        const int looked =
+            called([&] { return ::fstatat(toFolder, to, &found, AT_SYMLINK_NOFOLLOW); });
+        if (looked != -ENOENT) return looked < 0 ? looked : -EEXIST;
+        return called([&] { return ::renameat(fromFolder, from, toFolder, to); });
     }
     int removeFile(int folder, const char* name) override {
-        return resultOf(::unlinkat(folder, name, 0));
+        return called([&] { return ::unlinkat(folder, name, 0); });
     }
     int removeFolder(int folder, const char* name) override {
-        return resultOf(::unlinkat(folder, name, AT_REMOVEDIR));
+        return called([&] { return ::unlinkat(folder, name, AT_REMOVEDIR); });
     }
 
     std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
                            std::uint64_t offset) override {
-        const ssize_t written = ::pwrite(file, data, size, static_cast<off_t>(offset));
-        return written < 0 ? -errno : written;
+        return called([&] { return ::pwrite(file, data, size, static_cast<off_t>(offset)); });
     }
     int startFlush(int file, std::uint64_t offset, std::uint64_t size) override {
-        return resultOf(::sync_file_range(file, static_cast<off_t>(offset),
-                                          static_cast<off_t>(size), SYNC_FILE_RANGE_WRITE));
+        return called([&] {
+            return ::sync_file_range(file, static_cast<off_t>(offset), static_cast<off_t>(size),
+                                     SYNC_FILE_RANGE_WRITE);
+        });
     }
-    int flushFile(int file) override { return resultOf(::fdatasync(file)); }
-    int flushFileSystem(int file) override { return resultOf(::syncfs(file)); }
+    int flushFile(int file) override {
+        return called([&] { return ::fdatasync(file); });
+    }
+    int flushFileSystem(int file) override {
+        return called([&] { return ::syncfs(file); });
+    }
     int livesInMemory(int file) override {
         struct statfs found {};
-        if (::fstatfs(file, &found) != 0) return -errno;
+        const int result = called([&] { return ::fstatfs(file, &found); });
+        if (result < 0) return result;
         return found.f_type == TMPFS_MAGIC || found.f_type == RAMFS_MAGIC ? 1 : 0;
+    }
+    int descriptorLimit() override {
+        struct rlimit limit {};
+        if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return -errno;
+        return static_cast<int>(std::min<rlim_t>(limit.rlim_cur, INT_MAX));
     }
 
   private:

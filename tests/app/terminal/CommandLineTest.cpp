@@ -17,9 +17,9 @@ class CommandLineTest : public ::testing::Test {
 };
 
 TEST_F(CommandLineTest, HelpAndVersionAreAnsweredEverywhere) {
-    for (const Words& words :
-         {Words{}, Words{"shred"}, Words{"prefs"}, Words{"prefs", "get"}, Words{"prefs", "set"},
-          Words{"apps"}, Words{"apps", "enable"}, Words{"log"}, Words{"shred", "some file"}}) {
+    for (const Words& words : {Words{}, Words{"shred"}, Words{"prefs"}, Words{"prefs", "get"},
+                               Words{"prefs", "set"}, Words{"apps"}, Words{"apps", "enable"},
+                               Words{"log"}, Words{"watch"}, Words{"shred", "some file"}}) {
         for (const char* option : {"--version", "--help", "-h"}) {
             Words line = words;
             line.emplace_back(option);

@@ -1,0 +1,40 @@
+#include "app/terminal/RunReportText.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <ostream>
+
+#include "app/terminal/OutcomeText.h"
+#include "engine/ActivityLog.h"
+
+namespace dorvanel::terminal {
+
+void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
+    switch (report.result) {
+        case RunResult::completed: tellOutcome(report.outcome, terminal); break;
+        case RunResult::nothingSelected: terminal.out << "nothing selected to shred\n"; break;
+        case RunResult::cancelled: terminal.complain("cancelled; nothing was shredded"); break;
+        case RunResult::notInitiated: terminal.complain("not initiated; nothing was shredded"); break;
+    }
+    if (!report.skipped.empty()) {
+        terminal.out << fmt::format("not touched, because running: {}\n",
+                                    fmt::join(report.skipped, ", "));
+    }
+    if (wroteLog) {
+        terminal.out << "Activity Log: " << terminal.forOut(activityLogPath()) << '\n';
+    }
+    terminal.out << std::flush;
+}
+
+ExitStatus statusOf(const RunReport& report) {
+    switch (report.result) {
+        case RunResult::completed: return statusOf(report.outcome);
+        case RunResult::nothingSelected: return ExitStatus::done;
+        case RunResult::cancelled: return ExitStatus::cancelled;
+        case RunResult::notInitiated: break;
+    }
+    return ExitStatus::notInitiated;
+}
+
+}  // namespace dorvanel::terminal

@@ -1,0 +1,104 @@
+#include "app/terminal/TerminalSession.h"
+
+#include "platform/SystemSound.h"
+#include "watch/WatchedApplications.h"
+
+namespace dorvanel::terminal {
+namespace {
+
+BrowserWatchOutlets outletsOf(platform::TextField& status, platform::TextField& label) {
+    BrowserWatchOutlets outlets{};
+    outlets.browserWatchStatusTextbox = &status;
+    for (const WatchedApplication& application : kWatchedApplications) {
+        outlets.*application.label = &label;
+    }
+    return outlets;
+}
+
+}  // namespace
+
+TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
+                                 SessionServices services, TerminalAlertPanel::Answers answers,
+                                 platform::TextField& status)
+    : runLoop_(services.runLoop),
+      system_(platform::makeSystemCalls()),
+      draws_(makeDrawSequence()),
+      bundle_(platform::resourcesFolder() + "/Info.plist"),
+      alerts_(terminal.in, terminal.err, answers),
+      bar_(terminal, services.clock,
+           [this] {
+               FileAccess& engine = controller_->fileAccessInstance();
+               return ProgressBytes{engine.deepShreddedSize(), engine.deepPathSize()};
+           }),
+      shreddingProgress_(bar_, terminalMutex_),
+      fileName_(bar_.fileName(), terminalMutex_),
+      status_(status, terminalMutex_) {
+    mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
+    controller_ = std::make_unique<Controller>(
+        ControllerParts{*system_,
+                        services.clock,
+                        *draws_,
+                        platform::defaultFileManager(),
+                        opened.defaults(),
+                        opened.preferences(),
+                        services.runLoop,
+                        services.listing,
+                        services.processes,
+                        services.events,
+                        platform::terminalSound(),
+                        bundle_,
+                        alerts_,
+                        *this,
+                        *this,
+                        *this,
+                        mainMenu_,
+                        shreddingProgress_,
+                        fileName_,
+                        outletsOf(status_, label_),
+                        *this,
+                        {}});
+}
+
+void TerminalSession::requestQuit() {
+    // Already now, so that a pass in progress starts no run any more: whoever ends the program
+    // with a whole group of processes ends the applications in it too.
+    controller_->run().mAppNeedsToTerminate = 1;
+    runLoop_.performOnMainThread([this] { terminate(); });
+}
+
+void TerminalSession::clearProgress() {
+    const std::lock_guard lock(terminalMutex_);
+    bar_.clear();
+}
+
+void TerminalSession::terminate() {
+    if (controller_->applicationShouldTerminate() == platform::TerminateReply::now) {
+        runLoop_.stop();
+    }
+}
+
+void TerminalSession::replyToApplicationShouldTerminate(bool shouldTerminate) {
+    if (shouldTerminate) runLoop_.stop();
+}
+
+void TerminalSession::runEnded(const RunReport& report) {
+    report_ = report;
+    {
+        const std::lock_guard lock(terminalMutex_);
+        pending_ = report;
+    }
+    runLoop_.performOnMainThread([this] { tellPendingReport(); });
+}
+
+void TerminalSession::tellPendingReport() {
+    std::optional<RunReport> report;
+    {
+        const std::lock_guard lock(terminalMutex_);
+        report.swap(pending_);
+    }
+    if (!report || !onRunEnded) return;
+    clearProgress();
+    onRunEnded(*report);
+}
+
+}  // namespace dorvanel::terminal

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "app/Controller.h"
+#include "app/terminal/LockedOutlets.h"
+#include "app/terminal/OpenedPreferences.h"
+#include "app/terminal/ProgressBar.h"
+#include "app/terminal/StatusLine.h"
+#include "app/terminal/Terminal.h"
+#include "app/terminal/TerminalAlertPanel.h"
+#include "platform/Resources.h"
+#include "platform/RunLoop.h"
+
+namespace dorvanel::terminal {
+
+/// The parts of the machine that a session drives and tests replace; all outlive the session.
+struct SessionServices {
+    platform::Clock& clock;
+    platform::RunLoop& runLoop;
+    platform::ProcessListing& listing;
+    platform::ProcessManager& processes;
+    platform::SystemEvents& events;
+};
+
+/// The application controller in a terminal: no window, alerts as questions, progress as a bar. Its
+/// application object ends the run loop.
+class TerminalSession final : private platform::Application,
+                              private platform::Window,
+                              private platform::Workspace,
+                              private RunObserver {
+  public:
+    /// `status` shows the status line of Browser Watch. Terminal, preferences and `status` must
+    /// outlive the session.
+    TerminalSession(Terminal& terminal, OpenedPreferences& opened, SessionServices services,
+                    TerminalAlertPanel::Answers answers, platform::TextField& status);
+
+    Controller& controller() { return *controller_; }
+
+    /// A quit request: at once when idle, after the run when one is in progress. Any thread, any
+    /// number of times.
+    void requestQuit();
+
+    /// What the last request for a run came to; nothing before one ended. Main thread, when no
+    /// worker works.
+    [[nodiscard]] const std::optional<RunReport>& report() const { return report_; }
+    /// Called on the main thread when a run has ended.
+    std::function<void(const RunReport&)> onRunEnded;
+    /// Calls `onRunEnded` for a run that ended just before the main loop did.
+    void tellPendingReport();
+
+    /// Takes the progress line away, so that other text can be written.
+    void clearProgress();
+
+  private:
+    // platform::Application
+    void hide() override {}
+    void terminate() override;
+    void replyToApplicationShouldTerminate(bool shouldTerminate) override;
+    // platform::Window: there is none.
+    void setFrameAutosaveName(const std::string&) override {}
+    void center() override {}
+    void makeKeyAndOrderFront() override {}
+    void beginSheet(const std::string&, const std::string&, const std::string&,
+                    const std::string&, const std::string&,
+                    std::function<void(platform::SheetCode)>) override {}
+    // platform::Workspace: nothing of the terminal program opens an address.
+    void openURL(const std::string&) override {}
+    // RunObserver
+    void runEnded(const RunReport& report) override;
+
+    platform::RunLoop& runLoop_;
+    std::unique_ptr<platform::SystemCalls> system_;
+    std::unique_ptr<DrawSequence> draws_;
+    platform::BundleInformationFile bundle_;
+    TerminalAlertPanel alerts_;
+    platform::Menu mainMenu_;
+
+    std::mutex terminalMutex_;
+    UnseenLabel label_;
+    ProgressBar bar_;
+    LockedProgressIndicator shreddingProgress_;
+    LockedTextField fileName_;
+    LockedTextField status_;
+
+    std::optional<RunReport> report_;
+    std::optional<RunReport> pending_;  ///< not told yet; guarded by `terminalMutex_`
+    std::unique_ptr<Controller> controller_;
+};
+
+}  // namespace dorvanel::terminal

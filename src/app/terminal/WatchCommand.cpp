@@ -1,0 +1,62 @@
+#include <CLI/CLI.hpp>
+#include <atomic>
+#include <cstdlib>
+#include <memory>
+
+#include "app/terminal/Commands.h"
+#include "app/terminal/RunReportText.h"
+#include "app/terminal/TerminalSession.h"
+#include "platform/QuitSignals.h"
+
+namespace dorvanel::terminal {
+namespace {
+
+ExitStatus watch(Terminal& terminal, bool yes) {
+    OpenedPreferences opened(terminal);
+    const auto loop = platform::makeRunLoop();
+    if (loop == nullptr) {
+        terminal.complain("no main loop: out of descriptors");
+        return ExitStatus::incomplete;
+    }
+    const auto listing = platform::makeProcessListing();
+    const auto processes = platform::makeProcessManager();
+    const auto events = platform::makeSystemEvents();
+    StatusLine status(terminal);
+    TerminalSession session(
+        terminal, opened, {platform::systemClock(), *loop, *listing, *processes, *events},
+        yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked, status);
+    Controller& controller = session.controller();
+
+    // Standard output is for the status texts alone: what a run did goes to standard error.
+    Terminal report{terminal.err,           terminal.err,           terminal.in,
+                    terminal.errIsTerminal, terminal.errIsTerminal, terminal.columns};
+    session.onRunEnded = [&](const RunReport& ended) {
+        tellReport(ended, opened.preferences().boolForKey("ActivityLog"), report);
+    };
+    {
+        std::atomic<int> requests = 0;
+        const auto signals = platform::catchQuitSignals([&] {
+            if (controller.run().isWaitingForSomebody()) std::_Exit(0);
+            if (++requests > 1) controller.fileAccessInstance().requestStop();
+            session.requestQuit();
+        });
+        controller.applicationDidFinishLaunching();
+        loop->run();
+        controller.run().waitForWorker();
+    }
+    session.tellPendingReport();
+    return opened.statusOf(controller.applicationWillTerminate());
+}
+
+}  // namespace
+
+void addWatchCommand(CLI::App& program, Action& chosen) {
+    auto yes = std::make_shared<bool>(false);
+    CLI::App* command = program.add_subcommand(
+        "watch", "Follow the supported applications and shred when one quits, until a signal");
+    command->fallthrough()->add_flag("--yes", *yes, "Answer \"Yes\" and \"OK\" without asking");
+    command->callback(
+        [&chosen, yes] { chosen = [yes](Terminal& terminal) { return watch(terminal, *yes); }; });
+}
+
+}  // namespace dorvanel::terminal

@@ -1,0 +1,71 @@
+#include "engine/ProgressReport.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FakeClock.h"
+#include "support/FakeOutlets.h"
+
+namespace dorvanel::test {
+namespace {
+
+using std::chrono::microseconds;
+
+class ProgressReportTest : public ::testing::Test {
+  protected:
+    FakeClock clock;
+    FakeProgressIndicator bar;
+    FakeTextField name;
+    ProgressReport report{bar, name, clock};
+};
+
+TEST_F(ProgressReportTest, TheFirstValueIsShownAtOnceAndRedrawn) {
+    report.setName("file");
+    EXPECT_EQ(name.texts, std::vector<std::string>{"file"});
+    EXPECT_EQ(name.displays, 1);
+    clock.advance(std::chrono::seconds(1));
+    report.setPercent(7);
+    EXPECT_EQ(bar.values, std::vector<double>{7});
+    EXPECT_EQ(bar.displays, 1);
+}
+
+TEST_F(ProgressReportTest, AtMostSixtyValuesASecondAreShown) {
+    for (int i = 0; i < 100'000; ++i) {
+        report.setPercent(i / 1000.0);
+        clock.advance(microseconds(10));
+    }
+    EXPECT_LE(bar.values.size(), 61U);
+    EXPECT_GE(bar.values.size(), 58U);
+    EXPECT_EQ(static_cast<int>(bar.values.size()), bar.displays);
+}
+
+TEST_F(ProgressReportTest, AValueThatWasHeldBackIsShownByTheNextFlush) {
+    report.setPercent(1);
+    report.setPercent(2);
+    report.setName("late");
+    EXPECT_EQ(bar.values, std::vector<double>{1});
+    report.flush();
+    EXPECT_EQ(bar.values, (std::vector<double>{1, 2}));
+    EXPECT_EQ(name.texts, std::vector<std::string>{"late"});
+    report.flush();
+    EXPECT_EQ(bar.displays, 2) << "nothing new, nothing drawn";
+}
+
+TEST_F(ProgressReportTest, OfTheValuesHeldBackOnlyTheLastIsShown) {
+    report.setPercent(1);
+    for (int i = 2; i <= 50; ++i) report.setPercent(i);
+    clock.advance(std::chrono::milliseconds(17));
+    report.setName("next");
+    EXPECT_EQ(bar.values, (std::vector<double>{1, 50}));
+    EXPECT_EQ(name.texts, std::vector<std::string>{"next"});
+}
+
+TEST_F(ProgressReportTest, TheBeginningAndTheEndAreShownWithoutWaiting) {
+    report.setPercent(1);
+    report.showNow(0.0);
+    report.showNow(std::string_view());
+    EXPECT_EQ(bar.values, (std::vector<double>{1, 0}));
+    EXPECT_EQ(name.texts, std::vector<std::string>{""});
+}
+
+}  // namespace
+}  // namespace dorvanel::test

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/SystemCalls.h"
+
+namespace dorvanel::test {
+
+/// Passes every call through; what a test wants otherwise it overrides.
+class ForwardingSystemCalls : public platform::SystemCalls {
+  public:
+    /// `inner` must outlive this.
+    explicit ForwardingSystemCalls(platform::SystemCalls& inner) : inner_(inner) {}
+
+    int openFile(int folder, const char* name, Links links) override {
+        return inner_.openFile(folder, name, links);
+    }
+    int openFolder(int folder, const char* name) override {
+        return inner_.openFolder(folder, name);
+    }
+    int openReference(int folder, const char* name, Links links) override {
+        return inner_.openReference(folder, name, links);
+    }
+    int reopenFile(int reference) override { return inner_.reopenFile(reference); }
+    int reopenFolder(int reference) override { return inner_.reopenFolder(reference); }
+    int close(int descriptor) override { return inner_.close(descriptor); }
+    int status(int descriptor, platform::FileStatus& status) override {
+        return inner_.status(descriptor, status);
+    }
+    int statusAt(int folder, const char* name, Links links, platform::FileStatus& status) override {
+        return inner_.statusAt(folder, name, links, status);
+    }
+    int canReadAndWrite(int folder, const char* name) override {
+        return inner_.canReadAndWrite(folder, name);
+    }
+    int changeMode(int descriptor, std::uint32_t permissions) override {
+        return inner_.changeMode(descriptor, permissions);
+    }
+    int readFolder(int folder, platform::FolderListing& listing) override {
+        return inner_.readFolder(folder, listing);
+    }
+    int makeFolder(int folder, const char* name) override {
+        return inner_.makeFolder(folder, name);
+    }
+    int rename(int fromFolder, const char* from, int toFolder, const char* to) override {
+        return inner_.rename(fromFolder, from, toFolder, to);
+    }
+    int removeFile(int folder, const char* name) override {
+        return inner_.removeFile(folder, name);
+    }
+    int removeFolder(int folder, const char* name) override {
+        return inner_.removeFolder(folder, name);
+    }
+    std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
+                           std::uint64_t offset) override {
+        return inner_.writeAt(file, data, size, offset);
+    }
+    int startFlush(int file, std::uint64_t offset, std::uint64_t size) override {
+        return inner_.startFlush(file, offset, size);
+    }
+    int flushFile(int file) override { return inner_.flushFile(file); }
+    int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
+    int livesInMemory(int file) override { return inner_.livesInMemory(file); }
+    int descriptorLimit() override { return inner_.descriptorLimit(); }
+
+  protected:
+    platform::SystemCalls& inner_;
+};
+
+}  // namespace dorvanel::test
