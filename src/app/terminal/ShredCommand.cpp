@@ -5,12 +5,12 @@
 #include <ostream>
 #include <system_error>
 
+#include "app/ShredArguments.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
 #include "app/terminal/ProgressBar.h"
-#include "app/terminal/ShredArguments.h"
 #include "engine/FileAccess.h"
 #include "platform/FileManager.h"
 #include "platform/MountPoints.h"

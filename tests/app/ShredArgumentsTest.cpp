@@ -1,4 +1,4 @@
-#include "app/terminal/ShredArguments.h"
+#include "app/ShredArguments.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -26,8 +26,8 @@ class ShredArgumentsTest : public ::testing::Test {
     }
     ~ShredArgumentsTest() override { fs::current_path(former_); }
 
-    terminal::ShredArguments check(const Strings& arguments) {
-        return terminal::checkShredArguments(arguments, home, mountPoints, *system);
+    ShredArguments check(const Strings& arguments) {
+        return checkShredArguments(arguments, home, mountPoints, *system);
     }
     /// The reason why one argument is refused; "" when it is not.
     std::string refusal(const std::string& argument) {

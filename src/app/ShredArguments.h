@@ -5,9 +5,9 @@
 
 #include "platform/SystemCalls.h"
 
-namespace dorvanel::terminal {
+namespace dorvanel {
 
-/// What `shred` was asked to shred, checked before anything is touched.
+/// What somebody asked to shred, checked before anything is touched.
 struct ShredArguments {
     struct Complaint {
         std::string argument;  ///< as it was given, in bytes
@@ -29,4 +29,4 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
                                    const std::vector<std::string>& mountPoints,
                                    platform::SystemCalls& system);
 
-}  // namespace dorvanel::terminal
+}  // namespace dorvanel

@@ -1,4 +1,4 @@
-#include "app/terminal/ShredArguments.h"
+#include "app/ShredArguments.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <unordered_set>
 
-namespace dorvanel::terminal {
+namespace dorvanel {
 namespace {
 
 namespace fs = std::filesystem;
@@ -138,4 +138,4 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
     return checked;
 }
 
-}  // namespace dorvanel::terminal
+}  // namespace dorvanel

@@ -1,0 +1,110 @@
+// What the open window costs a run: the same tree is shredded by the engine alone and by the
+// desktop program's worker, in turn, with the main loop alive and the progress shown. Prints
+// seconds.
+//   desktop_bench FOLDER [ROUNDS [FILES]]     FOLDER lies where the shredding is to be measured
+#include <QApplication>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/desktop/Desktop.h"
+#include "platform/PropertyListDefaults.h"
+#include "platform/Resources.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using namespace dorvanel;
+using Seconds = std::chrono::duration<double>;
+
+/// Files of 0 to 640 KiB in 20 folders.
+std::string makeTree(const std::string& folder, int files) {
+    const std::string tree = folder + "/tree";
+    for (int i = 0; i < files; ++i) {
+        const std::size_t size = static_cast<std::size_t>(i) * static_cast<std::size_t>(i) * 7919;
+        test::writeFile(tree + "/album-" + std::to_string(i % 20) + "/" + std::to_string(i),
+                        std::string(size % 655361, 'x'));
+    }
+    return tree;
+}
+
+/// Shows nothing.
+class NoProgress final : public platform::ProgressIndicator {
+    void setDoubleValue(double) override {}
+    void display() override {}
+};
+class NoText final : public platform::TextField {
+    void setStringValue(std::string_view) override {}
+    void setTextColor(platform::Color) override {}
+    void display() override {}
+};
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 2) {
+        std::fputs("usage: desktop_bench FOLDER [ROUNDS [FILES]]\n", stderr);
+        return 2;
+    }
+    const std::string folder = argv[1];
+    const int rounds = argc > 2 ? std::stoi(argv[2]) : 5;
+    const int files = argc > 3 ? std::stoi(argv[3]) : 300;
+
+    const test::TemporaryHome home;
+    QApplication application(argc, argv);
+    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
+    defaults->setInteger(2, "NumberOfWrites");  // one pass
+    defaults->setBool(false, "BrowserWatch");
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto system = platform::makeSystemCalls();
+    const auto draws = makeDrawSequence();
+    const auto listing = platform::makeProcessListing();
+    const auto processes = platform::makeProcessManager();
+    const auto events = platform::makeSystemEvents();
+    platform::BundleInformationFile bundle("");
+    const std::string resources = platform::resourcesFolder();
+
+    std::vector<double> alone, windowed;
+    for (int round = 0; round < rounds; ++round) {
+        {
+            std::vector<std::string> items = {makeTree(folder, files)};
+            NoProgress progress;
+            NoText name;
+            FileAccess engine({*system, platform::systemClock(), *draws}, *preferences, progress,
+                              name);
+            const auto start = std::chrono::steady_clock::now();
+            engine.shredDroppedFile(items);
+            alone.push_back(Seconds(std::chrono::steady_clock::now() - start).count());
+        }
+        desktop::Desktop program({*system, platform::systemClock(), *draws,
+                                  platform::defaultFileManager(), *defaults, *preferences, *listing,
+                                  *processes, *events, platform::systemLog(), bundle, resources});
+        const std::string tree = makeTree(folder, files);
+        const auto start = std::chrono::steady_clock::now();
+        if (!program.launch({tree})) return 1;
+        std::chrono::steady_clock::time_point end;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (program.controller().run().mThreadCount != 0) return;
+            end = std::chrono::steady_clock::now();
+            QCoreApplication::exit();
+        });
+        watch.start(1);
+        program.run();
+        windowed.push_back(Seconds(end - start).count());
+        std::printf("%d: alone %.3f s, with the window %.3f s\n", round + 1, alone.back(),
+                    windowed.back());
+    }
+    std::printf("median: alone %.3f s, with the window %.3f s (%+.1f %%)\n", median(alone),
+                median(windowed), 100 * (median(windowed) / median(alone) - 1));
+    return 0;
+}

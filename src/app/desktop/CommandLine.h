@@ -1,0 +1,21 @@
+#pragma once
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace dorvanel::desktop {
+
+/// What the program was started with.
+struct CommandLine {
+    std::string action;              ///< an action of the launcher; empty for none
+    std::vector<std::string> files;  ///< absolute paths in bytes
+};
+
+/// Reads the arguments after the program's name. Where there is nothing to start (help, version, a
+/// mistake), tells so on `out` or `err`, sets `status` and returns nothing.
+std::optional<CommandLine> readCommandLine(const std::vector<std::string>& arguments,
+                                           std::ostream& out, std::ostream& err, int& status);
+
+}  // namespace dorvanel::desktop

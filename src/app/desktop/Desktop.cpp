@@ -1,0 +1,353 @@
+#include "app/desktop/Desktop.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <filesystem>
+
+#include "app/ShredArguments.h"
+#include "app/desktop/Bytes.h"
+#include "app/desktop/InterfaceFile.h"
+#include "app/desktop/OutcomeText.h"
+#include "engine/ActivityLog.h"
+#include "platform/MountPoints.h"
+
+namespace dorvanel::desktop {
+
+using platform::AlertButton;
+
+namespace {
+
+/// Beyond so many, names of dropped files are only counted.
+constexpr std::size_t namesInQuestion = 8;
+
+std::string nameOf(const std::string& path) {
+    std::string trimmed = path;
+    while (trimmed.size() > 1 && trimmed.ends_with('/')) trimmed.pop_back();
+    return std::filesystem::path(trimmed).filename().native();
+}
+
+std::string questionAbout(const std::vector<std::string>& files) {
+    std::string question = "Shred " + counted(files.size(), QStringLiteral("item")).toStdString() +
+                           "? There is no way back.\n";
+    for (std::size_t i = 0; i < files.size() && i < namesInQuestion; ++i) {
+        question += "\n" + nameOf(files[i]);
+    }
+    if (files.size() > namesInQuestion) {
+        question += "\nand " + std::to_string(files.size() - namesInQuestion) + " more";
+    }
+    return question;
+}
+
+}  // namespace
+
+/// The engine at work on the main thread: no timer fires, no action comes in between, and the
+/// window is painted but takes no input.
+class Desktop::MainThreadWork {
+  public:
+    explicit MainThreadWork(Desktop& desktop) : desktop_(desktop), hold_(desktop.loop_) {
+        desktop_.workOnMainThread_ = true;
+    }
+    ~MainThreadWork() { desktop_.workOnMainThread_ = false; }
+    MainThreadWork(const MainThreadWork&) = delete;
+    MainThreadWork& operator=(const MainThreadWork&) = delete;
+
+  private:
+    Desktop& desktop_;
+    QtRunLoop::Hold hold_;
+};
+
+Desktop::Desktop(DesktopServices services)
+    : services_(std::move(services)),
+      panel_({services_.preferencesInstance, services_.files, services_.log, workspace_,
+              [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); }}) {
+    mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
+}
+
+Desktop::~Desktop() {
+    if (controller_ != nullptr) controller_->run().waitForWorker();
+    documents_.clear();
+}
+
+bool Desktop::launch(std::vector<std::string> droppedItems) {
+    if (!makeWindow()) {
+        services_.log.log("Failed to load MainMenu.nib");
+        workspace_.beep();
+        return false;
+    }
+    makeController();
+    makeTray();
+    window_->setActions(actions());
+    qApp->installEventFilter(this);
+
+    controller_->setDroppedItems(checkedItems(droppedItems));
+    controller_->applicationDidFinishLaunching();
+    profilesView_->sync();
+    // A menu without a single profile says nothing; it is dimmed, as its item in the main menu is.
+    window_->profilesMenu().menuAction()->setEnabled(mainMenu_.itemAtIndex(0).isEnabled());
+    launched_ = true;
+    for (const auto& work : std::exchange(waiting_, {})) work();
+    return true;
+}
+
+bool Desktop::makeWindow() {
+    std::unique_ptr<QWidget> mainMenu = loadInterfaceFile(services_.resourcesFolder, "MainMenu");
+    if (mainMenu == nullptr) return false;
+    window_ = MainWindow::create(std::move(mainMenu), [this] { paintWhileBusy(); });
+    if (window_ == nullptr) return false;
+    alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_);
+    myWindow_ = std::make_unique<QtWindow>(window_->window(), services_.defaults);
+    auto* bar = window_->window().findChild<QProgressBar*>("shreddingProgress");
+    connect(bar, &QProgressBar::valueChanged, this, &Desktop::tellRunning);
+    return true;
+}
+
+void Desktop::makeController() {
+    controller_ = std::make_unique<Controller>(ControllerParts{services_.system,
+                                                               services_.clock,
+                                                               services_.draws,
+                                                               services_.files,
+                                                               services_.defaults,
+                                                               services_.preferencesInstance,
+                                                               loop_,
+                                                               services_.listing,
+                                                               services_.processes,
+                                                               services_.events,
+                                                               workspace_,
+                                                               services_.bundle,
+                                                               *alerts_,
+                                                               application_,
+                                                               workspace_,
+                                                               *myWindow_,
+                                                               mainMenu_,
+                                                               window_->shreddingProgress(),
+                                                               window_->fileName(),
+                                                               window_->watchOutlets(),
+                                                               *this,
+                                                               [this] { tellWaiting(); }});
+    application_.setDelegate({
+        [this] { return controller_->applicationShouldTerminate(); },
+        [this] {
+            quitDeferred_ = true;
+            window_->showMessage(QStringLiteral("Dorvanel quits when shredding has ended."));
+        },
+        [this] {
+            // Saves the window's frame too, while there is still somebody to save it.
+            myWindow_->saveFrame();
+            static_cast<void>(controller_->applicationWillTerminate());
+            // An alert that is still up ends with the program, unanswered: no line about it.
+            if (loop_.isHeld()) kalvet_logger_close();
+        },
+        [this] { hideWindows(); },
+    });
+    platform::Menu* profiles = mainMenu_.itemAtIndex(0).submenu();
+    profilesView_ = std::make_unique<MenuView>(
+        window_->profilesMenu(), *profiles, MenuView::Items::choices,
+        [this](const platform::MenuItem& item) {
+            if (!item.isEnabled()) return QString();
+            return displayText(controller_->profilesMenu().profileName(item));
+        });
+}
+
+void Desktop::makeTray() {
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) return;
+    trayMenu_ = std::make_unique<QMenu>();
+    trayMenu_->addAction(QStringLiteral("Show Dorvanel"), this, &Desktop::activate);
+    trayMenu_->addSeparator();
+    auto* commands = new QMenu(QStringLiteral("Shred"), trayMenu_.get());
+    dockView_ = std::make_unique<MenuView>(*commands, controller_->applicationDockMenu(),
+                                           MenuView::Items::commands);
+    trayMenu_->addActions(commands->actions());
+    trayMenu_->addSeparator();
+    trayMenu_->addAction(QStringLiteral("Quit Dorvanel"), this,
+                         [this] { controller_->reallyQuit(); });
+    tray_ = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
+    tray_->setToolTip(QStringLiteral("Dorvanel X"));
+    tray_->setContextMenu(trayMenu_.get());
+    connect(tray_.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger) activate();
+            });
+    tray_->show();
+}
+
+MainWindowActions Desktop::actions() {
+    Controller* controller = controller_.get();
+    MainWindowActions actions;
+    actions.about = [this] {
+        QMessageBox::about(&window_->window(), QStringLiteral("About Dorvanel X"),
+                           QStringLiteral("<h3>Dorvanel X %1</h3><p>Shreds files, and the traces "
+                                          "that browsers and mail programs leave.</p>")
+                               .arg(QStringLiteral(DORVANEL_VERSION)));
+    };
+    actions.showPanel = [this] { panel_.showPanel(); };
+    actions.hide = [this] { application_.hide(); };
+    actions.reallyQuit = [controller] { controller->reallyQuit(); };
+    actions.openDoc = [this] { openDoc(); };
+    actions.shredAndNothing = [controller] { controller->shredAndNothing(); };
+    actions.shredAndLogout = [controller] { controller->shredAndLogout(); };
+    actions.shredAndShutdown = [controller] { controller->shredAndShutdown(); };
+    actions.shredAndRestart = [controller] { controller->shredAndRestart(); };
+    actions.emailSupport = [controller] { controller->emailSupport(); };
+    actions.webFAQ = [controller] { controller->webFAQ(); };
+    actions.webDownloads = [controller] { controller->webDownloads(); };
+    actions.filesDropped = [this](std::vector<std::string> files) {
+        filesDropped(std::move(files));
+    };
+    return actions;
+}
+
+InstanceHandlers Desktop::instanceHandlers() {
+    return {
+        [this] { whenLaunched([this] { activate(); }); },
+        [this](std::vector<std::string> files) {
+            whenLaunched([this, files = std::move(files)] { openFiles(files); });
+        },
+        [this](const std::string& name) { whenLaunched([this, name] { performAction(name); }); },
+    };
+}
+
+void Desktop::whenLaunched(std::function<void()> work) {
+    if (launched_) return work();
+    waiting_.push_back(std::move(work));
+}
+
+void Desktop::activate() {
+    myWindow_->makeKeyAndOrderFront();
+}
+
+void Desktop::openFiles(const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        if (!controller_->applicationOpenFile(file)) return;
+    }
+    std::erase_if(documents_,
+                  [](const auto& document) { return !document->window()->isVisible(); });
+    auto document = std::make_unique<MyDocument>(services_.preferencesInstance, files);
+    if (document->showWindows(services_.resourcesFolder)) {
+        documents_.push_back(std::move(document));
+    } else {
+        services_.log.log("Failed to load MyDocument.nib");
+        workspace_.beep();
+    }
+}
+
+void Desktop::performAction(const std::string& name) {
+    if (workOnMainThread_) return workspace_.beep();
+    if (name == "shred") return controller_->shredAndNothing();
+    if (name == "shred-and-log-out") return controller_->shredAndLogout();
+    if (name == "shred-and-shut-down") return controller_->shredAndShutdown();
+    if (name == "shred-and-restart") return controller_->shredAndRestart();
+    activate();
+}
+
+bool Desktop::engineIsBusy() {
+    const bool busy = workOnMainThread_ || controller_->run().mThreadCount != 0 ||
+                      controller_->run().mAwaitingConfirmation == 1;
+    if (busy) {
+        window_->showMessage(QStringLiteral("Not started: a run is still in progress."));
+        workspace_.beep();
+    }
+    return busy;
+}
+
+void Desktop::openDoc() {
+    if (engineIsBusy()) return;
+    QtOpenPanel panel(window_->window());
+    {
+        const MainThreadWork work(*this);
+        controller_->fileAccessInstance().openDoc(panel);
+    }
+    if (panel.picked()) tellOutcome();
+}
+
+std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& items) {
+    if (items.empty()) return {};
+    const auto mounted = platform::mountPoints();
+    QStringList reasons;
+    if (!mounted) {
+        reasons << displayText(mounted.error().message());
+    } else {
+        const ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
+                                                           mounted.value(), services_.system);
+        for (const ShredArguments::Complaint& complaint : checked.complaints) {
+            reasons << QStringLiteral("“%1” %2").arg(displayText(complaint.argument),
+                                                     displayText(complaint.reason));
+        }
+        if (reasons.isEmpty()) return checked.paths;
+    }
+    window_->showMessage(QStringLiteral("Nothing was shredded: ") + reasons.first(),
+                         reasons.size() > 1 ? reasons.join(u'\n') : QString());
+    workspace_.beep();
+    return {};
+}
+
+void Desktop::filesDropped(std::vector<std::string> files) {
+    if (engineIsBusy()) return;
+    files = checkedItems(files);
+    if (files.empty()) return;
+    const AlertButton answer =
+        alerts_->runAlertPanel("Shred Dropped Items", questionAbout(files), "Cancel", "Shred", "");
+    if (answer != AlertButton::alternateButton || engineIsBusy()) return;
+    {
+        const MainThreadWork work(*this);
+        controller_->fileAccessInstance().shredDroppedFile(files);
+    }
+    tellOutcome();
+}
+
+void Desktop::tellOutcome() {
+    const Outcome& outcome = controller_->fileAccessInstance().outcome();
+    window_->showMessage(messageOf(outcome), detailsOf(outcome));
+}
+
+void Desktop::paintWhileBusy() {
+    if (!workOnMainThread_) return;
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void Desktop::tellWaiting() {
+    window_->showMessage(QStringLiteral("Waiting for browsers and mail programs to quit…"));
+    const QtRunLoop::Hold hold(loop_);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    window_->paintNow();
+}
+
+void Desktop::tellRunning() {
+    if (quitDeferred_ || controller_->run().mThreadCount == 0) return;
+    window_->showMessage(QStringLiteral("Shredding…"));
+}
+
+void Desktop::runEnded(const RunReport& report) {
+    const auto tell = [this, report] {
+        if (quitDeferred_) return;
+        window_->showMessage(messageOf(report), detailsOf(report.outcome));
+    };
+    if (isMainThread()) return tell();
+    loop_.performOnMainThread(tell);
+}
+
+void Desktop::hideWindows() {
+    QWidget* panel = panel_.window();
+    if (panel != nullptr) panel->hide();
+    for (const auto& document : documents_) document->window()->hide();
+    QMainWindow& window = window_->window();
+    if (tray_ != nullptr) {
+        window.hide();
+    } else if (window.isVisible()) {
+        // Without a tray, a window that is gone could not be found again.
+        window.showMinimized();
+    }
+}
+
+bool Desktop::eventFilter(QObject* watched, QEvent* event) {
+    // The session asks the program to quit: as any quit request.
+    if (watched == qApp && event->type() == QEvent::Quit) {
+        event->ignore();
+        application_.terminate();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace dorvanel::desktop

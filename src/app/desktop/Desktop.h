@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/Controller.h"
+#include "app/desktop/MainWindow.h"
+#include "app/desktop/MenuView.h"
+#include "app/desktop/MyDocument.h"
+#include "app/desktop/PreferencesPanel.h"
+#include "app/desktop/QtAlertPanel.h"
+#include "app/desktop/QtApplication.h"
+#include "app/desktop/QtOpenPanel.h"
+#include "app/desktop/QtRunLoop.h"
+#include "app/desktop/QtWindow.h"
+#include "app/desktop/QtWorkspace.h"
+#include "app/desktop/SingleInstance.h"
+#include "platform/SystemLog.h"
+
+namespace dorvanel::desktop {
+
+/// What the desktop program stands on besides the toolkit; all of it outlives the program.
+struct DesktopServices {
+    platform::SystemCalls& system;
+    platform::Clock& clock;
+    DrawSequence& draws;
+    platform::FileManager& files;
+    platform::UserDefaults& defaults;
+    Preferences& preferencesInstance;
+    platform::ProcessListing& listing;
+    platform::ProcessManager& processes;
+    platform::SystemEvents& events;
+    platform::SystemLog& log;
+    platform::BundleInformation& bundle;
+    std::string resourcesFolder;
+};
+
+/// The desktop program put together: the window, the panel, the menus and the tray around one
+/// controller. Needs a QApplication. Main thread, but for what says otherwise.
+class Desktop final : public QObject, private RunObserver {
+  public:
+    explicit Desktop(DesktopServices services);
+    ~Desktop() override;
+
+    /// Loads the interface and launches the controller. `droppedItems` are shredded at once. False
+    /// when the interface cannot be loaded, which the system's log and a beep have then told.
+    bool launch(std::vector<std::string> droppedItems);
+
+    /// The main loop, until the program has quit.
+    void run() { loop_.run(); }
+
+    // What second launches and other programs ask; before launch() is through, it waits.
+
+    InstanceHandlers instanceHandlers();
+    /// Brings the program forward, also when it is hidden.
+    void activate();
+    /// Opens a document that shows the files.
+    void openFiles(const std::vector<std::string>& files);
+    /// Sends an action by its name in the launcher ("shred"); an unknown one only brings the
+    /// program forward.
+    void performAction(const std::string& name);
+
+    /// Asks before files that were dropped on the window are shredded.
+    void filesDropped(std::vector<std::string> files);
+    /// The Open panel command.
+    void openDoc();
+
+    // What there is, for who puts the program together.
+
+    Controller& controller() { return *controller_; }
+    MainWindow& mainWindow() { return *window_; }
+    PreferencesPanel& panel() { return panel_; }
+    QtApplication& application() { return application_; }
+    QtRunLoop& runLoop() { return loop_; }
+    [[nodiscard]] const std::vector<std::unique_ptr<MyDocument>>& documents() const {
+        return documents_;
+    }
+    /// The menu of the tray, which stands in for the Dock's; null where there is no tray.
+    [[nodiscard]] QMenu* trayMenu() const { return trayMenu_.get(); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    class MainThreadWork;
+
+    bool makeWindow();
+    void makeController();
+    void makeTray();
+    MainWindowActions actions();
+    void whenLaunched(std::function<void()> work);
+    void hideWindows();
+    bool engineIsBusy();
+    /// The items as they can be shredded; none, and the window tells why, when one of them must not
+    /// be: the home folder, a mount point, something that does not exist.
+    std::vector<std::string> checkedItems(const std::vector<std::string>& items);
+    void tellOutcome();
+    void paintWhileBusy();
+    void tellWaiting();
+    void tellRunning();
+    void runEnded(const RunReport& report) override;
+
+    DesktopServices services_;
+    QtRunLoop loop_;
+    QtApplication application_{loop_};
+    QtWorkspace workspace_;
+    PreferencesPanel panel_;
+    std::unique_ptr<MainWindow> window_;
+    std::unique_ptr<QtAlertPanel> alerts_;
+    std::unique_ptr<QtWindow> myWindow_;
+    platform::Menu mainMenu_;
+    std::unique_ptr<Controller> controller_;
+    std::unique_ptr<MenuView> profilesView_;
+    std::unique_ptr<QMenu> trayMenu_;
+    std::unique_ptr<MenuView> dockView_;
+    std::unique_ptr<QSystemTrayIcon> tray_;
+    std::vector<std::unique_ptr<MyDocument>> documents_;
+    std::vector<std::function<void()>> waiting_;
+    bool launched_ = false;
+    bool workOnMainThread_ = false;
+    bool quitDeferred_ = false;
+};
+
+}  // namespace dorvanel::desktop

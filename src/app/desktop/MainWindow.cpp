@@ -1,0 +1,176 @@
+#include "app/desktop/MainWindow.h"
+
+#include <QDragEnterEvent>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProgressBar>
+
+#include "app/desktop/Bytes.h"
+
+namespace dorvanel::desktop {
+namespace {
+
+/// The labels in the order of BrowserWatchOutlets.
+constexpr std::array<const char*, 12> labelNames = {
+    "mBWSafari", "mBWExplorer", "mBWMozilla", "mBWNetscape",  "mBWiCab",   "mBWOmniweb",
+    "mBWOpera",  "mBWMail",     "mBWEudora",  "mBWMailsmith", "mBWCamino", "mBWFirefox"};
+
+/// The paths of what is dragged; empty unless all of it is files of this machine.
+std::vector<std::string> draggedPaths(const QMimeData& data) {
+    std::vector<std::string> paths;
+    for (const QUrl& url : data.urls()) {
+        paths.push_back(pathOfUrl(url));
+        if (paths.back().empty()) return {};
+    }
+    return paths;
+}
+
+}  // namespace
+
+std::unique_ptr<MainWindow> MainWindow::create(std::unique_ptr<QWidget> mainMenu,
+                                               AfterDisplay afterDisplay) {
+    std::unique_ptr<MainWindow> made(new MainWindow);
+    made->window_ = qobject_cast<QMainWindow*>(mainMenu.get());
+    made->owner_ = std::move(mainMenu);
+    if (made->window_ == nullptr || !made->connectOutlets(afterDisplay)) return nullptr;
+    made->window_->installEventFilter(made.get());
+    return made;
+}
+
+bool MainWindow::connectOutlets(const AfterDisplay& afterDisplay) {
+    // The panel is loaded apart, when it is first shown.
+    delete window_->findChild<QWidget*>("mPreferencesWindow");
+
+    auto* bar = window_->findChild<QProgressBar*>("shreddingProgress");
+    auto* file = window_->findChild<QLabel*>("fileName");
+    auto* status = window_->findChild<QLabel*>("browserWatchStatusTextbox");
+    runMessage_ = window_->findChild<QLabel*>("runMessage");
+    detailsButton_ = window_->findChild<QPushButton*>("detailsButton");
+    profilesMenu_ = window_->findChild<QMenu*>("profilesMenu");
+    for (const QObject* found :
+         {static_cast<QObject*>(bar), static_cast<QObject*>(file), static_cast<QObject*>(status),
+          static_cast<QObject*>(runMessage_), static_cast<QObject*>(detailsButton_),
+          static_cast<QObject*>(profilesMenu_)}) {
+        if (found == nullptr) return false;
+    }
+    progress_ = std::make_unique<QtProgressIndicator>(*bar, afterDisplay);
+    fileName_ = std::make_unique<QtTextField>(*file, afterDisplay, QtTextField::Elide::middle);
+    status_ = std::make_unique<QtTextField>(*status, afterDisplay);
+    for (std::size_t i = 0; i < labelNames.size(); ++i) {
+        const QString name = QLatin1String(labelNames[i]);
+        auto* label = window_->findChild<QLabel*>(name);
+        auto* mark = window_->findChild<QLabel*>(name + "Mark");
+        if (label == nullptr || mark == nullptr) return false;
+        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark, afterDisplay);
+        labels_[i]->setTextColor(platform::Color::lightGray);
+    }
+    connect(detailsButton_, &QPushButton::clicked, this, [this] {
+        QMessageBox box(QMessageBox::Information, QStringLiteral("Dorvanel X"), runMessage_->text(),
+                        QMessageBox::Close, window_);
+        box.setTextFormat(Qt::PlainText);
+        box.setDetailedText(details_);
+        box.exec();
+    });
+    return true;
+}
+
+void MainWindow::setActions(const MainWindowActions& actions) {
+    actions_ = actions;
+    const auto bind = [this](const char* name, const MainWindowActions::Action& action,
+                             const char* button = nullptr) {
+        auto* found = window_->findChild<QAction*>(QLatin1String(name));
+        if (found == nullptr) return;
+        // The panel and the documents have no menus of their own: the keys are everybody's.
+        found->setShortcutContext(Qt::ApplicationShortcut);
+        connect(found, &QAction::triggered, this, action);
+        auto* push = button ? window_->findChild<QPushButton*>(QLatin1String(button)) : nullptr;
+        if (push != nullptr) connect(push, &QPushButton::clicked, found, &QAction::trigger);
+    };
+    bind("aboutAction", actions.about);
+    bind("showPanelAction", actions.showPanel, "preferencesButton");
+    bind("hideAction", actions.hide);
+    bind("reallyQuitAction", actions.reallyQuit);
+    bind("openDocAction", actions.openDoc, "shredFilesButton");
+    bind("shredAndNothingAction", actions.shredAndNothing, "shredNowButton");
+    bind("shredAndLogoutAction", actions.shredAndLogout);
+    bind("shredAndShutdownAction", actions.shredAndShutdown);
+    bind("shredAndRestartAction", actions.shredAndRestart);
+    bind("emailSupportAction", actions.emailSupport);
+    bind("webFAQAction", actions.webFAQ);
+    bind("webDownloadsAction", actions.webDownloads);
+
+    if (auto* button = window_->findChild<QPushButton*>("shredAndButton")) {
+        auto* menu = new QMenu(button);
+        for (const char* name :
+             {"shredAndLogoutAction", "shredAndShutdownAction", "shredAndRestartAction"}) {
+            if (auto* action = window_->findChild<QAction*>(QLatin1String(name))) {
+                menu->addAction(action);
+            }
+        }
+        button->setMenu(menu);
+    }
+}
+
+BrowserWatchOutlets MainWindow::watchOutlets() {
+    return {status_.get(),    labels_[0].get(), labels_[1].get(), labels_[2].get(),
+            labels_[3].get(), labels_[4].get(), labels_[5].get(), labels_[6].get(),
+            labels_[7].get(), labels_[8].get(), labels_[9].get(), labels_[10].get(),
+            labels_[11].get()};
+}
+
+void MainWindow::showMessage(const QString& message, const QString& details) {
+    runMessage_->setText(message);
+    details_ = details;
+    detailsButton_->setVisible(!details.isEmpty());
+}
+
+void MainWindow::paintNow() {
+    window_->repaint();
+}
+
+void MainWindow::restyle() {
+    fileName_->restyle();
+    status_->restyle();
+    for (const auto& label : labels_) label->restyle();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Close:
+            // Closing the only window means what the Quit command means.
+            event->ignore();
+            if (actions_.reallyQuit) actions_.reallyQuit();
+            return true;
+        case QEvent::PaletteChange:
+            restyle();
+            break;
+        case QEvent::Resize:
+            fileName_->restyle();
+            break;
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop: {
+            auto* drop = static_cast<QDropEvent*>(event);
+            std::vector<std::string> paths = draggedPaths(*drop->mimeData());
+            if (paths.empty()) {
+                event->ignore();
+                return true;
+            }
+            // A copy: the source must keep its hands off what is dropped.
+            drop->setDropAction(Qt::CopyAction);
+            drop->accept();
+            if (event->type() == QEvent::Drop && actions_.filesDropped) {
+                // The source waits for the end of the drop; the question comes after.
+                QMetaObject::invokeMethod(
+                    this, [this, paths = std::move(paths)] { actions_.filesDropped(paths); },
+                    Qt::QueuedConnection);
+            }
+            return true;
+        }
+        default:
+            break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QAction>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/desktop/QtOutlets.h"
+#include "watch/BrowserWatchOutlets.h"
+
+namespace dorvanel::desktop {
+
+/// What the main window's commands do; main thread.
+struct MainWindowActions {
+    using Action = std::function<void()>;
+    Action about, showPanel, hide, reallyQuit, openDoc;
+    Action shredAndNothing, shredAndLogout, shredAndShutdown, shredAndRestart;
+    Action emailSupport, webFAQ, webDownloads;
+    /// Files were dropped on the window: absolute paths in bytes, one at least.
+    std::function<void(std::vector<std::string>)> filesDropped;
+};
+
+/// The main window as the interface file "MainMenu" makes it, with its outlets connected.
+class MainWindow final : public QObject {
+  public:
+    /// Null when something is missing in `mainMenu`, the file's top widget.
+    static std::unique_ptr<MainWindow> create(std::unique_ptr<QWidget> mainMenu,
+                                              AfterDisplay afterDisplay);
+
+    void setActions(const MainWindowActions& actions);
+
+    [[nodiscard]] QMainWindow& window() { return *window_; }
+    platform::ProgressIndicator& shreddingProgress() { return *progress_; }
+    platform::TextField& fileName() { return *fileName_; }
+    [[nodiscard]] BrowserWatchOutlets watchOutlets();
+    [[nodiscard]] QMenu& profilesMenu() { return *profilesMenu_; }
+
+    /// Shows one line about the run; `details` are there for who asks.
+    void showMessage(const QString& message, const QString& details = {});
+    [[nodiscard]] QString message() const { return runMessage_->text(); }
+    /// Paints the window as it is now, also while the main loop does not come round.
+    void paintNow();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    MainWindow() = default;
+    bool connectOutlets(const AfterDisplay& afterDisplay);
+    void restyle();
+
+    std::unique_ptr<QWidget> owner_;
+    QMainWindow* window_ = nullptr;
+    QLabel* runMessage_ = nullptr;
+    QPushButton* detailsButton_ = nullptr;
+    QMenu* profilesMenu_ = nullptr;
+    QString details_;
+    std::unique_ptr<QtProgressIndicator> progress_;
+    std::unique_ptr<QtTextField> fileName_;
+    std::unique_ptr<QtTextField> status_;
+    std::array<std::unique_ptr<ApplicationLabel>, 12> labels_;
+    MainWindowActions actions_;
+};
+
+}  // namespace dorvanel::desktop

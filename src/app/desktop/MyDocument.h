@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "prefs/PreferenceReader.h"
+
+namespace dorvanel::desktop {
+
+/// The document that opens for files handed to the running program. It shows them and does nothing
+/// with them. Main thread.
+class MyDocument final {
+  public:
+    /// `preferences` outlives the document; `files` are paths in bytes.
+    MyDocument(const PreferenceReader& preferences, std::vector<std::string> files);
+
+    /// The title of every document, whatever it was made for.
+    [[nodiscard]] std::string displayName() const;
+    /// The interface file that holds the document's window.
+    [[nodiscard]] std::string windowNibName() const { return "MyDocument"; }
+    /// The window has been loaded: fills it in and centres it.
+    void windowControllerDidLoadNib(QWidget& window) const;
+
+    /// Loads the window and shows it; false when the interface file cannot be loaded.
+    bool showWindows(const std::string& resourcesFolder);
+    [[nodiscard]] QWidget* window() const { return window_.get(); }
+
+  private:
+    const PreferenceReader& preferences_;
+    std::vector<std::string> files_;
+    std::unique_ptr<QWidget> window_;
+};
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,73 @@
+#include "app/desktop/OutcomeText.h"
+
+#include <QLocale>
+#include <QStringList>
+#include <system_error>
+
+#include "app/desktop/Bytes.h"
+
+namespace dorvanel::desktop {
+
+QString counted(quint64 count, const QString& noun) {
+    return QLocale().toString(count) + u' ' + noun + (count == 1 ? QString() : QStringLiteral("s"));
+}
+
+QString messageOf(const Outcome& outcome) {
+    QStringList parts;
+    if (outcome.items == 0) {
+        parts << QStringLiteral("There was nothing to shred.");
+    } else {
+        parts << QStringLiteral("Shredded: %1, %2 overwritten.")
+                     .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
+                          QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+    }
+    if (outcome.notRemoved > 0) {
+        parts << counted(outcome.notRemoved, QStringLiteral("item")) +
+                     (outcome.notRemoved == 1 ? QStringLiteral(" is still there.")
+                                              : QStringLiteral(" are still there."));
+    }
+    if (outcome.notOverwritten > 0) {
+        parts << counted(outcome.notOverwritten, QStringLiteral("file")) +
+                     QStringLiteral(" not wholly overwritten.");
+    }
+    if (outcome.notFlushed > 0) {
+        parts << counted(outcome.notFlushed, QStringLiteral("file")) +
+                     QStringLiteral(" perhaps not on the medium yet.");
+    }
+    return parts.join(u' ');
+}
+
+QString messageOf(const RunReport& report) {
+    switch (report.result) {
+        case RunResult::nothingSelected:
+            return QStringLiteral("Nothing was selected to shred.");
+        case RunResult::cancelled:
+            return QStringLiteral("Cancelled. Nothing was shredded.");
+        case RunResult::notInitiated:
+            return QStringLiteral("Not started: a run is still in progress.");
+        case RunResult::completed:
+            break;
+    }
+    QString message = messageOf(report.outcome);
+    if (!report.skipped.empty()) {
+        QStringList names;
+        for (const std::string& name : report.skipped) names << displayText(name);
+        message += QStringLiteral(" Left alone, as running: %1.").arg(names.join(u", "));
+    }
+    return message;
+}
+
+QString detailsOf(const Outcome& outcome) {
+    QStringList lines;
+    for (const Outcome::Trouble& trouble : outcome.troubles) {
+        lines << QStringLiteral("%1: could not %2: %3")
+                     .arg(displayText(trouble.path), displayText(trouble.operation),
+                          displayText(std::generic_category().message(trouble.code)));
+    }
+    for (const std::string& path : outcome.left) {
+        lines << QStringLiteral("Left: %1").arg(displayText(path));
+    }
+    return lines.join(u'\n');
+}
+
+}  // namespace dorvanel::desktop

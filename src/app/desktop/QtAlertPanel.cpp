@@ -1,0 +1,98 @@
+#include "app/desktop/QtAlertPanel.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+#include <array>
+
+#include "app/desktop/Bytes.h"
+
+namespace dorvanel::desktop {
+
+using platform::AlertButton;
+
+namespace {
+
+constexpr int iconSide = 48;
+constexpr int messageWidth = 420;
+
+/// The names of the buttons as objects, in the order of AlertButton.
+constexpr std::array<const char*, 3> buttonNames = {"defaultButton", "alternateButton",
+                                                    "otherButton"};
+
+/// An alert's message with its own line breaks kept.
+QString messageText(const std::string& message) {
+    QStringList lines;
+    for (const QByteArray& line : QByteArray::fromStdString(message).split('\n')) {
+        lines << displayText(std::string_view(line.constData(), size_t(line.size())));
+    }
+    return lines.join(u'\n');
+}
+
+}  // namespace
+
+QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
+    auto* box = new QMessageBox(parent);
+    box->setIconPixmap(QApplication::windowIcon().pixmap(iconSide));
+    box->setTextFormat(Qt::PlainText);
+    box->setWindowTitle(displayText(text.title));
+    box->setText(displayText(text.title));
+    box->setInformativeText(messageText(text.message));
+    box->setAccessibleName(displayText(text.title));
+    if (auto* title = box->findChild<QLabel*>("qt_msgbox_label")) {
+        QFont bold = title->font();
+        bold.setBold(true);
+        title->setFont(bold);
+    }
+    // A message of a few lines reads better wide than high.
+    if (auto* grid = qobject_cast<QGridLayout*>(box->layout())) {
+        grid->addItem(new QSpacerItem(messageWidth, 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());
+    }
+
+    const std::array<const std::string*, 3> titles = {&text.defaultButton, &text.alternateButton,
+                                                      &text.otherButton};
+    for (std::size_t i = 0; i < titles.size(); ++i) {
+        if (titles[i]->empty()) continue;
+        const bool isCancel = *titles[i] == "Cancel" || *titles[i] == "No";
+        const auto role = isCancel ? QMessageBox::RejectRole
+                          : i == 2 ? QMessageBox::DestructiveRole
+                                   : QMessageBox::AcceptRole;
+        QPushButton* button = box->addButton(displayText(*titles[i]), role);
+        button->setObjectName(QLatin1String(buttonNames[i]));
+        if (i == 0) box->setDefaultButton(button);
+        if (i == 0 || isCancel) box->setEscapeButton(button);
+    }
+    return box;
+}
+
+AlertButton clickedButton(const QMessageBox& box) {
+    const QAbstractButton* clicked = box.clickedButton();
+    // The program ended, and its alerts with it: as if nobody had agreed to anything.
+    if (clicked == nullptr) clicked = box.escapeButton();
+    for (std::size_t i = 1; i < buttonNames.size(); ++i) {
+        if (clicked != nullptr && clicked->objectName() == QLatin1String(buttonNames[i])) {
+            return i == 1 ? AlertButton::alternateButton : AlertButton::otherButton;
+        }
+    }
+    return AlertButton::defaultButton;
+}
+
+AlertButton QtAlertPanel::runAlertPanel(const std::string& title, const std::string& message,
+                                        const std::string& defaultButton,
+                                        const std::string& alternateButton,
+                                        const std::string& otherButton) {
+    const QtRunLoop::Hold hold(loop_);
+    QPointer<QMessageBox> box(
+        makeAlert(&parent_, {title, message, defaultButton, alternateButton, otherButton}));
+    box->setWindowModality(Qt::ApplicationModal);
+    box->exec();
+    const AlertButton answer = box ? clickedButton(*box) : AlertButton::defaultButton;
+    delete box;
+    return answer;
+}
+
+}  // namespace dorvanel::desktop

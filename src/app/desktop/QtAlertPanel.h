@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QMessageBox>
+#include <QWidget>
+#include <functional>
+#include <string>
+
+#include "app/desktop/QtRunLoop.h"
+#include "platform/AlertPanel.h"
+#include "platform/Window.h"
+
+namespace dorvanel::desktop {
+
+/// What an alert or a sheet says. An empty alternate or other button is not shown.
+struct AlertText {
+    std::string title, message, defaultButton, alternateButton, otherButton;
+};
+
+/// A message box of that text on `parent`. The window's close button and Escape stand for the
+/// button titled "Cancel" or "No", else for the default one.
+QMessageBox* makeAlert(QWidget* parent, const AlertText& text);
+
+/// The button that ended the box.
+platform::AlertButton clickedButton(const QMessageBox& box);
+
+/// Modal alerts over the main window. While one is up, the timers stand still.
+class QtAlertPanel final : public platform::AlertPanel {
+  public:
+    /// `parent` and `loop` outlive the panel.
+    QtAlertPanel(QWidget& parent, QtRunLoop& loop) : parent_(parent), loop_(loop) {}
+
+    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                        const std::string& defaultButton,
+                                        const std::string& alternateButton,
+                                        const std::string& otherButton) override;
+
+  private:
+    QWidget& parent_;
+    QtRunLoop& loop_;
+};
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+
+#include "platform/OpenPanel.h"
+
+namespace dorvanel::desktop {
+
+/// The desktop's file dialog. It shows names as text, so a file whose name is not valid UTF-8
+/// cannot be picked in it; such a file can be dropped on the window.
+class QtOpenPanel final : public platform::OpenPanel {
+  public:
+    explicit QtOpenPanel(QWidget& parent) : parent_(parent) {}
+
+    void setAllowsMultipleSelection(bool allows) override { multiple_ = allows; }
+    std::optional<std::vector<std::string>> runModalForDirectory(
+        const std::string& directory) override;
+
+    /// Whether the last run ended with files picked.
+    [[nodiscard]] bool picked() const { return picked_; }
+
+  private:
+    QWidget& parent_;
+    bool multiple_ = false;
+    bool picked_ = false;
+};
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "app/desktop/Coalescer.h"
+#include "platform/Outlets.h"
+
+namespace dorvanel::desktop {
+
+/// Called on the main thread after an outlet has been redrawn there, where the main loop may not
+/// come round for a while; may be empty.
+using AfterDisplay = std::function<void()>;
+
+/// A label of the interface.
+class QtTextField : public platform::TextField {
+  public:
+    enum class Elide { no, middle };
+
+    /// `label` outlives the outlet. An elided text is cut to the label's width and whole in its
+    /// tool tip and for assistive technology.
+    QtTextField(QLabel& label, AfterDisplay afterDisplay, Elide elide = Elide::no);
+
+    void setStringValue(std::string_view text) override;
+    void setTextColor(platform::Color color) override;
+    void display() override;
+
+    /// Shows text and colour again: the palette or the width has changed. Main thread.
+    void restyle();
+
+  protected:
+    /// Shows a colour. Main thread.
+    virtual void showColor(platform::Color color);
+    QLabel& label() { return label_; }
+
+  private:
+    void change();
+    void show();
+    void showText();
+
+    QLabel& label_;
+    AfterDisplay afterDisplay_;
+    Elide elide_;
+    std::mutex mutex_;  ///< guards the two pending values
+    std::optional<std::string> pendingText_;
+    std::optional<platform::Color> pendingColor_;
+    QString text_;                          ///< as shown; main thread
+    std::optional<platform::Color> color_;  ///< as shown; main thread
+    Coalescer coalescer_;
+};
+
+/// The label of a supported application: its colour also shows in the mark beside it and in words.
+class ApplicationLabel final : public QtTextField {
+  public:
+    ApplicationLabel(QLabel& label, QLabel& mark, AfterDisplay afterDisplay);
+
+  protected:
+    void showColor(platform::Color color) override;
+
+  private:
+    QLabel& mark_;
+};
+
+/// The progress bar.
+class QtProgressIndicator final : public platform::ProgressIndicator {
+  public:
+    /// `bar` outlives the outlet; its range is 0 to 1000, tenths of a percent.
+    QtProgressIndicator(QProgressBar& bar, AfterDisplay afterDisplay);
+
+    void setDoubleValue(double percent) override;
+    void display() override;
+
+  private:
+    void show();
+
+    QProgressBar& bar_;
+    AfterDisplay afterDisplay_;
+    std::atomic<double> percent_ = 0;
+    Coalescer coalescer_;
+};
+
+}  // namespace dorvanel::desktop

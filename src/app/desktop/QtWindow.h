@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <string>
+
+#include "platform/UserDefaults.h"
+#include "platform/Window.h"
+
+namespace dorvanel::desktop {
+
+/// Centres a window on the screen that it is on, and makes it fit there. Where the window system
+/// places windows by itself, nothing moves.
+void centerOnScreen(QWidget& window);
+
+/// Shows a window in front of the others, with the keyboard.
+void bringToFront(QWidget& window);
+
+/// The main window. Its frame is kept in the user's defaults under "NSWindow Frame NAME", as four
+/// numbers: left, top, width, height.
+class QtWindow final : public QObject, public platform::Window {
+  public:
+    /// Both outlive this object.
+    QtWindow(QWidget& window, platform::UserDefaults& defaults);
+    ~QtWindow() override;
+
+    void setFrameAutosaveName(const std::string& name) override;
+    void center() override;
+    void makeKeyAndOrderFront() override;
+    void beginSheet(const std::string& title, const std::string& message,
+                    const std::string& defaultButton, const std::string& alternateButton,
+                    const std::string& otherButton,
+                    std::function<void(platform::SheetCode)> didDismiss) override;
+
+    /// Saves a frame that has changed since it was last saved.
+    void saveFrame();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    [[nodiscard]] std::string key() const { return "NSWindow Frame " + frameName_; }
+
+    QWidget& window_;
+    platform::UserDefaults& defaults_;
+    std::string frameName_;
+    QTimer saveTimer_;  ///< runs while a change waits to be saved
+};
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/SystemSound.h"
+#include "platform/Workspace.h"
+
+namespace dorvanel::desktop {
+
+/// The desktop that the program runs on.
+class QtWorkspace final : public platform::Workspace, public platform::SystemSound {
+  public:
+    void openURL(const std::string& url) override;
+    void beep() override;
+};
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace dorvanel::desktop {
+
+/// What other programs, and second launches, may ask of the running program.
+struct InstanceHandlers {
+    std::function<void()> activate;
+    std::function<void(std::vector<std::string>)> open;  ///< absolute paths in bytes
+    std::function<void(const std::string&)> activateAction;
+};
+
+/// One running program for each user and home folder, as a service of the session bus with the
+/// interface org.freedesktop.Application. Main thread.
+class SingleInstance final : public QObject {
+  public:
+    enum class Role {
+        first,   ///< this process is the program, and takes requests
+        second,  ///< the program is running already
+        alone,   ///< there is no session bus: nobody can tell
+    };
+
+    /// `home` tells the program of one home folder from that of another.
+    explicit SingleInstance(const std::string& home,
+                            const QDBusConnection& bus = QDBusConnection::sessionBus());
+    ~SingleInstance() override;
+
+    /// Tries to become the first.
+    Role claim(InstanceHandlers handlers);
+
+    /// As the second: hands the files and the action over to the first, or brings it forward when
+    /// there is neither. False when it did not take them.
+    bool handOver(const std::vector<std::string>& files, const std::string& action);
+
+    /// The service's name on the bus.
+    [[nodiscard]] const QString& serviceName() const { return name_; }
+
+    static constexpr const char* objectPath = "/com/dorvanel/DorvanelX";
+    static constexpr const char* interfaceName = "org.freedesktop.Application";
+
+  private:
+    QDBusConnection bus_;
+    QString name_;
+    bool claimed_ = false;
+};
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,77 @@
+#include <QApplication>
+#include <QIcon>
+#include <iostream>
+#include <vector>
+
+#include "app/desktop/Bytes.h"
+#include "app/desktop/CommandLine.h"
+#include "app/desktop/Desktop.h"
+#include "platform/AccountFolders.h"
+#include "platform/PropertyListDefaults.h"
+#include "platform/QuitSignals.h"
+#include "platform/Resources.h"
+
+namespace {
+
+using namespace dorvanel;
+
+QIcon programIcon(const std::string& resources) {
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        const std::string name = "/icons/dorvanel-x-" + std::to_string(size) + ".png";
+        icon.addFile(QString::fromStdString(resources + name), QSize(size, size));
+    }
+    return icon;
+}
+
+void setUp(QApplication& application, const std::string& resources) {
+    QApplication::setApplicationName(QStringLiteral("dorvanel-x"));
+    QApplication::setApplicationVersion(QStringLiteral(DORVANEL_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("dorvanel-x"));
+    QApplication::setWindowIcon(programIcon(resources));
+    application.setQuitOnLastWindowClosed(false);
+}
+
+int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instance) {
+    const auto report = [](const platform::Error& error) {
+        platform::systemLog().log(error.message());
+    };
+    if (const auto made = platform::makeAccountFolders(); !made) report(made.error());
+    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), report);
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto system = platform::makeSystemCalls();
+    const auto draws = makeDrawSequence();
+    const auto listing = platform::makeProcessListing();
+    const auto processes = platform::makeProcessManager();
+    const auto events = platform::makeSystemEvents();
+    const std::string resources = platform::resourcesFolder();
+    platform::BundleInformationFile bundle(resources + "/Info.plist");
+
+    desktop::Desktop program({*system, platform::systemClock(), *draws,
+                              platform::defaultFileManager(), *defaults, *preferences, *listing,
+                              *processes, *events, platform::systemLog(), bundle, resources});
+    if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
+        return instance.handOver(line.files, line.action) ? 0 : 1;
+    }
+    const auto quitSignals =
+        platform::catchQuitSignals([&program] { program.application().terminate(); });
+    if (!program.launch(line.files)) return 1;
+    if (!line.action.empty()) program.performAction(line.action);
+    program.run();
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    int status = 0;
+    const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const auto line = desktop::readCommandLine(arguments, std::cout, std::cerr, status);
+    if (!line) return status;
+
+    argc = 1;  // the files are ours to read, not the toolkit's
+    QApplication application(argc, argv);
+    setUp(application, platform::resourcesFolder());
+    desktop::SingleInstance instance(platform::homeDirectory());
+    return runProgram(*line, instance);
+}

@@ -1,0 +1,152 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <functional>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/desktop/Desktop.h"
+#include "engine/FeedbackSequence.h"
+#include "platform/PropertyListDefaults.h"
+#include "platform/Resources.h"
+#include "support/FakeClock.h"
+#include "support/FakeDesktop.h"
+#include "support/FakeProcessListing.h"
+#include "support/FakeProcessManager.h"
+#include "support/LogCapture.h"
+#include "support/TemporaryFolder.h"
+
+namespace dorvanel::test {
+
+class FakeSystemLog final : public platform::SystemLog {
+  public:
+    void log(std::string_view message) override { lines.emplace_back(message); }
+    std::vector<std::string> lines;
+};
+
+/// The sequence of the engine, which waits at its first fill while the test holds it.
+class HeldSequence final : public DrawSequence {
+  public:
+    void hold() { held_ = std::make_shared<std::promise<void>>(); }
+    void release() {
+        if (held_ && !std::exchange(released_, true)) held_->set_value();
+    }
+    std::uint32_t next() override { return sequence_.next(); }
+    void takeFill() override {
+        if (held_ && !passed_) {
+            held_->get_future().wait();
+            passed_ = true;
+        }
+        sequence_.takeFill();
+    }
+    std::size_t produce(std::uint16_t* words, std::size_t made, std::size_t wanted) override {
+        return sequence_.produce(words, made, wanted);
+    }
+
+  private:
+    FeedbackSequence sequence_;
+    std::shared_ptr<std::promise<void>> held_;
+    bool passed_ = false;    ///< the worker's
+    bool released_ = false;  ///< the test's
+};
+
+/// Lets the main loop go round until `condition` holds.
+inline void waitUntil(const std::function<bool()>& condition) {
+    while (!condition()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+}
+
+/// The whole program over a temporary home, with the test's processes, clock and system.
+class DesktopFixture : public ::testing::Test {
+  protected:
+    DesktopFixture() { listing.show({}); }
+    ~DesktopFixture() override {
+        draws.release();
+        desktop.reset();
+        kalvet_logger_close();
+    }
+
+    /// Starts the program; false when it could not be.
+    bool launch(const std::vector<std::string>& items = {}) {
+        desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
+            *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
+            processes, events, log, bundle, resources});
+        return desktop->launch(items);
+    }
+    QMainWindow& window() { return desktop->mainWindow().window(); }
+    template <typename Widget>
+    Widget* find(const char* name) {
+        return window().findChild<Widget*>(QLatin1String(name));
+    }
+    void trigger(const char* action) { find<QAction>(action)->trigger(); }
+
+    void set(const std::string& key, bool value) {
+        preferences->displayedValues.insert_or_assign(key, Number::fromBool(value));
+        ASSERT_TRUE(preferences->commitDisplayedValues());
+    }
+    std::string addSafariCache() {
+        const std::string path = home / "Library/Caches/Safari/page.cache";
+        writeFile(path, "secret");
+        return path;
+    }
+
+    /// Has `answer` deal with the next alert or sheet, once it is up.
+    void onAlert(std::function<void(QMessageBox&)> answer) {
+        auto* timer = new QTimer(&alertContext_);
+        QObject::connect(timer, &QTimer::timeout, [timer, answer = std::move(answer)] {
+            for (QWidget* widget : QApplication::topLevelWidgets()) {
+                auto* box = qobject_cast<QMessageBox*>(widget);
+                if (box == nullptr || !box->isVisible()) continue;
+                timer->stop();
+                timer->deleteLater();
+                answer(*box);
+                return;
+            }
+        });
+        timer->start(1);
+    }
+    static void click(QMessageBox& box, const QString& title) {
+        for (QAbstractButton* button : box.buttons()) {
+            if (button->text() == title) return button->click();
+        }
+        ADD_FAILURE() << "no button " << title.toStdString();
+    }
+    static QStringList titlesOf(const QMessageBox& box) {
+        QStringList titles;
+        for (const char* name : {"defaultButton", "alternateButton", "otherButton"}) {
+            if (auto* button = box.findChild<QPushButton*>(name)) titles << button->text();
+        }
+        return titles;
+    }
+
+    TemporaryHome home;
+    CallLog calls;
+    FakeClock clock;
+    FakeProcessListing listing;
+    FakeProcessManager processes;
+    FakeSystemEvents events{calls};
+    FakeSystemLog log;
+    FakeBundle bundle;
+    HeldSequence draws;
+    std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
+    std::unique_ptr<platform::UserDefaults> defaults =
+        platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
+    std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(*defaults);
+    std::string resources = platform::resourcesFolder();
+    std::unique_ptr<desktop::Desktop> desktop;
+
+  private:
+    QObject alertContext_;
+};
+
+}  // namespace dorvanel::test

@@ -1,0 +1,63 @@
+#include <QListWidget>
+#include <QScreen>
+
+#include "DesktopFixture.h"
+
+namespace dorvanel::test {
+namespace {
+
+class DocumentTest : public DesktopFixture {};
+
+TEST_F(DocumentTest, TwoDocumentsAtOnceBothShowTheTitle) {
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({home / "one.txt"});
+    desktop->instanceHandlers().open({home / "two.txt"});
+    ASSERT_EQ(desktop->documents().size(), 2U);
+    for (const auto& document : desktop->documents()) {
+        EXPECT_EQ(document->displayName(), "Dorvanel");
+        EXPECT_EQ(document->windowNibName(), "MyDocument");
+        EXPECT_EQ(document->window()->windowTitle(), "Dorvanel");
+        EXPECT_TRUE(document->window()->isVisible());
+    }
+}
+
+TEST_F(DocumentTest, TheWindowIsCentredEachTimeItIsLoaded) {
+    ASSERT_TRUE(launch());
+    const QPoint middle = QApplication::primaryScreen()->availableGeometry().center();
+    for (int i = 0; i < 2; ++i) {
+        desktop->instanceHandlers().open({home / "one.txt"});
+        QWidget& window = *desktop->documents().back()->window();
+        EXPECT_LE((window.frameGeometry().center() - middle).manhattanLength(), 4);
+        window.move(0, 0);
+    }
+}
+
+TEST_F(DocumentTest, ItNamesTheFilesOfOneHandOver) {
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({"/tmp/a\nb", "/tmp/\xff.txt"});
+    auto* list = desktop->documents().back()->window()->findChild<QListWidget*>("documentFiles");
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(0)->text(), QString("/tmp/a") + QChar::ReplacementCharacter + "b");
+    EXPECT_EQ(list->item(1)->text(), QString("/tmp/") + QChar::ReplacementCharacter + ".txt");
+}
+
+TEST_F(DocumentTest, AClosedDocumentIsLetGo) {
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({"/tmp/a"});
+    desktop->documents().back()->window()->close();
+    desktop->instanceHandlers().open({"/tmp/b"});
+    EXPECT_EQ(desktop->documents().size(), 1U);
+}
+
+TEST_F(DocumentTest, WhatIsHandedOverBeforeTheLaunchIsThroughWaits) {
+    desktop = std::make_unique<desktop::Desktop>(
+        desktop::DesktopServices{*system, clock, draws, platform::defaultFileManager(), *defaults,
+                                 *preferences, listing, processes, events, log, bundle, resources});
+    desktop->instanceHandlers().open({"/tmp/a"});
+    EXPECT_TRUE(desktop->documents().empty());
+    ASSERT_TRUE(desktop->launch({}));
+    EXPECT_EQ(desktop->documents().size(), 1U);
+}
+
+}  // namespace
+}  // namespace dorvanel::test

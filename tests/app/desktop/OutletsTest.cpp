@@ -1,0 +1,131 @@
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <thread>
+
+#include "DesktopFixture.h"
+#include "app/desktop/Colors.h"
+#include "app/desktop/QtOutlets.h"
+
+namespace dorvanel::test {
+namespace {
+
+using platform::Color;
+
+TEST(OutletsTest, AWorkerThatIsInAHurryIsShownSeldomAndItsLastValueAlways) {
+    QProgressBar bar;
+    bar.setRange(0, 1000);
+    desktop::QtProgressIndicator progress(bar, {});
+    QLabel label;
+    desktop::QtTextField name(label, {});
+    int shown = 0;
+    QObject::connect(&bar, &QProgressBar::valueChanged, [&shown] { ++shown; });
+
+    constexpr int values = 200'000;
+    std::atomic<bool> done = false;
+    QElapsedTimer timer;
+    timer.start();
+    std::thread worker([&] {
+        for (int i = 0; i <= values; ++i) {
+            progress.setDoubleValue(100.0 * i / values);
+            progress.display();
+            name.setStringValue("file " + std::to_string(i));
+            name.display();
+        }
+        done = true;
+    });
+    waitUntil([&] { return done && label.text() == "file 200000" && bar.value() == 1000; });
+    worker.join();
+    EXPECT_LE(shown, 2 + timer.elapsed() / 16);
+}
+
+TEST(OutletsTest, OnTheMainThreadAValueIsThereAtOnceAndTheWindowIsPainted) {
+    QLabel label;
+    int painted = 0;
+    desktop::QtTextField field(label, [&painted] { ++painted; });
+    field.setStringValue("now");
+    EXPECT_EQ(label.text(), "now");
+    field.display();
+    EXPECT_EQ(painted, 1);
+}
+
+TEST(OutletsTest, AValueOfTheMainThreadIsNotUndoneByAnOlderOneOfTheWorker) {
+    QLabel label;
+    desktop::QtTextField field(label, {});
+    std::thread([&field] { field.setStringValue("older"); }).join();
+    field.setStringValue("newer");
+    for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+    EXPECT_EQ(label.text(), "newer");
+}
+
+TEST(OutletsTest, ALongNameIsCutToTheLabelAndWholeInTheToolTip) {
+    QLabel label;
+    label.resize(120, 20);
+    desktop::QtTextField field(label, {}, desktop::QtTextField::Elide::middle);
+    const std::string name(300, 'n');
+    field.setStringValue(name);
+    EXPECT_LT(label.text().size(), 60);
+    EXPECT_EQ(label.toolTip().toStdString(), name);
+    EXPECT_EQ(label.accessibleDescription().toStdString(), name);
+}
+
+TEST(OutletsTest, NoTextOfAFileIsTakenForMarkup) {
+    QLabel label;
+    label.setTextFormat(Qt::PlainText);
+    desktop::QtTextField field(label, {});
+    field.setStringValue("<b>\xff\x1b[31m\xe2\x80\xae");
+    const QChar r = QChar::ReplacementCharacter;
+    EXPECT_EQ(label.text(), QString("<b>") + r + r + "[31m" + r);
+}
+
+TEST(OutletsTest, AnApplicationsStateIsTheShapeOfItsMarkAndItsToolTipNotItsText) {
+    QWidget parent;
+    QLabel label("Safari", &parent);
+    QLabel mark(&parent);
+    desktop::ApplicationLabel outlet(label, mark, {});
+    std::vector<QImage> shapes;
+    QStringList tips;
+    for (const Color color : {Color::red, Color::green, Color::lightGray}) {
+        outlet.setTextColor(color);
+        EXPECT_EQ(label.text(), "Safari");
+        tips << label.toolTip();
+        EXPECT_EQ(mark.toolTip(), label.toolTip());
+        // The mark's alpha alone: what is left of it to eyes that see no colours.
+        shapes.push_back(mark.pixmap().toImage().convertToFormat(QImage::Format_Alpha8));
+    }
+    EXPECT_NE(shapes[0], shapes[1]);
+    EXPECT_NE(shapes[1], shapes[2]);
+    EXPECT_NE(shapes[0], shapes[2]);
+    EXPECT_EQ(tips,
+              QStringList({"Safari is running. Its traces are left alone until it quits.",
+                           "Safari is watched. It is not running.", "Safari is not watched."}));
+}
+
+/// WCAG's contrast ratio of two colours.
+double contrast(const QColor& one, const QColor& other) {
+    const auto luminance = [](const QColor& color) {
+        const auto channel = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) +
+               0.0722 * channel(color.blueF());
+    };
+    const double a = luminance(one), b = luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+TEST(OutletsTest, EveryColourCanBeReadOnALightAndOnADarkWindow) {
+    for (const auto& [ground, text] : {std::pair(QColor(0xef, 0xef, 0xef), QColor(Qt::black)),
+                                       {QColor(0x35, 0x35, 0x35), Qt::white}}) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, ground);
+        palette.setColor(QPalette::WindowText, text);
+        for (const Color color : {Color::black, Color::red, Color::green, Color::darkGray}) {
+            EXPECT_GE(contrast(desktop::readableColor(color, palette), ground), 4.5);
+        }
+        EXPECT_GE(contrast(desktop::readableColor(Color::lightGray, palette), ground), 3.0);
+    }
+}
+
+}  // namespace
+}  // namespace dorvanel::test

@@ -1,0 +1,250 @@
+#include <QAccessible>
+#include <QComboBox>
+#include <QStandardItemModel>
+#include <QWheelEvent>
+#include <filesystem>
+
+#include "DesktopFixture.h"
+#include "app/desktop/PanelControls.h"
+
+namespace dorvanel::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+class PanelTest : public DesktopFixture {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(launch());
+        trigger("showPanelAction");
+        ASSERT_NE(desktop->panel().window(), nullptr);
+    }
+    template <typename Control>
+    Control& control(const char* name) {
+        return *desktop->panel().window()->findChild<Control*>(QLatin1String(name));
+    }
+    void clickBox(const char* name) { control<QAbstractButton>(name).click(); }
+    bool isOn(const char* name) { return control<QAbstractButton>(name).isChecked(); }
+    /// The file as it is now, read anew.
+    static std::unique_ptr<platform::UserDefaults> stored() {
+        return platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
+    }
+    void choose(const char* popUp, int index) { control<QComboBox>(popUp).setCurrentIndex(index); }
+};
+
+TEST_F(PanelTest, AClickIsInTheUsersDefaultsBeforeItReturns) {
+    clickBox("shredHistoryCheckbox");
+    EXPECT_TRUE(stored()->boolForKey("ShredHistory"));
+    EXPECT_TRUE(preferences->boolForKey("ShredHistory"));
+    clickBox("shredHistoryCheckbox");
+    EXPECT_FALSE(stored()->hasObjectForKey("ShredHistory"));
+}
+
+TEST_F(PanelTest, ABoxThatAssistiveTechnologyTogglesIsSavedToo) {
+    const auto toggle = [this](const char* name) {
+        auto* box = QAccessible::queryAccessibleInterface(&control<QAbstractButton>(name));
+        box->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    };
+    toggle("activityLogCheckbox");
+    EXPECT_TRUE(stored()->boolForKey("ActivityLog"));
+    toggle("enableSafariCheckbox");
+    EXPECT_EQ(stored()->arrayForKey("EnabledBrowsers")->front(), "Internet Explorer");
+}
+
+TEST_F(PanelTest, EveryButtonShowsAndChangesItsOwnPreference) {
+    for (const desktop::PanelControl& each : desktop::panelButtons) {
+        const bool before = preferences->boolForKey(each.key);
+        EXPECT_EQ(isOn(each.outlet), before) << each.outlet;
+        control<QAbstractButton>(each.outlet).setEnabled(true);
+        const PreferenceValues others = *preferences->preferences();
+        clickBox(each.outlet);
+        PreferenceValues expected = others;
+        expected.insert_or_assign(each.key, Number::fromBool(!before));
+        EXPECT_EQ(*preferences->preferences(), expected) << each.outlet;
+    }
+}
+
+TEST_F(PanelTest, EveryEnableBoxIsTitledAsItsApplication) {
+    std::vector<std::string> titles;
+    for (const char* name : desktop::enableBoxes) {
+        titles.push_back(control<QAbstractButton>(name).text().toStdString());
+    }
+    EXPECT_THAT(titles,
+                ElementsAre("Safari", "Internet Explorer", "Mozilla", "Netscape", "iCab", "Omniweb",
+                            "Opera", "Camino", "Firefox", "Apple Mail", "Eudora", "Mailsmith"));
+}
+
+TEST_F(PanelTest, MozillaAndNetscapeMoveTogether) {
+    clickBox("enableMozillaCheckbox");
+    EXPECT_FALSE(isOn("enableMozillaCheckbox"));
+    EXPECT_FALSE(isOn("enableNetscapeCheckbox"));
+    EXPECT_THAT(*stored()->arrayForKey("EnabledBrowsers"),
+                ElementsAre("Safari", "Internet Explorer", "iCab", "Omniweb", "Opera", "Camino",
+                            "Firefox", "Apple Mail", "Eudora", "Mailsmith"));
+    clickBox("enableNetscapeCheckbox");
+    EXPECT_TRUE(isOn("enableMozillaCheckbox"));
+    EXPECT_TRUE(isOn("enableNetscapeCheckbox"));
+    EXPECT_THAT(*stored()->arrayForKey("EnabledBrowsers"),
+                ElementsAre("Safari", "Internet Explorer", "iCab", "Omniweb", "Opera", "Camino",
+                            "Firefox", "Apple Mail", "Eudora", "Mailsmith", "Netscape", "Mozilla"));
+}
+
+TEST_F(PanelTest, AnApplicationThatIsEnabledAgainGoesToTheEndOfTheList) {
+    clickBox("enableSafariCheckbox");
+    EXPECT_THAT(*stored()->arrayForKey("EnabledBrowsers"),
+                ElementsAre("Internet Explorer", "Mozilla", "Netscape", "iCab", "Omniweb", "Opera",
+                            "Camino", "Firefox", "Apple Mail", "Eudora", "Mailsmith"));
+    clickBox("enableSafariCheckbox");
+    EXPECT_EQ(stored()->arrayForKey("EnabledBrowsers")->back(), "Safari");
+    EXPECT_EQ(stored()->arrayForKey("EnabledBrowsers")->size(), 12U);
+}
+
+TEST_F(PanelTest, MailsmithsBoxWaitsForTheTemplateAndKeepsItsState) {
+    const auto color = [this](const char* name) {
+        QLabel& label = control<QLabel>(name);
+        return label.palette().color(label.foregroundRole());
+    };
+    EXPECT_FALSE(control<QAbstractButton>("shredMailsmithSpamCheckbox").isEnabled());
+    const QColor greyText = color("shredMailsmith1Textbox");
+    EXPECT_EQ(greyText.saturation(), 0);
+    EXPECT_EQ(color("shredMailsmith2Textbox").saturation(), 0);
+    EXPECT_NE(color("shredMailsmith2Textbox"), greyText) << "dark grey among light grey";
+    EXPECT_EQ(color("shredMailsmith3Textbox"), greyText);
+
+    set("ShredMailsmithSpam", true);
+    desktop->panel().reallyupdateUI();
+    EXPECT_TRUE(isOn("shredMailsmithSpamCheckbox")) << "disabled, it still shows what is stored";
+    EXPECT_FALSE(control<QAbstractButton>("shredMailsmithSpamCheckbox").isEnabled());
+
+    std::filesystem::create_directories(home.path() / "Mail/Mailsmith User Data/Mail/(dorvanelx)");
+    desktop->panel().window()->close();
+    trigger("showPanelAction");
+    EXPECT_TRUE(control<QAbstractButton>("shredMailsmithSpamCheckbox").isEnabled());
+    const QColor middle = color("shredMailsmith2Textbox");
+    EXPECT_GT(middle.red(), middle.green() + middle.blue()) << "red";
+    const QColor text = desktop->panel().window()->palette().color(QPalette::WindowText);
+    EXPECT_EQ(color("shredMailsmith1Textbox"), text);
+    EXPECT_EQ(color("shredMailsmith3Textbox"), text);
+}
+
+TEST_F(PanelTest, FactorySettingsBringBackEverythingButTheApplications) {
+    for (const char* name : {"shredCacheCheckbox", "shredHistoryCheckbox", "DoDSanitizeButton",
+                             "browserWatchCheckbox", "enableOperaCheckbox"}) {
+        clickBox(name);
+    }
+    choose("numberOfWritesPopUp", 5);
+    choose("overwritePatternPopUp", 3);
+    clickBox("revertToDefaultButton");
+    for (const desktop::PanelControl& each : desktop::panelButtons) {
+        const std::string key = each.key;
+        const bool on = key == "ShredCache" || key == "ShredMailTrash" || key == "BrowserWatch" ||
+                        key == "ConfirmShredding";
+        EXPECT_EQ(isOn(each.outlet), on) << each.outlet;
+    }
+    EXPECT_EQ(control<QComboBox>("numberOfWritesPopUp").currentIndex(), 0);
+    EXPECT_EQ(control<QComboBox>("overwritePatternPopUp").currentIndex(), 0);
+    EXPECT_FALSE(isOn("enableOperaCheckbox"));
+    EXPECT_TRUE(preferences->boolForKey("ShredCache"));
+}
+
+TEST_F(PanelTest, RevertShowsTheCommittedValues) {
+    preferences->displayedValues.insert_or_assign("ShredCache", Number::fromBool(false));
+    desktop->panel().reallyupdateUI();
+    ASSERT_FALSE(isOn("shredCacheCheckbox"));
+    clickBox("revertButton");
+    EXPECT_TRUE(isOn("shredCacheCheckbox"));
+}
+
+TEST_F(PanelTest, SwitchingBrowserWatchOffIsSeenByTheNextPoll) {
+    ASSERT_TRUE(desktop->controller().browserWatch().isWatching());
+    clickBox("browserWatchCheckbox");
+    desktop->controller().browserWatch().HandleTimer(nullptr);
+    EXPECT_FALSE(desktop->controller().browserWatch().isWatching());
+    EXPECT_EQ(find<QLabel>("browserWatchStatusTextbox")->text(),
+              "Not enabled. Use preferences to enable...");
+}
+
+TEST_F(PanelTest, ThePopUpsHaveAnItemForEachIndexAndASeparatorThatCannotBeChosen) {
+    const std::pair<const char*, int> popUps[] = {{"numberOfWritesPopUp", 17},
+                                                  {"overwritePatternPopUp", 7}};
+    for (const auto& [name, items] : popUps) {
+        auto& box = control<QComboBox>(name);
+        EXPECT_EQ(box.count(), items) << name;
+        const auto* model = qobject_cast<QStandardItemModel*>(box.model());
+        ASSERT_NE(model, nullptr);
+        EXPECT_FALSE(model->item(1)->isEnabled()) << name;
+        box.setFocus();
+        QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(&box, &down);
+        EXPECT_EQ(box.currentIndex(), 2) << name;
+    }
+    EXPECT_EQ(preferences->intForKey("NumberOfWrites"), 2);
+    const auto& passes = control<QComboBox>("numberOfWritesPopUp");
+    EXPECT_EQ(passes.itemText(2), "1 pass");
+    EXPECT_EQ(passes.itemText(11), "10 passes");
+    EXPECT_EQ(passes.itemText(12), "15 passes");
+    EXPECT_EQ(passes.itemText(16), "35 passes");
+}
+
+TEST_F(PanelTest, AStoredIndexThatNobodyCanChooseIsNeverStoredAgain) {
+    for (const int stored : {1, -3, 17, 99}) {
+        preferences->displayedValues.insert_or_assign("NumberOfWrites", Number::fromInt(stored));
+        ASSERT_TRUE(preferences->commitDisplayedValues());
+        desktop->panel().reallyupdateUI();
+        clickBox("shredHistoryCheckbox");
+        EXPECT_EQ(preferences->intForKey("NumberOfWrites"), 0) << stored;
+    }
+}
+
+TEST_F(PanelTest, TheWheelChangesNoPopUp) {
+    auto& box = control<QComboBox>("numberOfWritesPopUp");
+    QWheelEvent wheel(QPointF(5, 5), box.mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&box, &wheel);
+    EXPECT_EQ(box.currentIndex(), 0);
+}
+
+TEST_F(PanelTest, TheFourWaysOfOverwritingAreIndependent) {
+    clickBox("DoDSanitizeButton");
+    clickBox("NSAButton");
+    choose("numberOfWritesPopUp", 16);
+    choose("overwritePatternPopUp", 6);
+    EXPECT_TRUE(preferences->prefsDoDSanitize());
+    EXPECT_TRUE(preferences->prefsNSA());
+    EXPECT_EQ(stored()->integerForKey("NumberOfWrites"), 16);
+    EXPECT_EQ(stored()->integerForKey("OverwritePattern"), 6);
+    for (const char* name : {"numberOfWritesPopUp", "overwritePatternPopUp"}) {
+        EXPECT_TRUE(control<QComboBox>(name).isEnabled());
+    }
+}
+
+TEST_F(PanelTest, ThePanelFitsASmallScreenByScrolling) {
+    EXPECT_LE(desktop->panel().window()->minimumSizeHint().height(), 480);
+}
+
+TEST_F(PanelTest, ClosingEndsEditing) {
+    QDialog& panel = *desktop->panel().window();
+    control<QComboBox>("numberOfWritesPopUp").setFocus();
+    panel.close();
+    EXPECT_FALSE(control<QComboBox>("numberOfWritesPopUp").hasFocus());
+}
+
+TEST(PanelWithoutAFileTest, SaysSoInTheSystemsLogBeepsAndChangesNothing) {
+    TemporaryHome home;
+    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    FakeSystemLog log;
+    FakeSystemSound sound;
+    desktop::PreferencesPanel panel({*preferences, platform::defaultFileManager(), log, sound,
+                                     [] { return std::unique_ptr<QWidget>(); }});
+    panel.reallyupdateUI();  // nothing is connected: nothing happens
+    const PreferenceValues before = *preferences->preferences();
+    panel.showPanel();
+    EXPECT_THAT(log.lines, ElementsAre("Failed to load MainMenu.nib"));
+    EXPECT_EQ(sound.beeps, 1);
+    EXPECT_EQ(panel.window(), nullptr);
+    EXPECT_EQ(*preferences->preferences(), before);
+}
+
+}  // namespace
+}  // namespace dorvanel::test

@@ -1,0 +1,149 @@
+// Pictures of the program in its states, for the documentation and for looking at:
+//   QT_SCALE_FACTOR=2 desktop-screenshots FOLDER light|dark
+#include <QApplication>
+#include <QIcon>
+#include <QMenuBar>
+#include <QPainter>
+#include <filesystem>
+#include <iostream>
+
+#include "DesktopFixture.h"
+
+namespace dorvanel::test {
+namespace {
+
+QPalette darkPalette() {
+    QPalette palette(QColor(0x2d, 0x2d, 0x30), QColor(0x2b, 0x2b, 0x2e));
+    palette.setColor(QPalette::Base, QColor(0x3c, 0x3c, 0x41));
+    palette.setColor(QPalette::Highlight, QColor(0x3f, 0x6f, 0x8f));
+    return palette;
+}
+
+/// The whole program with nothing real around it, driven through its states.
+class Photographer : public DesktopFixture {
+  public:
+    Photographer(std::string folder, std::string suffix)
+        : folder_(std::move(folder)), suffix_(std::move(suffix)) {}
+    void TestBody() override {}
+
+    void takeAll() {
+        makeProfiles();
+        defaults->setBool(true, "FirstRun");
+        if (!launch()) return;
+        take(window(), "idle");
+        listing.show(
+            {"/Applications/Safari.app/Contents/MacOS/Safari", "/Applications/Mail.app/x"});
+        static_cast<void>(preferences->enableChanged("Opera"));
+        static_cast<void>(preferences->enableChanged("Eudora"));
+        desktop->controller().browserWatch().HandleBrowserWatchTimer(nullptr);
+        take(window(), "watching");
+        takeMenu();
+        takePanel();
+        takeAlerts();
+        takeRun();
+    }
+
+  private:
+    void makeProfiles() {
+        const auto library = home.path() / "Library";
+        for (const char* name : {"Mozilla/Profiles/default", "Mozilla/Profiles/work",
+                                 "Application Support/Firefox/Profiles/k2v9x1aa.default",
+                                 "Application Support/Firefox/Profiles/p0q8w3bb.private"}) {
+            std::filesystem::create_directories(library / name);
+        }
+    }
+
+    void take(QWidget& widget, const std::string& name) {
+        for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
+        const std::string path = folder_ + "/" + name + suffix_ + ".png";
+        if (!widget.grab().save(QString::fromStdString(path))) std::cerr << path << "\n";
+    }
+
+    void takeMenu() {
+        QMenu& menu = desktop->mainWindow().profilesMenu();
+        menu.actions().at(1)->trigger();
+        menu.actions().at(5)->trigger();
+        const QRect title = window().menuBar()->actionGeometry(menu.menuAction());
+        menu.popup(window().menuBar()->mapToGlobal(title.bottomLeft()));
+        for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
+        QPixmap picture = window().grab();
+        QPainter painter(&picture);
+        painter.drawPixmap(title.bottomLeft(), menu.grab());
+        painter.end();
+        picture.save(QString::fromStdString(folder_ + "/profiles" + suffix_ + ".png"));
+        menu.hide();
+    }
+
+    void takePanel() {
+        desktop->panel().showPanel();
+        take(*desktop->panel().window(), "panel");
+        std::filesystem::create_directories(home.path() /
+                                            "Mail/Mailsmith User Data/Mail/(dorvanelx)");
+        desktop->panel().showPanel();
+        take(*desktop->panel().window(), "panel-template");
+        desktop->panel().window()->close();
+    }
+
+    void takeAlerts() {
+        onAlert([this](QMessageBox& box) {
+            take(box, "confirmation");
+            click(box, "No");
+        });
+        trigger("shredAndNothingAction");
+        bool done = false;
+        onAlert([this, &done](QMessageBox& box) {
+            take(box, "quit");
+            click(box, "Cancel");
+            done = true;
+        });
+        trigger("reallyQuitAction");
+        waitUntil([&done] { return done; });
+    }
+
+    void takeRun() {
+        desktop->mainWindow().showMessage("Shredding…");
+        desktop->mainWindow().shreddingProgress().setDoubleValue(41.5);
+        desktop->mainWindow().fileName().setStringValue(
+            "/Users/alice/Library/Caches/Safari/03/12/Dorvanel X Items "
+            "(1717761600)/kR3vTqA9wUz/Zp0bWm4XeLr7Tq/1234567890-0987654321.cache");
+        take(window(), "run");
+        desktop->mainWindow().showMessage(
+            "Shredded: 812 files, 14.2 MiB overwritten. 2 items are "
+            "still there. Left alone, as running: Safari.",
+            "details");
+        desktop->mainWindow().shreddingProgress().setDoubleValue(0);
+        desktop->mainWindow().fileName().setStringValue("");
+        take(window(), "done");
+    }
+
+    std::string folder_;
+    std::string suffix_;
+};
+
+}  // namespace
+}  // namespace dorvanel::test
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::cerr << "usage: desktop-screenshots FOLDER light|dark\n";
+        return 2;
+    }
+    // A screen that has room for every window at twice its size.
+    const dorvanel::test::TemporaryFolder folder;
+    const std::string screen = folder / "screen.json";
+    dorvanel::test::writeFile(screen, R"({"screens": [{"name": "wide", "x": 0, "y": 0,
+        "width": 2400, "height": 1800, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + screen));
+    QApplication application(argc, argv);
+    const std::string icons = dorvanel::platform::resourcesFolder() + "/icons/dorvanel-x-";
+    for (const char* size : {"48", "128"}) {
+        QIcon icon = QApplication::windowIcon();
+        icon.addFile(QString::fromStdString(icons + size + ".png"));
+        QApplication::setWindowIcon(icon);
+    }
+    const std::string theme = argv[2];
+    if (theme == "dark") QApplication::setPalette(dorvanel::test::darkPalette());
+    const std::string scale = application.devicePixelRatio() > 1 ? "@2x" : "";
+    dorvanel::test::Photographer(argv[1], "-" + theme + scale).takeAll();
+    return 0;
+}
