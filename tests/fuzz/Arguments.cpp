@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <sstream>
 
+#include "app/ShredArguments.h"
 #include "app/terminal/CommandLine.h"
 #include "app/terminal/EscapedText.h"
-#include "app/terminal/ShredArguments.h"
 #include "fuzz/FuzzInput.h"
 
 // The words of a command line, a NUL between them. They are read and checked; nothing that they ask
@@ -39,8 +39,8 @@ void checkReading(const std::vector<std::string>& words) {
 
 void checkPaths(const std::vector<std::string>& words) {
     const auto system = platform::makeSystemCalls();
-    const terminal::ShredArguments checked =
-        terminal::checkShredArguments(words, "/home/somebody", {"/", "/proc"}, *system);
+    const ShredArguments checked =
+        checkShredArguments(words, "/home/somebody", {"/", "/proc"}, *system);
     insist(words.empty() || !checked.paths.empty() || !checked.complaints.empty(),
            "every word is taken or complained about");
     for (const std::string& path : checked.paths) {
