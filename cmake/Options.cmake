@@ -32,11 +32,12 @@ function(dorvanel_library name)
   target_link_libraries(${name} PUBLIC dorvanel_options ${ARG_DEPENDS})
 endfunction()
 
-# dorvanel_test(NAME SOURCES... DEPENDS...): one test program per folder of tests.
+# dorvanel_test(NAME [ALONE] SOURCES... DEPENDS...): one test program per folder of tests. With ALONE
+# no other test runs beside one of its tests.
 function(dorvanel_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "ALONE" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE dorvanel_test_support ${ARG_DEPENDS} GTest::gmock
                                         GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
 endfunction()
