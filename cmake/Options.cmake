@@ -14,7 +14,15 @@ if(DORVANEL_SANITIZE)
   target_link_options(dorvanel_options INTERFACE -fsanitize=${DORVANEL_SANITIZE})
 else()
   target_compile_options(dorvanel_options INTERFACE $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
-  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
+# Programs are linked to be loaded anywhere, whatever the compiler does by itself.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# Every object tells the fuzzer which branches it took.
+if(DORVANEL_FUZZ)
+  target_compile_options(dorvanel_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # dorvanel_library(NAME SOURCES... DEPENDS...): one static library per folder of src.
@@ -24,11 +32,12 @@ function(dorvanel_library name)
   target_link_libraries(${name} PUBLIC dorvanel_options ${ARG_DEPENDS})
 endfunction()
 
-# dorvanel_test(NAME SOURCES... DEPENDS...): one test program per folder of tests.
+# dorvanel_test(NAME [ALONE] SOURCES... DEPENDS...): one test program per folder of tests. With ALONE
+# no other test runs beside one of its tests.
 function(dorvanel_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "ALONE" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE dorvanel_test_support ${ARG_DEPENDS} GTest::gmock
                                         GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
 endfunction()

@@ -21,6 +21,7 @@ int DeletionHandler::fileManagerWillProcessPath(const TreeEntry& entry) {
 }
 
 void DeletionHandler::shredOneFile(const TreeEntry& entry) {
+    atHand_.reset();
     EntryKind kind = entry.kind;
     Links links = Links::stay;
     if (kind == EntryKind::link) {
@@ -29,6 +30,10 @@ void DeletionHandler::shredOneFile(const TreeEntry& entry) {
         if (result < 0) {
             const bool leadsNowhere = result == -ENOENT || result == -ENOTDIR || result == -ELOOP;
             if (!leadsNowhere) countNotOverwritten(entry, "look at", -result);
+            return;
+        }
+        if (!parts_.targets.has(target)) {
+            if (target.kind == EntryKind::regular) countNotOverwritten(entry, "follow", ESTALE);
             return;
         }
         kind = target.kind;
@@ -50,16 +55,17 @@ void DeletionHandler::shredOneFile(const TreeEntry& entry) {
 
 int DeletionHandler::openFolder(const TreeEntry& entry) {
     SystemCalls& system = parts_.system;
-    int folder = system.openFolder(entry.folder, entry.name);
+    int folder = parts_.batch.opened([&] { return system.openFolder(entry.folder, entry.name); });
     if (folder >= 0) {
         system.changeMode(folder, everybody);
         return folder;
     }
     // Not readable: make it so by a reference, which cannot be swapped for a link meanwhile.
-    const int reference = system.openReference(entry.folder, entry.name, Links::stay);
+    atHand_.reset();
+    const int reference = openOurs(entry, Links::stay);
     if (reference >= 0) {
         system.changeMode(reference, everybody);
-        folder = system.reopenFolder(reference);
+        folder = parts_.batch.opened([&] { return system.reopenFolder(reference); });
         system.close(reference);
     }
     if (folder < 0 && folder != -ENOENT) parts_.outcome.note(pathOf(entry), "open", -folder);
@@ -68,18 +74,40 @@ int DeletionHandler::openFolder(const TreeEntry& entry) {
 
 int DeletionHandler::openWritable(const TreeEntry& entry, Links links) {
     SystemCalls& system = parts_.system;
-    int file = system.openFile(entry.folder, entry.name, links);
+    int file =
+        parts_.batch.opened([&] { return system.openFile(entry.folder, entry.name, links); });
     if (file >= 0) return file;
-    const int reference = system.openReference(entry.folder, entry.name, links);
+    const int reference = openOurs(entry, links);
     if (reference < 0) return file;
     system.changeMode(reference, everybody);
-    file = system.reopenFile(reference);
+    file = parts_.batch.opened([&] { return system.reopenFile(reference); });
     system.close(reference);
     return file;
 }
 
+/// A reference to the entry, or to what it leads to; negative where that is not what was found
+/// there before.
+int DeletionHandler::openOurs(const TreeEntry& entry, Links links) {
+    SystemCalls& system = parts_.system;
+    const int reference =
+        parts_.batch.opened([&] { return system.openReference(entry.folder, entry.name, links); });
+    if (reference < 0) return reference;
+    FileStatus found;
+    const int result = system.status(reference, found);
+    if (result >= 0 && isOurs(entry, found)) return reference;
+    system.close(reference);
+    return result < 0 ? result : -ESTALE;
+}
+
+bool DeletionHandler::isOurs(const TreeEntry& entry, const FileStatus& found) const {
+    if (entry.kind == EntryKind::link) return parts_.targets.has(found);
+    if (atHand_) return found.isSameAs(*atHand_);
+    return entry.kind == EntryKind::unknown ? found.kind != EntryKind::link
+                                            : found.kind == entry.kind;
+}
+
 void DeletionHandler::makeWritable(const TreeEntry& entry, Links links) {
-    const int reference = parts_.system.openReference(entry.folder, entry.name, links);
+    const int reference = openOurs(entry, links);
     if (reference < 0) return;
     parts_.system.changeMode(reference, everybody);
     parts_.system.close(reference);
@@ -92,6 +120,13 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
         // Swapped for something else between the look and the opening: not ours to write to.
         parts_.system.close(file);
         countNotOverwritten(entry, "look at", result < 0 ? -result : ESTALE);
+        return;
+    }
+    if (entry.kind != EntryKind::link) {
+        atHand_ = status;
+    } else if (!parts_.targets.has(status)) {
+        parts_.system.close(file);
+        countNotOverwritten(entry, "follow", ESTALE);
         return;
     }
     // The bits of a file about to lose its only name are nobody's to see; if it cannot be removed
@@ -123,6 +158,21 @@ void DeletionHandler::overwriteNothing(const TreeEntry& entry, EntryKind kind) {
 }
 
 void DeletionHandler::leave(const TreeEntry& entry) {
+    if (entry.kind == EntryKind::folder) {
+        const FileStatus* folder = walk_.walkedFolder();
+        atHand_ = folder == nullptr ? std::nullopt : std::optional(*folder);
+    }
+    remove(entry);
+}
+
+void DeletionHandler::leaveHolding(const TreeEntry& entry, int holding) {
+    FileStatus status;
+    atHand_.reset();
+    if (parts_.system.status(holding, status) >= 0) atHand_ = status;
+    remove(entry);
+}
+
+void DeletionHandler::remove(const TreeEntry& entry) {
     const bool isFolder = entry.kind == EntryKind::folder;
     const int result = isFolder ? parts_.system.removeFolder(entry.folder, entry.name)
                                 : parts_.system.removeFile(entry.folder, entry.name);

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <atomic>
+#include <optional>
 #include <string>
 
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/LinkTargets.h"
 #include "engine/Outcome.h"
 #include "engine/TreeWalk.h"
 #include "platform/SystemCalls.h"
@@ -13,12 +15,17 @@ namespace dorvanel {
 
 /// What happens to each entry while a holding folder is deleted: it is made writable, overwritten
 /// if it is a file, and removed; a folder is taken before what is in it and removed after.
+///
+/// A neighbour who may write in the folders can put something else in an entry's place at any time.
+/// What is written to, or made writable, is therefore looked at once it is open: a link leads where
+/// it led when the item was measured, or nowhere, and other entries are never followed.
 class DeletionHandler final : public TreeVisitor {
   public:
     struct Parts {
         platform::SystemCalls& system;
         FileOverwriter& overwriter;
         FlushBatch& batch;
+        const LinkTargets& targets;
         const std::atomic<bool>& stop;
         Outcome& outcome;
     };
@@ -37,6 +44,8 @@ class DeletionHandler final : public TreeVisitor {
 
     int enter(const TreeEntry& entry) override { return fileManagerWillProcessPath(entry); }
     void leave(const TreeEntry& entry) override;
+    /// As `leave`, for the holding folder, which is entered by its descriptor.
+    void leaveHolding(const TreeEntry& entry, int holding);
     void missed(const std::string& relativePath, int code) override;
     bool stops() override { return parts_.stop.load(std::memory_order_relaxed); }
 
@@ -51,7 +60,10 @@ class DeletionHandler final : public TreeVisitor {
 
     int openFolder(const TreeEntry& entry);
     int openWritable(const TreeEntry& entry, Links links);
+    int openOurs(const TreeEntry& entry, Links links);
     void makeWritable(const TreeEntry& entry, Links links);
+    void remove(const TreeEntry& entry);
+    [[nodiscard]] bool isOurs(const TreeEntry& entry, const platform::FileStatus& found) const;
     void overwriteOpen(int file, const TreeEntry& entry);
     void overwriteNothing(const TreeEntry& entry, platform::EntryKind kind);
     void countNotOverwritten(const TreeEntry& entry, const char* operation, int code);
@@ -62,6 +74,8 @@ class DeletionHandler final : public TreeVisitor {
     const TreeWalk& walk_;
     std::string place_;
     const char* uncounted_ = nullptr;
+    /// What the entry at hand was when it was opened; nothing where it was not.
+    std::optional<platform::FileStatus> atHand_;
 };
 
 }  // namespace dorvanel

@@ -19,7 +19,7 @@ inline void startLanes(const Extended& words, const LaneJump& jump, Lanes* state
 /// Stores eight steps of all lanes: eight 16-bit words to each lane's own stretch.
 inline void storeSteps(const Lanes* steps, std::uint16_t* words, std::size_t stretch) {
     Lanes pairs[4];
-    for (int i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i) {
         // Bits 1 to 16 of both words: the even step's in the lower half, the odd one's above.
         pairs[i] = ((steps[2 * i] >> 1) & 0xFFFF) | (steps[2 * i + 1] << 15 & 0xFFFF0000);
     }

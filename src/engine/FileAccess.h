@@ -9,6 +9,7 @@
 #include "engine/DrawSequence.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/LinkTargets.h"
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
 #include "engine/TreeWalk.h"
@@ -75,18 +76,23 @@ class FileAccess {
   private:
     /// A holding folder in the folder that holds the item.
     struct Holding {
-        int parent = -1;     ///< a reference to the folder that holds the item
-        std::string folder;  ///< that folder's path
+        int parent = -1;        ///< a reference to the folder that holds the item
+        int opened = -1;        ///< the holding folder itself, whatever bears its name by now
+        bool wasThere = false;  ///< something bore its name before
+        std::string folder;     ///< that folder's path
         std::string name;
         [[nodiscard]] std::string path() const { return folder + "/" + name; }
     };
 
     [[nodiscard]] bool exists(const std::string& path) const;
     void passOver(const std::string& path);
-    void shredItem(const std::string& path);
-    Holding moveIntoHolding(const std::string& path);
-    int makeHoldingAndMove(const Holding& holding, const std::string& item);
-    int move(const Holding& holding, int holdingFolder, const std::string& item);
+    [[nodiscard]] platform::FileStatus parentOf(const std::string& path) const;
+    void shredItem(const std::string& path, const platform::FileStatus& parent);
+    Holding moveIntoHolding(const std::string& path, const platform::FileStatus* parent);
+    int openParent(Holding& holding, const platform::FileStatus* parent);
+    int makeHoldingAndMove(Holding& holding, const std::string& item);
+    int move(const Holding& holding, const std::string& item);
+    void close(const Holding& holding);
     void renameContents(const Holding& holding);
     void removeHolding(const Holding& holding);
     DeletionHandler::Parts deletionParts();
@@ -97,6 +103,7 @@ class FileAccess {
     FileOverwriter overwriter_;
     FlushBatch batch_;
     TreeWalk walk_;
+    LinkTargets targets_;  ///< of the request
     Outcome outcome_;
 };
 

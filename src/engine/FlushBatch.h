@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -37,6 +38,16 @@ class FlushBatch {
 
     /// Brings all contents to the medium and closes the files.
     void flush();
+
+    /// What `open` returns. Where descriptors have run out, the batch gives its own back first, and
+    /// it is called once more.
+    template <typename Open>
+    int opened(Open open) {
+        const int result = open();
+        if ((result != -EMFILE && result != -ENFILE) || files_.empty()) return result;
+        flush();
+        return open();
+    }
 
     /// Files whose flush failed, since the batch was made.
     [[nodiscard]] std::uint64_t failures() const { return failures_; }

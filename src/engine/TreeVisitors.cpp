@@ -7,7 +7,8 @@ using platform::FileStatus;
 using Links = platform::SystemCalls::Links;
 
 int PlainVisitor::enter(const TreeEntry& entry) {
-    return entry.kind == EntryKind::folder ? system_.openFolder(entry.folder, entry.name) : -1;
+    if (entry.kind != EntryKind::folder) return -1;
+    return batch_.opened([&] { return system_.openFolder(entry.folder, entry.name); });
 }
 
 bool PlainVisitor::leadsToFolder(const TreeEntry& entry) {
@@ -20,9 +21,9 @@ bool PlainVisitor::leadsToFolder(const TreeEntry& entry) {
 int SizeVisitor::enter(const TreeEntry& entry) {
     if (entry.kind != EntryKind::folder) {
         FileStatus file;
-        if (system_.statusAt(entry.folder, entry.name, Links::follow, file) >= 0 &&
-            file.kind != EntryKind::folder) {
-            total += file.size;
+        if (system_.statusAt(entry.folder, entry.name, Links::follow, file) >= 0) {
+            if (entry.kind == EntryKind::link) targets_.add(file);
+            if (file.kind != EntryKind::folder) total += file.size;
         }
     }
     return PlainVisitor::enter(entry);

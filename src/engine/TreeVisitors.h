@@ -3,6 +3,8 @@
 #include <atomic>
 #include <cstdint>
 
+#include "engine/FlushBatch.h"
+#include "engine/LinkTargets.h"
 #include "engine/RandomName.h"
 #include "engine/TreeWalk.h"
 #include "platform/SystemCalls.h"
@@ -13,8 +15,8 @@ namespace dorvanel {
 /// open or list.
 class PlainVisitor : public TreeVisitor {
   public:
-    PlainVisitor(platform::SystemCalls& system, const std::atomic<bool>& stop)
-        : system_(system), stop_(stop) {}
+    PlainVisitor(platform::SystemCalls& system, FlushBatch& batch, const std::atomic<bool>& stop)
+        : system_(system), batch_(batch), stop_(stop) {}
 
     int enter(const TreeEntry& entry) override;
     void leave(const TreeEntry&) override {}
@@ -28,23 +30,31 @@ class PlainVisitor : public TreeVisitor {
     platform::SystemCalls& system_;
 
   private:
+    FlushBatch& batch_;  ///< holds descriptors that a walk may need
     const std::atomic<bool>& stop_;
 };
 
 /// Adds up the sizes of all files; a link counts as the file that it leads to, a folder as nothing.
+/// Remembers what the links lead to.
 class SizeVisitor final : public PlainVisitor {
   public:
-    using PlainVisitor::PlainVisitor;
+    SizeVisitor(platform::SystemCalls& system, FlushBatch& batch, const std::atomic<bool>& stop,
+                LinkTargets& targets)
+        : PlainVisitor(system, batch, stop), targets_(targets) {}
     int enter(const TreeEntry& entry) override;
 
     std::uint64_t total = 0;
+
+  private:
+    LinkTargets& targets_;
 };
 
 /// Draws a random name for every entry and gives it to those that are not folders.
 class FileRenamer final : public PlainVisitor {
   public:
-    FileRenamer(platform::SystemCalls& system, const std::atomic<bool>& stop, RandomName& name)
-        : PlainVisitor(system, stop), name_(name) {}
+    FileRenamer(platform::SystemCalls& system, FlushBatch& batch, const std::atomic<bool>& stop,
+                RandomName& name)
+        : PlainVisitor(system, batch, stop), name_(name) {}
     int enter(const TreeEntry& entry) override;
 
   private:
@@ -55,8 +65,9 @@ class FileRenamer final : public PlainVisitor {
 /// folder is renamed after everything inside it.
 class FolderRenamer final : public PlainVisitor {
   public:
-    FolderRenamer(platform::SystemCalls& system, const std::atomic<bool>& stop, RandomName& name)
-        : PlainVisitor(system, stop), name_(name) {}
+    FolderRenamer(platform::SystemCalls& system, FlushBatch& batch, const std::atomic<bool>& stop,
+                  RandomName& name)
+        : PlainVisitor(system, batch, stop), name_(name) {}
     void leave(const TreeEntry& entry) override;
 
   private:

@@ -1,5 +1,6 @@
 #include "engine/TreeWalk.h"
 
+#include <algorithm>
 #include <cerrno>
 
 namespace dorvanel {
@@ -7,6 +8,11 @@ namespace dorvanel {
 using platform::EntryKind;
 using platform::FileStatus;
 using platform::SystemCalls;
+
+TreeWalk::TreeWalk(SystemCalls& system)
+    : system_(system),
+      openFolders_(
+          static_cast<std::size_t>(std::clamp(system.descriptorLimit() / 4, 2, mostOpenFolders))) {}
 
 void TreeWalk::walk(int folder, Order order, TreeVisitor& visitor) {
     depth_ = 0;
@@ -29,6 +35,7 @@ void TreeWalk::walk(int folder, Order order, TreeVisitor& visitor) {
         const int inner = visitor.enter(entryAt(level));
         if (inner >= 0 && descend(inner, visitor)) continue;
         if (visitor.stops()) return closeAll();
+        walkedInto_ = false;
         visitor.leave(entryAt(levels_[depth_ - 1]));
         ++levels_[depth_ - 1].done;
     }
@@ -64,8 +71,8 @@ bool TreeWalk::descend(int folder, TreeVisitor& visitor) {
     level.done = 0;
     level.folder = folder;
     ++depth_;
-    if (depth_ > openFolders) {
-        Level& upper = levels_[depth_ - 1 - openFolders];
+    if (depth_ > openFolders_) {
+        Level& upper = levels_[depth_ - 1 - openFolders_];
         system_.close(upper.folder);
         upper.folder = -1;
     }
@@ -95,6 +102,7 @@ bool TreeWalk::ascend(TreeVisitor& visitor) {
         visitor.missed(currentPath(), -result);
         return false;
     }
+    walkedInto_ = true;
     visitor.leave(entryAt(level));
     ++level.done;
     return true;

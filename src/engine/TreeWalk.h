@@ -41,7 +41,7 @@ class TreeWalk {
         backward  ///< the other way round: `leave` calls come in reverse order of forward `enter`s
     };
 
-    explicit TreeWalk(platform::SystemCalls& system) : system_(system) {}
+    explicit TreeWalk(platform::SystemCalls& system);
 
     /// Walks what is in `folder`, an open descriptor that the walk takes over and closes.
     void walk(int folder, Order order, TreeVisitor& visitor);
@@ -49,9 +49,16 @@ class TreeWalk {
     /// During a call of the visitor: the path of the entry at hand, relative to the walked folder.
     [[nodiscard]] std::string relativePath(const TreeEntry& entry) const;
 
+    /// During `leave`: the folder that was walked into, whatever bears its name by now; null for an
+    /// entry that was walked past.
+    [[nodiscard]] const platform::FileStatus* walkedFolder() const {
+        return walkedInto_ ? &levels_[depth_].identity : nullptr;
+    }
+
   private:
-    /// Folders kept open at a time; deeper walks close the upper ones.
-    static constexpr std::size_t openFolders = 64;
+    /// Folders kept open at a time, where the process is given descriptors enough; deeper walks
+    /// close the upper ones.
+    static constexpr int mostOpenFolders = 64;
 
     struct Level {
         platform::FolderListing listing;
@@ -68,6 +75,8 @@ class TreeWalk {
     [[nodiscard]] std::string currentPath() const;
 
     platform::SystemCalls& system_;
+    std::size_t openFolders_;
+    bool walkedInto_ = false;    ///< the entry that is being left
     std::vector<Level> levels_;  ///< kept from walk to walk for their memory
     std::size_t depth_ = 0;      ///< levels in use
 };

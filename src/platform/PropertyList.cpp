@@ -8,6 +8,9 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <set>
+
+#include "platform/BinaryPropertyList.h"
 
 namespace dorvanel::platform {
 
@@ -124,10 +127,43 @@ bool isNestedWithin(plist_t node, int levels) {
     return within;
 }
 
+bool hasKeyTwice(plist_t dictionary) {
+    plist_dict_iter position = nullptr;
+    plist_dict_new_iter(dictionary, &position);
+    std::set<std::string> keys;
+    char* key = nullptr;
+    plist_dict_next_item(dictionary, position, &key, nullptr);
+    bool isNew = true;
+    while (isNew && key != nullptr) {
+        isNew = keys.insert(key).second;
+        std::free(key);
+        key = nullptr;
+        if (isNew) plist_dict_next_item(dictionary, position, &key, nullptr);
+    }
+    std::free(position);
+    return !isNew;
+}
+
 /// Characters that a reader of XML would refuse or change.
 bool isForbiddenInXml(char c) {
     const auto byte = static_cast<unsigned char>(c);
     return byte < 0x20 && c != '\n' && c != '\t';
+}
+
+bool isBinary(std::string_view bytes) {
+    return bytes.starts_with("bplist");
+}
+
+/// The tree of a list that is within our bounds; null when it is not one.
+plist_t treeOf(std::string_view bytes) {
+    // The library takes a list that breaks off between two elements for a whole one.
+    const bool isWhole = isBinary(bytes)
+                             ? binaryPropertyListIsWithin(bytes, PropertyList::maximumBytes,
+                                                          PropertyList::maximumDepth)
+                             : withoutSpaceAtEnd(bytes).ends_with("</plist>");
+    plist_t tree = nullptr;
+    if (isWhole) plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &tree);
+    return tree;
 }
 
 plist_t nodeFor(const PropertyList::Value& value) {
@@ -158,12 +194,7 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
         reason = "too large for a list of preferences";
         return std::nullopt;
     }
-    // The library takes a list that breaks off between two elements for a whole one.
-    const bool isBinary = bytes.starts_with("bplist");
-    if (!isBinary && !withoutSpaceAtEnd(bytes).ends_with("</plist>")) return std::nullopt;
-
-    plist_t tree = nullptr;
-    plist_from_memory(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &tree);
+    plist_t tree = treeOf(bytes);
     if (tree == nullptr) return std::nullopt;
     auto root = std::make_unique<Node>(tree);
     if (plist_get_node_type(tree) != PLIST_DICT) {
@@ -172,6 +203,17 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
     }
     if (!isNestedWithin(tree, maximumDepth)) {
         reason = "nested too deeply";
+        return std::nullopt;
+    }
+    const std::string written = PropertyList(std::move(root)).serialized();
+    if (written.size() > maximumBytes - spareBytes) {
+        reason = "too large for a list of preferences";
+        return std::nullopt;
+    }
+    // As it will be read once it has been written.
+    root = std::make_unique<Node>(treeOf(written));
+    if (root->tree == nullptr || hasKeyTwice(root->tree)) {
+        reason = "holds what cannot be written again";
         return std::nullopt;
     }
     return PropertyList(std::move(root));

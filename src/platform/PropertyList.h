@@ -20,8 +20,11 @@ class PropertyList {
 
     /// Larger lists, and deeper ones, are not parsed: the library that reads and writes them
     /// recurses, and half a mebibyte is a thousand times what preferences need.
-    static constexpr std::size_t maximumBytes = 512 * 1024;
+    static constexpr std::size_t maximumBytes = std::size_t{512} * 1024;
     static constexpr int maximumDepth = 200;
+
+    /// What is left of `maximumBytes` for what the program adds to a list that it read.
+    static constexpr std::size_t spareBytes = std::size_t{16} * 1024;
 
     /// An empty dictionary.
     PropertyList();
@@ -30,7 +33,8 @@ class PropertyList {
     ~PropertyList();
 
     /// Reads the XML or the binary form; nothing, and `reason` says why, when the bytes are not a
-    /// whole property list with a dictionary at its root.
+    /// whole property list with a dictionary at its root, and when the list could not be read back
+    /// once it is written: too large then, or with text that the library cannot carry.
     static std::optional<PropertyList> parse(std::string_view bytes, std::string& reason);
 
     /// The list as XML; in the binary form where a string holds a character that XML cannot carry.

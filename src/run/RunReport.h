@@ -22,11 +22,15 @@ struct RunReport {
     std::vector<std::string> skipped;  ///< applications passed over because they run
 };
 
-/// Told how a run ended, by the thread on which it ended: the worker for a completed run, the main
-/// thread otherwise.
+/// Told of the beginning and the end of a run.
 class RunObserver {
   public:
     virtual ~RunObserver() = default;
+    /// The items are about to be shredded: the last moment to say something about them. Main
+    /// thread, before the worker starts.
+    virtual void runBegins(const std::vector<std::string>& /*items*/) {}
+    /// By the thread on which the run ended: the worker for a completed run, the main thread
+    /// otherwise.
     virtual void runEnded(const RunReport& report) = 0;
 };
 

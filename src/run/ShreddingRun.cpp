@@ -189,6 +189,7 @@ void ShreddingRun::collect() {
 
 void ShreddingRun::startWorker(std::vector<std::string>& paths) {
     waitForWorker();
+    parts_.observer.runBegins(paths);
     ++mThreadCount;
     worker_ = std::thread([this, &paths] { HandleThread(paths); });
 }

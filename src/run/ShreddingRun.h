@@ -80,8 +80,7 @@ class ShreddingRun {
 
   private:
     platform::AlertButton ask(const std::string& title, const std::string& message,
-                              const std::string& defaultButton,
-                              const std::string& alternateButton);
+                              const std::string& defaultButton, const std::string& alternateButton);
     std::int16_t askApplicationsToQuit();
     bool refused();
     bool confirmed();

@@ -8,6 +8,7 @@ namespace dorvanel {
 namespace {
 
 constexpr std::chrono::milliseconds lockPoll{50};
+constexpr int stepsBetweenCounts = 10'000;
 
 struct Finalizer {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -45,6 +46,7 @@ std::unique_ptr<EnvelopeIndex> EnvelopeIndex::open(const std::string& path,
     // The file is another program's, so what its triggers and views may call is kept small.
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_busy_handler(database, &EnvelopeIndex::waitForLock, index.get());
+    sqlite3_progress_handler(database, stepsBetweenCounts, &EnvelopeIndex::countSteps, index.get());
     return index;
 }
 
@@ -57,7 +59,20 @@ int EnvelopeIndex::waitForLock(void* index, int) {
     return 1;
 }
 
+int EnvelopeIndex::countSteps(void* index) {
+    auto& self = *static_cast<EnvelopeIndex*>(index);
+    self.steps_ += stepsBetweenCounts;
+    return self.steps_ > self.mostSteps_ ? 1 : 0;
+}
+
+void EnvelopeIndex::allowSteps(std::uint64_t most) {
+    if (steps_ > mostSteps_) return;
+    steps_ = 0;
+    mostSteps_ = most;
+}
+
 platform::Result<platform::Done> EnvelopeIndex::readMailboxes(MailboxRows& rows) {
+    allowSteps(mostStepsToRead);
     char* message = nullptr;
     const int result = sqlite3_exec(database_.get(), "select * from mailboxes", &sqlite_mb_callback,
                                     &rows, &message);
@@ -67,6 +82,7 @@ platform::Result<platform::Done> EnvelopeIndex::readMailboxes(MailboxRows& rows)
 }
 
 platform::Result<platform::Done> EnvelopeIndex::removeMessages(const std::string& rowid) {
+    allowSteps(mostStepsToRemove);
     sqlite3_stmt* prepared = nullptr;
     const int result = sqlite3_prepare_v2(
         database_.get(), "delete from messages where mailbox == ?", -1, &prepared, nullptr);

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <chrono>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -30,6 +31,13 @@ class EnvelopeIndex {
     /// for a run to begin.
     static constexpr std::chrono::milliseconds lockPatience{2000};
 
+    /// Steps of SQLite's machine that a statement may take before it fails, and every later one
+    /// with it: about ten for each row looked at. A database that is damaged, or made for it, would
+    /// have one go on for ever; these are a hundred thousand mailboxes and a hundred million
+    /// messages.
+    static constexpr std::uint64_t mostStepsToRead = 2'000'000;
+    static constexpr std::uint64_t mostStepsToRemove = 1'000'000'000;
+
     /// Opens an existing database, read-only where it may not be written; null on failure, and
     /// never a new file. The clock is slept with while the database is locked.
     static std::unique_ptr<EnvelopeIndex> open(const std::string& path, platform::Clock& clock);
@@ -53,11 +61,15 @@ class EnvelopeIndex {
     EnvelopeIndex(std::string path, platform::Clock& clock)
         : path_(std::move(path)), clock_(clock) {}
     static int waitForLock(void* index, int attempts);
+    static int countSteps(void* index);
+    void allowSteps(std::uint64_t most);
     [[nodiscard]] platform::Error lastError(const char* operation) const;
 
     std::string path_;
     platform::Clock& clock_;
     std::chrono::milliseconds waited_{0};
+    std::uint64_t steps_ = 0;  ///< of the statement at hand, or of the one that took too many
+    std::uint64_t mostSteps_ = 0;
     std::unique_ptr<sqlite3, Closer> database_;
 };
 

@@ -13,6 +13,7 @@ bool contains(std::string_view line, std::string_view part) {
 
 std::vector<std::string_view> testStrings() {
     std::vector<std::string_view> strings;
+    strings.reserve(kWatchedApplications.size());
     for (const WatchedApplication& application : kWatchedApplications) {
         strings.push_back(application.testString);
     }

@@ -13,6 +13,7 @@
 
 #include "support/Disk.h"
 #include "support/EngineFixture.h"
+#include "support/PlainOverwrite.h"
 
 namespace dorvanel::test {
 namespace {
@@ -253,6 +254,18 @@ TEST_F(FileKindsTest, AFileSystemThatTellsNoKindsIsAskedForThem) {
     EXPECT_EQ(outcome.filesRemoved, 3U);
     EXPECT_EQ(outcome.foldersRemoved, 2U);
     EXPECT_EQ(outcome.notOverwritten, 0U);
+}
+
+TEST_F(FileKindsTest, AFileWhoseKindCannotBeLearnedIsOverwrittenAllTheSame) {
+    writeFile(folder / "item", recognisable(100));
+    hardLink(folder / "item", outside / "same");
+    faulty.listingTellsNoKinds = true;
+    faulty.failAlways("statusAt", EIO, linesOf(plainOverwrite({}, {"n1"})[0], "name")[0]);
+    const Outcome& outcome = shred({folder / "item"});
+    EXPECT_EQ(faulty.failed, 2) << "in the second pass over the names, and in the removal";
+    EXPECT_EQ(readFile(outside / "same").find("Secret"), std::string::npos);
+    EXPECT_EQ(outcome.filesOverwritten, 1U);
+    EXPECT_EQ(outcome.filesRemoved, 1U);
 }
 
 }  // namespace

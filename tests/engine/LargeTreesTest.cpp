@@ -114,7 +114,7 @@ TEST(LargeTreesTest, AHundredThousandEntriesInOneFolderTakeLittleMemory) {
                   if (outcome.filesRemoved != count) return "not all removed";
                   if (isSanitized()) {
                       std::cout << "not compared: memory under a sanitizer\n";
-                  } else if (grown > 24 * 1024) {
+                  } else if (grown > std::size_t{24} * 1024) {
                       return std::to_string(grown) + " KiB more";
                   }
                   return {};

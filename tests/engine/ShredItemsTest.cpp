@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "platform/OpenPanel.h"
 #include "support/Disk.h"
 #include "support/EngineFixture.h"
 #include "support/PlainOverwrite.h"
@@ -287,65 +286,6 @@ TEST_F(ShredItemsTest, ASecondRequestStartsItsCountsAnew) {
     EXPECT_EQ(outcome.items, 1U);
     EXPECT_EQ(outcome.bytesOverwritten, 500U);
     EXPECT_THAT(shreddingProgress.values, ElementsAre(0, 100, 0, 0, 100, 0));
-}
-
-TEST_F(ShredItemsTest, SizeIsTheSumOfAllFilesAndOfWhatLinksLeadTo) {
-    makeTree(folder / "tree");
-    writeFile(outside / "target", std::string(77, 'x'));
-    fs::create_symlink(outside / "target", folder / "tree/link");
-    fs::create_symlink(outside.path(), folder / "tree/folder link");
-    fs::create_symlink("nowhere", folder / "tree/dangling");
-    EXPECT_EQ(access.sizeInBytes(folder / "tree"), 4077U);
-    EXPECT_EQ(access.sizeInBytes(folder / "tree/a"), 1000U);
-    EXPECT_EQ(access.sizeInBytes(folder / "tree/link"), 77U);
-    EXPECT_EQ(access.sizeInBytes(folder / "nothing"), 0U);
-}
-
-TEST_F(ShredItemsTest, MoveAndRenameReturnsTheHoldingFolder) {
-    makeTree(folder / "tree");
-    const std::string holding = access.moveAndRename(folder / "tree");
-    EXPECT_EQ(fs::path(holding).parent_path(), folder.path());
-    EXPECT_THAT(fs::path(holding).filename(), ::testing::StartsWith("Dorvanel X Items ("));
-    EXPECT_THAT(namesIn(holding), SizeIs(1));
-    EXPECT_EQ(access.sizeInBytes(holding), 4000U);
-}
-
-TEST_F(ShredItemsTest, ThePredicatesAlwaysAnswerNo) {
-    EXPECT_EQ(access.safePlaceInPath("/"), 0);
-    EXPECT_EQ(access.safePlaceBelowPath(folder.path()), 0);
-}
-
-/// Picks what the test says.
-class FakeOpenPanel final : public platform::OpenPanel {
-  public:
-    void setAllowsMultipleSelection(bool allows) override { allowsMultiple = allows; }
-    std::optional<std::vector<std::string>> runModalForDirectory(
-        const std::string& directory) override {
-        startedIn = directory;
-        return picked;
-    }
-
-    bool allowsMultiple = false;
-    std::string startedIn;
-    std::optional<std::vector<std::string>> picked;
-};
-
-TEST_F(ShredItemsTest, TheOpenPanelStartsAtHomeAndItsFilesAreShreddedAtOnce) {
-    writeFile(folder / "one", "1");
-    writeFile(folder / "two", "2");
-    FakeOpenPanel panel;
-    panel.picked = {folder / "one", folder / "two"};
-    access.openDoc(panel);
-    EXPECT_TRUE(panel.allowsMultiple);
-    EXPECT_EQ(panel.startedIn, home.path());
-    EXPECT_THAT(namesIn(folder.path()), IsEmpty());
-}
-
-TEST_F(ShredItemsTest, ACancelledOpenPanelDoesNothing) {
-    FakeOpenPanel panel;
-    access.openDoc(panel);
-    EXPECT_THAT(shreddingProgress.values, IsEmpty());
-    EXPECT_THAT(fileName.texts, IsEmpty());
 }
 
 }  // namespace

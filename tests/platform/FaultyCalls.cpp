@@ -39,6 +39,7 @@ using dorvanel::test::FaultyCalls;
 using dorvanel::test::faultyCalls;
 
 // The linker's --wrap sends every call of X to __wrap_X, and of __real_X to X.
+// NOLINTBEGIN(bugprone-reserved-identifier): these names are the linker's.
 extern "C" {
 int __real_open(const char* path, int flags, ...);
 ssize_t __real_write(int file, const void* bytes, size_t size);
@@ -87,3 +88,4 @@ int __wrap_flock(int file, int operation) {
     return faultyCalls.meets("lock") ? -1 : __real_flock(file, operation);
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)

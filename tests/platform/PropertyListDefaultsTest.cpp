@@ -6,7 +6,18 @@ namespace dorvanel::test {
 namespace {
 
 using Strings = std::vector<std::string>;
-using PropertyListDefaultsTest = DefaultsFixture;
+
+class PropertyListDefaultsTest : public DefaultsFixture {
+  protected:
+    /// Stores Python values under the keys "0", "1" and so on.
+    void storeByNumber(const Strings& values) {
+        std::string list = "{";
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            list += "'" + std::to_string(i) + "': " + values[i] + ", ";
+        }
+        store(list + "}");
+    }
+};
 
 TEST_F(PropertyListDefaultsTest, LieInThePreferencesFolderOfTheHome) {
     EXPECT_EQ(path(), home / "Library/Preferences/com.dorvanel.DorvanelX.plist");
@@ -107,10 +118,11 @@ TEST_F(PropertyListDefaultsTest, ObjectsOfAnotherKindReadAsBooleans) {
                         "{'YES': True}",
                         "datetime.datetime(2024, 1, 1)"};
     for (const Strings* values : {&yes, &no}) {
-        for (const std::string& value : *values) {
-            store("{'Key': " + value + "}");
-            EXPECT_EQ(open()->boolForKey("Key"), values == &yes) << value;
-            EXPECT_TRUE(open()->hasObjectForKey("Key")) << value;
+        storeByNumber(*values);
+        const auto defaults = open();
+        for (std::size_t i = 0; i < values->size(); ++i) {
+            EXPECT_EQ(defaults->boolForKey(std::to_string(i)), values == &yes) << (*values)[i];
+            EXPECT_TRUE(defaults->hasObjectForKey(std::to_string(i))) << (*values)[i];
         }
     }
 }
@@ -140,9 +152,12 @@ TEST_F(PropertyListDefaultsTest, ObjectsOfAnotherKindReadAsIntegers) {
                                                             {"[3]", 0},
                                                             {"b'3'", 0},
                                                             {"{'a': 3}", 0}};
-    for (const auto& [value, number] : cases) {
-        store("{'Key': " + value + "}");
-        EXPECT_EQ(open()->integerForKey("Key"), number) << value;
+    Strings values;
+    for (const auto& [value, number] : cases) values.push_back(value);
+    storeByNumber(values);
+    const auto defaults = open();
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        EXPECT_EQ(defaults->integerForKey(std::to_string(i)), cases[i].second) << cases[i].first;
     }
 }
 

@@ -36,7 +36,7 @@ TEST_F(DisplayedValuesTest, ACommitIsInTheDefaultsBeforeItReturns) {
     display("ShredHistory", Number::fromBool(true));
     ASSERT_TRUE(preferences->commitDisplayedValues());
     EXPECT_TRUE(preferences->boolForKey("ShredHistory"));
-    EXPECT_EQ(defaults.values["ShredHistory"], FakeUserDefaults::Value(true));
+    EXPECT_TRUE(std::get<bool>(defaults.values["ShredHistory"]));
     EXPECT_EQ(defaults.calls.size(), preferenceKeys.size() + 1);
     EXPECT_EQ(defaults.calls[3], "set ShredHistory YES");
     EXPECT_EQ(defaults.calls.back(), "synchronize");

@@ -77,7 +77,7 @@ TEST_F(PreferencesTest, AValueThatDiffersIsStoredAsABooleanAndRemovedWhenItIsThe
     values.insert_or_assign("ShredHistory", Number::fromBool(true));
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(values, defaults));
     EXPECT_EQ(defaults.values.size(), 1U);
-    EXPECT_EQ(defaults.values["ShredHistory"], FakeUserDefaults::Value(true));
+    EXPECT_TRUE(std::get<bool>(defaults.values["ShredHistory"]));
 
     values.insert_or_assign("ShredHistory", Number::fromBool(false));
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(values, defaults));
@@ -88,7 +88,7 @@ TEST_F(PreferencesTest, ADefaultOfYesIsStoredAsNoWhenSwitchedOff) {
     PreferenceValues values = defaultValues();
     values.insert_or_assign("BrowserWatch", Number::fromBool(false));
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(values, defaults));
-    EXPECT_EQ(defaults.values["BrowserWatch"], FakeUserDefaults::Value(false));
+    EXPECT_FALSE(std::get<bool>(defaults.values["BrowserWatch"]));
     EXPECT_FALSE(make()->boolForKey("BrowserWatch"));
 }
 
@@ -96,7 +96,7 @@ TEST_F(PreferencesTest, AnIntegerIsStoredAsAnIntegerAndReadBack) {
     PreferenceValues values = defaultValues();
     values.insert_or_assign("NumberOfWrites", Number::fromInt(3));
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(values, defaults));
-    EXPECT_EQ(defaults.values["NumberOfWrites"], FakeUserDefaults::Value(3));
+    EXPECT_EQ(std::get<int>(defaults.values["NumberOfWrites"]), 3);
     EXPECT_EQ(make()->intForKey("NumberOfWrites"), 3);
     EXPECT_FALSE(make()->objectForKey("NumberOfWrites")->isBool());
 }
@@ -108,7 +108,7 @@ TEST_F(PreferencesTest, NumbersAreComparedByValueWhateverTheirKind) {
     values.insert_or_assign("OverwritePattern", Number::fromBool(false));
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(values, defaults));
     EXPECT_EQ(defaults.values.size(), 1U);
-    EXPECT_EQ(defaults.values["ShredHistory"], FakeUserDefaults::Value(true));
+    EXPECT_TRUE(std::get<bool>(defaults.values["ShredHistory"]));
 }
 
 TEST_F(PreferencesTest, AKeyMissingFromTheValuesIsStoredAsNoOrZero) {

@@ -43,7 +43,8 @@ void FakeApplication::becomeOther() {
 }
 
 void FakeApplication::waitUntilReady() {
-    if (process_.readLine() != "ready") throw std::runtime_error("no start: " + executable_.string());
+    if (process_.readLine() != "ready")
+        throw std::runtime_error("no start: " + executable_.string());
 }
 
 }  // namespace dorvanel::test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <vector>
@@ -8,28 +9,30 @@
 
 namespace dorvanel::test {
 
-/// A clock that tests drive by hand; sleeping moves it on at once and is remembered.
+/// A clock that tests drive by hand; sleeping moves it on at once and is remembered. Any thread may
+/// look; one sleeps.
 class FakeClock final : public platform::Clock {
   public:
     std::int64_t time() const override {
-        return std::chrono::duration_cast<std::chrono::seconds>(now_.time_since_epoch()).count();
+        return std::chrono::duration_cast<std::chrono::seconds>(now_.load() * tick).count();
     }
     std::chrono::steady_clock::time_point now() const override {
-        now_ += step;
-        return now_;
+        return std::chrono::steady_clock::time_point((now_ += step.count()) * tick);
     }
     void usleep(std::chrono::microseconds duration) override {
-        now_ += duration;
+        advance(duration);
         sleeps.push_back(duration);
     }
-    void advance(std::chrono::steady_clock::duration duration) { now_ += duration; }
+    void advance(std::chrono::steady_clock::duration duration) { now_ += duration.count(); }
 
     /// How far each look at the clock moves it on.
     std::chrono::steady_clock::duration step{0};
     std::vector<std::chrono::microseconds> sleeps;
 
   private:
-    mutable std::chrono::steady_clock::time_point now_{std::chrono::seconds(1'000'000'000)};
+    static constexpr std::chrono::steady_clock::duration tick{1};
+    mutable std::atomic<std::chrono::steady_clock::rep> now_ =
+        std::chrono::steady_clock::duration(std::chrono::seconds(1'000'000'000)).count();
 };
 
 }  // namespace dorvanel::test

@@ -32,6 +32,7 @@ TEST(WatchedApplicationsTest, TheTestStringsStandInTheSameOrder) {
 
 TEST(WatchedApplicationsTest, TheDisplayOrderIsThatOfTheListOfEnabledApplications) {
     std::vector<std::string_view> names;
+    names.reserve(kDisplayOrder.size());
     for (const std::size_t i : kDisplayOrder) names.push_back(kWatchedApplications[i].name);
     EXPECT_THAT(names,
                 ElementsAre("Safari", "Internet Explorer", "Mozilla", "Netscape", "iCab", "Omniweb",

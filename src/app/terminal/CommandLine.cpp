@@ -32,19 +32,21 @@ ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Termina
 
 }  // namespace
 
-ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal) {
+std::optional<Command> readCommandLine(const std::vector<std::string>& arguments,
+                                       Terminal& terminal, ExitStatus& ended) {
     CLI::App program("Shreds files for good: their contents are overwritten before they go.",
                      "dorvanel");
-    Action chosen;
-    std::optional<std::string> home;
+    Command command;
+    Action& chosen = command.action;
     program.require_subcommand(1);
     program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION);
-    program.add_option("--home", home, "Use DIR as the home folder")->type_name("DIR");
+    program.add_option("--home", command.home, "Use DIR as the home folder")->type_name("DIR");
     addShredCommand(program, chosen);
     addWatchCommand(program, chosen);
     addRunCommand(program, chosen);
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
+    addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
     std::vector<std::string> words = withoutLists(arguments);
@@ -52,16 +54,24 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& t
     try {
         program.parse(std::move(words));
     } catch (const CLI::ParseError& outcome) {
-        return tell(program, outcome, terminal);
+        ended = tell(program, outcome, terminal);
+        return std::nullopt;
     }
-    if (home) {
-        const platform::Result<platform::Done> used = platform::useHomeDirectory(*home);
+    return command;
+}
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal) {
+    ExitStatus ended = ExitStatus::done;
+    const std::optional<Command> command = readCommandLine(arguments, terminal, ended);
+    if (!command) return ended;
+    if (command->home) {
+        const platform::Result<platform::Done> used = platform::useHomeDirectory(*command->home);
         if (!used) {
             terminal.complain(used.error().message());
             return ExitStatus::usage;
         }
     }
-    return chosen(terminal);
+    return command->action(terminal);
 }
 
 }  // namespace dorvanel::terminal

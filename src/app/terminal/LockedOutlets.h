@@ -11,8 +11,7 @@ namespace dorvanel::terminal {
 class LockedTextField final : public platform::TextField {
   public:
     /// Both must outlive it.
-    LockedTextField(platform::TextField& field, std::mutex& mutex)
-        : field_(field), mutex_(mutex) {}
+    LockedTextField(platform::TextField& field, std::mutex& mutex) : field_(field), mutex_(mutex) {}
 
     void setStringValue(std::string_view text) override {
         const std::lock_guard lock(mutex_);

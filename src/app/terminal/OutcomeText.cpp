@@ -22,8 +22,9 @@ std::uint64_t troublesOf(const Outcome& outcome) {
 void tellOutcome(const Outcome& outcome, Terminal& terminal) {
     for (const Outcome::Trouble& trouble : outcome.troubles) {
         const std::string reason = std::generic_category().message(trouble.code);
-        const std::string place = trouble.path.empty() ? "" : trouble.path + ": ";
-        terminal.complain(place + "could not " + trouble.operation + ": " + reason);
+        const char* separator = trouble.path.empty() ? "" : ": ";
+        terminal.complain(fmt::format("{}{}could not {}: {}", trouble.path, separator,
+                                      trouble.operation, reason));
     }
     if (outcome.notOverwritten > 0) {
         terminal.complain(counted(outcome.notOverwritten, "file") + " not wholly overwritten");

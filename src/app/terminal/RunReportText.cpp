@@ -12,10 +12,18 @@ namespace dorvanel::terminal {
 
 void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
     switch (report.result) {
-        case RunResult::completed: tellOutcome(report.outcome, terminal); break;
-        case RunResult::nothingSelected: terminal.out << "nothing selected to shred\n"; break;
-        case RunResult::cancelled: terminal.complain("cancelled; nothing was shredded"); break;
-        case RunResult::notInitiated: terminal.complain("not initiated; nothing was shredded"); break;
+        case RunResult::completed:
+            tellOutcome(report.outcome, terminal);
+            break;
+        case RunResult::nothingSelected:
+            terminal.out << "nothing selected to shred\n";
+            break;
+        case RunResult::cancelled:
+            terminal.complain("cancelled; nothing was shredded");
+            break;
+        case RunResult::notInitiated:
+            terminal.complain("not initiated; nothing was shredded");
+            break;
     }
     if (!report.skipped.empty()) {
         terminal.out << fmt::format("not touched, because running: {}\n",
@@ -29,10 +37,14 @@ void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
 
 ExitStatus statusOf(const RunReport& report) {
     switch (report.result) {
-        case RunResult::completed: return statusOf(report.outcome);
-        case RunResult::nothingSelected: return ExitStatus::done;
-        case RunResult::cancelled: return ExitStatus::cancelled;
-        case RunResult::notInitiated: break;
+        case RunResult::completed:
+            return statusOf(report.outcome);
+        case RunResult::nothingSelected:
+            return ExitStatus::done;
+        case RunResult::cancelled:
+            return ExitStatus::cancelled;
+        case RunResult::notInitiated:
+            break;
     }
     return ExitStatus::notInitiated;
 }

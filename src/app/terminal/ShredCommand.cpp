@@ -7,6 +7,7 @@
 
 #include "app/ShredArguments.h"
 #include "app/terminal/Commands.h"
+#include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
 #include "app/terminal/ProgressBar.h"
@@ -51,6 +52,7 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
     FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
                           bar.fileName());
     engine = &fileAccess;
+    tellMedium(*paths, terminal);
     {
         const auto signals =
             platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });

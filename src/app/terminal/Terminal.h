@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Medium.h"
+
 namespace dorvanel::terminal {
 
 /// The streams that a command talks to, and what is at the other end of each.
@@ -16,6 +18,8 @@ struct Terminal {
     bool errIsTerminal = false;
     /// The width of the terminal behind `err` at this moment; 0 where it is not known.
     std::function<int()> columns;
+    /// What is asked, before something is shredded, what it lies on; null: nothing is said of it.
+    platform::MediumInspector* medium = nullptr;
 
     /// One line on `err` that begins with the program's name. The text may hold paths.
     void complain(std::string_view text) const;

@@ -1,5 +1,6 @@
 #include "app/terminal/TerminalSession.h"
 
+#include "app/terminal/MediumText.h"
 #include "platform/SystemSound.h"
 #include "watch/WatchedApplications.h"
 
@@ -20,7 +21,8 @@ BrowserWatchOutlets outletsOf(platform::TextField& status, platform::TextField& 
 TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                  SessionServices services, TerminalAlertPanel::Answers answers,
                                  platform::TextField& status)
-    : runLoop_(services.runLoop),
+    : terminal_(terminal),
+      runLoop_(services.runLoop),
       system_(platform::makeSystemCalls()),
       draws_(makeDrawSequence()),
       bundle_(platform::resourcesFolder() + "/Info.plist"),
@@ -34,29 +36,28 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
       fileName_(bar_.fileName(), terminalMutex_),
       status_(status, terminalMutex_) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
-    controller_ = std::make_unique<Controller>(
-        ControllerParts{*system_,
-                        services.clock,
-                        *draws_,
-                        platform::defaultFileManager(),
-                        opened.defaults(),
-                        opened.preferences(),
-                        services.runLoop,
-                        services.listing,
-                        services.processes,
-                        services.events,
-                        platform::terminalSound(),
-                        bundle_,
-                        alerts_,
-                        *this,
-                        *this,
-                        *this,
-                        mainMenu_,
-                        shreddingProgress_,
-                        fileName_,
-                        outletsOf(status_, label_),
-                        *this,
-                        {}});
+    controller_ = std::make_unique<Controller>(ControllerParts{*system_,
+                                                               services.clock,
+                                                               *draws_,
+                                                               platform::defaultFileManager(),
+                                                               opened.defaults(),
+                                                               opened.preferences(),
+                                                               services.runLoop,
+                                                               services.listing,
+                                                               services.processes,
+                                                               services.events,
+                                                               platform::terminalSound(),
+                                                               bundle_,
+                                                               alerts_,
+                                                               *this,
+                                                               *this,
+                                                               *this,
+                                                               mainMenu_,
+                                                               shreddingProgress_,
+                                                               fileName_,
+                                                               outletsOf(status_, label_),
+                                                               *this,
+                                                               {}});
 }
 
 void TerminalSession::requestQuit() {
@@ -79,6 +80,11 @@ void TerminalSession::terminate() {
 
 void TerminalSession::replyToApplicationShouldTerminate(bool shouldTerminate) {
     if (shouldTerminate) runLoop_.stop();
+}
+
+void TerminalSession::runBegins(const std::vector<std::string>& items) {
+    const std::lock_guard lock(terminalMutex_);
+    tellMedium(items, terminal_);
 }
 
 void TerminalSession::runEnded(const RunReport& report) {

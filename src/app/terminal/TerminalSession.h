@@ -65,14 +65,15 @@ class TerminalSession final : private platform::Application,
     void setFrameAutosaveName(const std::string&) override {}
     void center() override {}
     void makeKeyAndOrderFront() override {}
-    void beginSheet(const std::string&, const std::string&, const std::string&,
-                    const std::string&, const std::string&,
-                    std::function<void(platform::SheetCode)>) override {}
+    void beginSheet(const std::string&, const std::string&, const std::string&, const std::string&,
+                    const std::string&, std::function<void(platform::SheetCode)>) override {}
     // platform::Workspace: nothing of the terminal program opens an address.
     void openURL(const std::string&) override {}
     // RunObserver
+    void runBegins(const std::vector<std::string>& items) override;
     void runEnded(const RunReport& report) override;
 
+    Terminal& terminal_;
     platform::RunLoop& runLoop_;
     std::unique_ptr<platform::SystemCalls> system_;
     std::unique_ptr<DrawSequence> draws_;

@@ -10,6 +10,7 @@ int main(int argc, char** argv) {
     using platform::StandardStream;
 
     std::ios::sync_with_stdio(false);
+    const auto medium = platform::makeMediumInspector();
     terminal::Terminal terminal{
         std::cout,
         std::cerr,
@@ -17,6 +18,7 @@ int main(int argc, char** argv) {
         platform::isTerminal(StandardStream::out),
         platform::isTerminal(StandardStream::error),
         [] { return platform::columnsOfTerminal(StandardStream::error); },
+        medium.get(),
     };
     terminal::ExitStatus status = terminal::runCommandLine(
         std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);

@@ -20,7 +20,7 @@ bool isPlainLoginName(const std::string& name) {
 std::string loginNameOrNumber() {
     const char* login = ::getlogin();
     const passwd* user = login != nullptr ? ::getpwnam(login) : ::getpwuid(::geteuid());
-    const std::string name = login != nullptr ? login : user != nullptr ? user->pw_name : "";
+    std::string name = login != nullptr ? login : user != nullptr ? user->pw_name : "";
     if (isPlainLoginName(name)) return name;
     return std::to_string(user != nullptr ? user->pw_uid : ::geteuid());
 }

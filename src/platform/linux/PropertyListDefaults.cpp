@@ -120,7 +120,7 @@ class PropertyListDefaults final : public UserDefaults {
         const fs::path folder = fs::path(file).parent_path();
         std::error_code ignored;
         if (path_ == userDefaultsPath() && !fs::exists(folder, ignored)) {
-            const Result<Done> made = makeAccountFolders();
+            Result<Done> made = makeAccountFolders();
             if (!made) return made;
         }
         const Result<FolderLock> lock = FolderLock::take(folder);
@@ -134,7 +134,7 @@ class PropertyListDefaults final : public UserDefaults {
         if (!lock.value().isHeld()) temporary += "-" + std::to_string(::getpid());
         const std::string bytes = list.value().serialized();
         if (bytes.empty()) return Error{ENOMEM, "save preferences", file, {}};
-        const Result<Done> written = replaceFile(file, bytes, temporary);
+        Result<Done> written = replaceFile(file, bytes, temporary);
         if (!written) return written;
         current_ = std::move(list.value());
         changes_.clear();

@@ -135,13 +135,14 @@ TEST_F(ShredCommandTest, TheBarIsDrawnOnATerminalAndTakenAwayAgain) {
 TEST_F(ShredCommandTest, WhatIsStillThereIsNamedAndMakesTheStatusOne) {
     writeFile(work / "locked/file", "x");
     fs::permissions(work.path(), fs::perms(0755));
+    fs::permissions(work / "locked", fs::perms(0555));
     fs::permissions(home.path(), fs::perms(0777));
     const std::string folder = fs::canonical("locked");
     const std::string expected = "dorvanel: " + folder +
                                  "/file: could not move: Permission denied\n"
                                  "dorvanel: 1 item still there\n";
     const pid_t child = fork();
-    if (child == 0) {  // an ordinary user's process in somebody else's folder
+    if (child == 0) {  // an ordinary user's process: root writes everywhere
         if (geteuid() == 0 && setuid(65534) != 0) _exit(10);
         const int status = console.run({"shred", "locked/file"});
         if (console.err.str().find(expected) == std::string::npos) _exit(12);
@@ -150,6 +151,7 @@ TEST_F(ShredCommandTest, WhatIsStillThereIsNamedAndMakesTheStatusOne) {
     int status = -1;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(WEXITSTATUS(status), 1);
+    fs::permissions(work / "locked", fs::perms(0755));
     EXPECT_EQ(readFile("locked/file"), "x");
 }
 
@@ -159,10 +161,10 @@ TEST_F(ShredCommandTest, AnInterruptEndsAfterTheBlockAtHandAndTellsWhatIsLeft) {
     fs::resize_file("big", 64 << 20);  // seconds of work, had nobody interrupted it
     writeFile(work / "next", "untouched");
     TestTerminal person(80);
-    bool isSent = false;
-    person.terminal.columns = [&isSent] {
-        if (!isSent) kill(getpid(), SIGINT);
-        isSent = true;
+    int drawings = 0;
+    person.terminal.columns = [&drawings] {
+        // The first drawing begins the request, the second names the file at hand.
+        if (++drawings == 2) kill(getpid(), SIGINT);
         return 80;
     };
     EXPECT_EQ(person.run({"shred", "big", "next"}), 130);

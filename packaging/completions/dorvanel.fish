@@ -1,0 +1,80 @@
+# fish completion for dorvanel
+
+# The words of the command line before the cursor that are neither options nor their values.
+function __dorvanel_words
+    set -l skip
+    for word in (commandline -opc)[2..]
+        if set -q skip[1]
+            set -e skip
+        else if contains -- $word --home --then
+            set skip yes
+        else if not string match -q -- '-*' $word
+            echo -- $word
+        end
+    end
+end
+
+# __dorvanel_after WORD...: whether just these words have been typed.
+function __dorvanel_after
+    test "$(__dorvanel_words | string join /)" = "$(string join / $argv)"
+end
+
+# __dorvanel_in COMMAND: whether this is the command.
+function __dorvanel_in
+    set -l words (__dorvanel_words)
+    test "$words[1]" = "$argv[1]"
+end
+
+# __dorvanel_sets KEY...: whether the value of one of these preferences comes next.
+function __dorvanel_sets
+    set -l words (__dorvanel_words)
+    test (count $words) -eq 3 -a "$words[1]" = prefs -a "$words[2]" = set
+    and contains -- $words[3] $argv
+end
+
+# The folders that hold profiles; the program itself is not asked, as it writes when it looks.
+function __dorvanel_profiles
+    set -l library $HOME/Library
+    for profile in $library/{Mozilla,Application\ Support/Firefox,Caches/Firefox}/Profiles/*/
+        path basename $profile
+    end | sort -u
+end
+
+set -l switches ShredCache ShredIEDownloadCache ShredMailTrash ShredHistory HideAfterShredding \
+    BrowserWatch ActivityLog ConfirmShredding DoDSanitize ShredAppleMailJunk NSA \
+    ShredMailsmithSpam shredSafariFavicon ShredQuicktimeCache ShredMailCache
+set -l applications Safari Internet\\ Explorer Mozilla Netscape iCab Omniweb Opera Camino Firefox \
+    Apple\\ Mail Eudora Mailsmith
+
+complete -c dorvanel -f
+complete -c dorvanel -s h -l help -d 'Tell how it is used'
+complete -c dorvanel -l home -xa '(__fish_complete_directories)' -d 'Use another home folder'
+complete -c dorvanel -n __dorvanel_after -l version -d 'Tell the version'
+
+complete -c dorvanel -n __dorvanel_after -a shred -d 'Shred files and folders now'
+complete -c dorvanel -n __dorvanel_after -a run -d 'One shredding run'
+complete -c dorvanel -n __dorvanel_after -a watch -d 'Shred whenever a supported application quits'
+complete -c dorvanel -n __dorvanel_after -a prefs -d 'List, read and change the preferences'
+complete -c dorvanel -n __dorvanel_after -a apps -d 'List, enable and disable applications'
+complete -c dorvanel -n __dorvanel_after -a profiles -d 'List profiles, select those to shred'
+complete -c dorvanel -n __dorvanel_after -a log -d 'Print the Activity Log'
+
+complete -c dorvanel -n '__dorvanel_in shred' -F
+complete -c dorvanel -n '__dorvanel_in run' -l then -xa 'logout shutdown restart' -d 'What follows'
+complete -c dorvanel -n '__dorvanel_in run' -l yes -d 'Answer alerts with Yes and OK'
+complete -c dorvanel -n '__dorvanel_in watch' -l yes -d 'Answer alerts with Yes and OK'
+
+complete -c dorvanel -n '__dorvanel_after prefs' -a 'list get set revert'
+complete -c dorvanel -n '__dorvanel_after prefs get; or __dorvanel_after prefs set' \
+    -a "$switches NumberOfWrites OverwritePattern"
+complete -c dorvanel -n "__dorvanel_sets $switches" -a 'YES NO'
+complete -c dorvanel -n '__dorvanel_sets NumberOfWrites' -a '0 (seq 2 16)'
+complete -c dorvanel -n '__dorvanel_sets OverwritePattern' -a '0 (seq 2 6)'
+
+complete -c dorvanel -n '__dorvanel_after apps' -a 'list enable disable'
+complete -c dorvanel -n '__dorvanel_after apps enable; or __dorvanel_after apps disable' \
+    -a "$applications"
+
+complete -c dorvanel -n '__dorvanel_after profiles' -a 'list select deselect'
+complete -c dorvanel -n '__dorvanel_after profiles select; or __dorvanel_after profiles deselect' \
+    -a '(__dorvanel_profiles)'

@@ -1,0 +1,14 @@
+#include "app/terminal/MediumText.h"
+
+#include "engine/MediumNotice.h"
+
+namespace dorvanel::terminal {
+
+void tellMedium(const std::vector<std::string>& items, const Terminal& terminal) {
+    if (terminal.medium == nullptr) return;
+    const auto quoted = [](const std::string& path) { return "\"" + path + "\""; };
+    const std::string notice = mediumNotice(items, *terminal.medium, quoted);
+    if (!notice.empty()) terminal.complain(notice);
+}
+
+}  // namespace dorvanel::terminal

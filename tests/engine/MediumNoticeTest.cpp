@@ -1,0 +1,61 @@
+#include "engine/MediumNotice.h"
+
+#include <gtest/gtest.h>
+
+#include "support/FakeMedium.h"
+
+namespace dorvanel::test {
+namespace {
+
+using Kind = platform::Medium::Kind;
+
+class MediumNoticeTest : public testing::Test {
+  protected:
+    std::string noticeOf(const std::vector<std::string>& items) {
+        return mediumNotice(items, medium_, [](const std::string& path) { return path; });
+    }
+
+    FakeMedium medium_;
+};
+
+TEST_F(MediumNoticeTest, ThereIsNoneWhereEverythingIsOverwrittenInPlace) {
+    EXPECT_EQ(noticeOf({}), "");
+    EXPECT_EQ(noticeOf({"/a", "/b"}), "");
+}
+
+TEST_F(MediumNoticeTest, ItNamesTheItemAndTheReason) {
+    medium_.media["/a"] = {Kind::copyOnWrite, "btrfs"};
+    EXPECT_EQ(noticeOf({"/a", "/b"}),
+              "overwriting in place may not reach the old contents of /a (btrfs writes to other "
+              "blocks)");
+    medium_.media["/a"] = {Kind::solidState, ""};
+    EXPECT_EQ(noticeOf({"/a"}),
+              "overwriting in place may not reach the old contents of /a (solid-state drive)");
+}
+
+TEST_F(MediumNoticeTest, ItIsOneLineForAnyNumberOfItemsAndReasons) {
+    for (int i = 0; i < 1000; ++i) {
+        medium_.media["/s" + std::to_string(i)] = {Kind::solidState, ""};
+    }
+    medium_.media["/n"] = {Kind::network, "nfs"};
+    medium_.media["/o"] = {Kind::overlay, "overlay"};
+    medium_.media["/f"] = {Kind::userSpace, "fuse"};
+    std::vector<std::string> items{"/plain", "/s0", "/n"};
+    for (int i = 1; i < 1000; ++i) items.push_back("/s" + std::to_string(i));
+    items.emplace_back("/o");
+    items.emplace_back("/f");
+    EXPECT_EQ(noticeOf(items),
+              "overwriting in place may not reach the old contents of /s0 and 999 more "
+              "(solid-state drive); /n (nfs network mount); /o (overlay mount); /f (fuse mount)");
+}
+
+TEST_F(MediumNoticeTest, PathsAreShownAsTheFrontEndShowsThem) {
+    medium_.media["/a\nb"] = {Kind::solidState, ""};
+    const std::string notice =
+        mediumNotice({"/a\nb"}, medium_, [](const std::string&) { return "'/a?b'"; });
+    EXPECT_EQ(notice,
+              "overwriting in place may not reach the old contents of '/a?b' (solid-state drive)");
+}
+
+}  // namespace
+}  // namespace dorvanel::test

@@ -1,0 +1,65 @@
+#include "prefs/Preferences.h"
+
+#include "fuzz/FuzzInput.h"
+#include "platform/PropertyList.h"
+#include "platform/PropertyListDefaults.h"
+#include "support/TemporaryFolder.h"
+
+// The preferences file: anybody may have written it. What is read of it is kept when it is written.
+
+using namespace dorvanel;
+using dorvanel::test::insist;
+
+namespace {
+
+void checkRoundTrip(const std::string& bytes) {
+    std::string reason;
+    const auto list = platform::PropertyList::parse(bytes, reason);
+    if (!list) {
+        insist(!reason.empty(), "a list that is refused is refused with a reason");
+        return;
+    }
+    const std::string written = list->serialized();
+    const auto again = platform::PropertyList::parse(written, reason);
+    // The text of a binary list may be longer than what is read back.
+    if (!again && written.size() > platform::PropertyList::maximumBytes) return;
+    insist(again.has_value(), "what is written can be read");
+    for (const auto& [key, value] : defaultValues()) {
+        insist(list->has(key) == again->has(key), "a key is kept");
+        insist(list->value(key) == again->value(key), "a value is kept");
+        insist(list->asBool(key) == again->asBool(key), "a boolean is kept");
+        insist(list->asInteger(key) == again->asInteger(key), "a number is kept");
+        insist(list->asStrings(key) == again->asStrings(key), "strings are kept");
+        insist(list->asString(key) == again->asString(key), "a text is kept");
+    }
+}
+
+void loadAndSave(const std::string& bytes) {
+    static const test::TemporaryFolder folder;
+    static const std::string path = folder / "preferences.plist";
+    std::filesystem::remove(path + " (damaged 1)");
+    test::writeFile(path, bytes);
+
+    const auto defaults = platform::openUserDefaults(path, [](const platform::Error&) {});
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    preferences->loadBrowserInfo();
+    const auto before = *preferences->preferences();
+    preferences->displayedValues = before;
+    insist(preferences->commitDisplayedValues().ok(), "preferences can be saved");
+
+    const auto reread = platform::openUserDefaults(
+        path, [](const platform::Error&) { insist(false, "what was saved can be read"); });
+    for (const auto& [key, value] : Preferences::preferencesFromDefaults(*reread)) {
+        insist(value.boolValue() == before.at(key).boolValue(), "a saved boolean is the same");
+        insist(value.intValue() == before.at(key).intValue(), "a saved number is the same");
+    }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string bytes = dorvanel::test::bytesOf(data, size);
+    checkRoundTrip(bytes);
+    loadAndSave(bytes);
+    return 0;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "platform/Medium.h"
+
+namespace dorvanel::test {
+
+/// Media as a test sets them; overwritable elsewhere.
+class FakeMedium final : public platform::MediumInspector {
+  public:
+    platform::Medium mediumAt(const std::string& path) override {
+        const auto found = media.find(path);
+        return found == media.end() ? platform::Medium{} : found->second;
+    }
+
+    std::map<std::string, platform::Medium> media;
+};
+
+}  // namespace dorvanel::test
