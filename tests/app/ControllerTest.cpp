@@ -178,7 +178,10 @@ TEST_F(ControllerTest, QuittingWhileAWorkerShredsWaitsForItsLastLine) {
     std::atomic<bool> asked = false;
     TerminateReply reply = TerminateReply::now;
     fileName.onSet = [&] {
-        if (!asked.exchange(true)) reply = controller.applicationShouldTerminate();
+        if (asked.exchange(true)) return;
+        while (controller.run().mAwaitingConfirmation == 1) {  // the action has not returned yet
+        }
+        reply = controller.applicationShouldTerminate();
     };
     controller.shredAndNothing();
     controller.run().waitForWorker();
