@@ -1,10 +1,12 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 #include "platform/RunLoop.h"
@@ -37,7 +39,10 @@ class FakeRunLoop final : public platform::RunLoop {
         stopped_ = false;
     }
     void stop() override { stopped_ = true; }
-    void performOnMainThread(std::function<void()> work) override { posted_.push_back(work); }
+    void performOnMainThread(std::function<void()> work) override {
+        const std::lock_guard lock(mutex_);
+        posted_.push_back(std::move(work));
+    }
 
     /// Lets time pass; what falls due on the way happens in its order, each at its time.
     void advance(std::chrono::steady_clock::duration duration) {
@@ -78,13 +83,23 @@ class FakeRunLoop final : public platform::RunLoop {
         timer.fire(timer);
     }
     void runPosted() {
-        for (; !posted_.empty() && !stopped_; posted_.pop_front()) posted_.front()();
+        while (!stopped_) {
+            std::function<void()> work;
+            {
+                const std::lock_guard lock(mutex_);
+                if (posted_.empty()) return;
+                work = std::move(posted_.front());
+                posted_.pop_front();
+            }
+            work();
+        }
     }
 
     FakeClock& clock_;
     std::vector<std::shared_ptr<FakeTimer>> timers_;
+    std::mutex mutex_;  ///< guards `posted_`
     std::deque<std::function<void()>> posted_;
-    bool stopped_ = false;
+    std::atomic<bool> stopped_ = false;
 };
 
 }  // namespace dorvanel::test
