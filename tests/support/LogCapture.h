@@ -25,13 +25,15 @@ class LogCapture {
 
     [[nodiscard]] std::vector<std::string> lines() const { return linesNow(); }
 
-    /// What the log holds at this moment, whoever opened it.
+    /// The whole lines that the log holds at this moment, whoever opened it: another process may be
+    /// in the middle of one.
     [[nodiscard]] static std::vector<std::string> linesNow() {
         constexpr std::size_t stampLength = 25;
         std::vector<std::string> lines;
         const std::string text = readFile(activityLogPath());
-        for (std::size_t start = 0; start < text.size();) {
-            const std::size_t end = text.find('\n', start);
+        std::size_t start = 0;
+        for (std::size_t end = text.find('\n'); end != std::string::npos;
+             end = text.find('\n', start)) {
             lines.push_back(text.substr(start + stampLength, end - start - stampLength));
             start = end + 1;
         }
