@@ -71,6 +71,7 @@ int main(int argc, char** argv) {
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
     platform::BundleInformationFile bundle("");
+    const auto medium = platform::makeMediumInspector();
     const std::string resources = platform::resourcesFolder();
 
     std::vector<double> alone, windowed;
@@ -87,7 +88,8 @@ int main(int argc, char** argv) {
         }
         desktop::Desktop program({*system, platform::systemClock(), *draws,
                                   platform::defaultFileManager(), *defaults, *preferences, *listing,
-                                  *processes, *events, platform::systemLog(), bundle, resources});
+                                  *processes, *events, platform::systemLog(), bundle, *medium,
+                                  resources});
         const std::string tree = makeTree(folder, files);
         const auto start = std::chrono::steady_clock::now();
         if (!program.launch({tree})) return 1;

@@ -4,59 +4,13 @@
 #include <QEvent>
 #include <QMessageBox>
 #include <QProgressBar>
-#include <filesystem>
 
-#include "app/ShredArguments.h"
 #include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
 #include "app/desktop/OutcomeText.h"
 #include "engine/ActivityLog.h"
-#include "platform/MountPoints.h"
 
 namespace dorvanel::desktop {
-
-using platform::AlertButton;
-
-namespace {
-
-/// Beyond so many, names of dropped files are only counted.
-constexpr std::size_t namesInQuestion = 8;
-
-std::string nameOf(const std::string& path) {
-    std::string trimmed = path;
-    while (trimmed.size() > 1 && trimmed.ends_with('/')) trimmed.pop_back();
-    return std::filesystem::path(trimmed).filename().native();
-}
-
-std::string questionAbout(const std::vector<std::string>& files) {
-    std::string question = "Shred " + counted(files.size(), QStringLiteral("item")).toStdString() +
-                           "? There is no way back.\n";
-    for (std::size_t i = 0; i < files.size() && i < namesInQuestion; ++i) {
-        question += "\n" + nameOf(files[i]);
-    }
-    if (files.size() > namesInQuestion) {
-        question += "\nand " + std::to_string(files.size() - namesInQuestion) + " more";
-    }
-    return question;
-}
-
-}  // namespace
-
-/// The engine at work on the main thread: no timer fires, no action comes in between, and the
-/// window is painted but takes no input.
-class Desktop::MainThreadWork {
-  public:
-    explicit MainThreadWork(Desktop& desktop) : desktop_(desktop), hold_(desktop.loop_) {
-        desktop_.workOnMainThread_ = true;
-    }
-    ~MainThreadWork() { desktop_.workOnMainThread_ = false; }
-    MainThreadWork(const MainThreadWork&) = delete;
-    MainThreadWork& operator=(const MainThreadWork&) = delete;
-
-  private:
-    Desktop& desktop_;
-    QtRunLoop::Hold hold_;
-};
 
 Desktop::Desktop(DesktopServices services)
     : services_(std::move(services)),
@@ -241,66 +195,6 @@ void Desktop::performAction(const std::string& name) {
     activate();
 }
 
-bool Desktop::engineIsBusy() {
-    const bool busy = workOnMainThread_ || controller_->run().mThreadCount != 0 ||
-                      controller_->run().mAwaitingConfirmation == 1;
-    if (busy) {
-        window_->showMessage(QStringLiteral("Not started: a run is still in progress."));
-        workspace_.beep();
-    }
-    return busy;
-}
-
-void Desktop::openDoc() {
-    if (engineIsBusy()) return;
-    QtOpenPanel panel(window_->window());
-    {
-        const MainThreadWork work(*this);
-        controller_->fileAccessInstance().openDoc(panel);
-    }
-    if (panel.picked()) tellOutcome();
-}
-
-std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& items) {
-    if (items.empty()) return {};
-    const auto mounted = platform::mountPoints();
-    QStringList reasons;
-    if (!mounted) {
-        reasons << displayText(mounted.error().message());
-    } else {
-        const ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
-                                                           mounted.value(), services_.system);
-        for (const ShredArguments::Complaint& complaint : checked.complaints) {
-            reasons << QStringLiteral("“%1” %2").arg(displayText(complaint.argument),
-                                                     displayText(complaint.reason));
-        }
-        if (reasons.isEmpty()) return checked.paths;
-    }
-    window_->showMessage(QStringLiteral("Nothing was shredded: ") + reasons.first(),
-                         reasons.size() > 1 ? reasons.join(u'\n') : QString());
-    workspace_.beep();
-    return {};
-}
-
-void Desktop::filesDropped(std::vector<std::string> files) {
-    if (engineIsBusy()) return;
-    files = checkedItems(files);
-    if (files.empty()) return;
-    const AlertButton answer =
-        alerts_->runAlertPanel("Shred Dropped Items", questionAbout(files), "Cancel", "Shred", "");
-    if (answer != AlertButton::alternateButton || engineIsBusy()) return;
-    {
-        const MainThreadWork work(*this);
-        controller_->fileAccessInstance().shredDroppedFile(files);
-    }
-    tellOutcome();
-}
-
-void Desktop::tellOutcome() {
-    const Outcome& outcome = controller_->fileAccessInstance().outcome();
-    window_->showMessage(messageOf(outcome), detailsOf(outcome));
-}
-
 void Desktop::paintWhileBusy() {
     if (!workOnMainThread_) return;
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -321,6 +215,9 @@ void Desktop::tellRunning() {
 void Desktop::runEnded(const RunReport& report) {
     const auto tell = [this, report] {
         if (quitDeferred_) return;
+        const bool shreddedNothing =
+            report.result == RunResult::cancelled || report.result == RunResult::nothingSelected;
+        if (shreddedNothing) window_->showMediumNotice({}, {});
         window_->showMessage(messageOf(report), detailsOf(report.outcome));
     };
     if (isMainThread()) return tell();

@@ -19,6 +19,7 @@
 #include "app/desktop/QtWindow.h"
 #include "app/desktop/QtWorkspace.h"
 #include "app/desktop/SingleInstance.h"
+#include "platform/Medium.h"
 #include "platform/SystemLog.h"
 
 namespace dorvanel::desktop {
@@ -36,6 +37,7 @@ struct DesktopServices {
     platform::SystemEvents& events;
     platform::SystemLog& log;
     platform::BundleInformation& bundle;
+    platform::MediumInspector& medium;
     std::string resourcesFolder;
 };
 
@@ -98,9 +100,13 @@ class Desktop final : public QObject, private RunObserver {
     /// be: the home folder, a mount point, something that does not exist.
     std::vector<std::string> checkedItems(const std::vector<std::string>& items);
     void tellOutcome();
+    /// Says which of the items a request is about to shred lie where overwriting in place does not
+    /// surely reach their old contents.
+    void tellMedium(const std::vector<std::string>& items);
     void paintWhileBusy();
     void tellWaiting();
     void tellRunning();
+    void runBegins(const std::vector<std::string>& items) override { tellMedium(items); }
     void runEnded(const RunReport& report) override;
 
     DesktopServices services_;

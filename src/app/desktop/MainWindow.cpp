@@ -43,18 +43,21 @@ bool MainWindow::connectOutlets(const AfterDisplay& afterDisplay) {
 
     auto* bar = window_->findChild<QProgressBar*>("shreddingProgress");
     auto* file = window_->findChild<QLabel*>("fileName");
+    mediumNotice_ = window_->findChild<QLabel*>("mediumNotice");
     auto* status = window_->findChild<QLabel*>("browserWatchStatusTextbox");
     runMessage_ = window_->findChild<QLabel*>("runMessage");
     detailsButton_ = window_->findChild<QPushButton*>("detailsButton");
     profilesMenu_ = window_->findChild<QMenu*>("profilesMenu");
     for (const QObject* found :
          {static_cast<QObject*>(bar), static_cast<QObject*>(file), static_cast<QObject*>(status),
-          static_cast<QObject*>(runMessage_), static_cast<QObject*>(detailsButton_),
-          static_cast<QObject*>(profilesMenu_)}) {
+          static_cast<QObject*>(mediumNotice_), static_cast<QObject*>(runMessage_),
+          static_cast<QObject*>(detailsButton_), static_cast<QObject*>(profilesMenu_)}) {
         if (found == nullptr) return false;
     }
     progress_ = std::make_unique<QtProgressIndicator>(*bar, afterDisplay);
     fileName_ = std::make_unique<QtTextField>(*file, afterDisplay, QtTextField::Elide::middle);
+    mediumColor_ = std::make_unique<QtTextField>(*mediumNotice_, AfterDisplay());
+    mediumColor_->setTextColor(platform::Color::darkGray);
     status_ = std::make_unique<QtTextField>(*status, afterDisplay);
     for (std::size_t i = 0; i < labelNames.size(); ++i) {
         const QString name = QLatin1String(labelNames[i]);
@@ -124,12 +127,20 @@ void MainWindow::showMessage(const QString& message, const QString& details) {
     detailsButton_->setVisible(!details.isEmpty());
 }
 
+void MainWindow::showMediumNotice(const QString& notice, const QString& details) {
+    mediumNotice_->setText(notice);
+    mediumNotice_->setToolTip(details);
+    mediumNotice_->setAccessibleDescription(details);
+    mediumNotice_->setVisible(!notice.isEmpty());
+}
+
 void MainWindow::paintNow() {
     window_->repaint();
 }
 
 void MainWindow::restyle() {
     fileName_->restyle();
+    mediumColor_->restyle();
     status_->restyle();
     for (const auto& label : labels_) label->restyle();
 }

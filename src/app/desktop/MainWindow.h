@@ -44,6 +44,9 @@ class MainWindow final : public QObject {
     /// Shows one line about the run; `details` are there for who asks.
     void showMessage(const QString& message, const QString& details = {});
     [[nodiscard]] QString message() const { return runMessage_->text(); }
+    /// Shows quietly, under the progress, what is to be known of the medium of a request's items;
+    /// nothing takes the last notice away.
+    void showMediumNotice(const QString& notice, const QString& details);
     /// Paints the window as it is now, also while the main loop does not come round.
     void paintNow();
 
@@ -62,6 +65,8 @@ class MainWindow final : public QObject {
     QString details_;
     std::unique_ptr<QtProgressIndicator> progress_;
     std::unique_ptr<QtTextField> fileName_;
+    QLabel* mediumNotice_ = nullptr;
+    std::unique_ptr<QtTextField> mediumColor_;
     std::unique_ptr<QtTextField> status_;
     std::array<std::unique_ptr<ApplicationLabel>, 12> labels_;
     MainWindowActions actions_;

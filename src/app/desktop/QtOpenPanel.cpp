@@ -13,12 +13,12 @@ std::optional<std::vector<std::string>> QtOpenPanel::runModalForDirectory(
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("&Shred"));
     // A link stands for the link: what it leads to must not be picked in its place.
     dialog.setOption(QFileDialog::DontResolveSymlinks);
-    picked_ = dialog.exec() == QDialog::Accepted;
-    if (!picked_) return std::nullopt;
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     std::vector<std::string> paths;
     for (const QString& file : dialog.selectedFiles()) {
         paths.push_back(QFile::encodeName(file).toStdString());
     }
+    picked_(paths);
     return paths;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 #include "platform/OpenPanel.h"
 
@@ -10,19 +11,19 @@ namespace dorvanel::desktop {
 /// cannot be picked in it; such a file can be dropped on the window.
 class QtOpenPanel final : public platform::OpenPanel {
   public:
-    explicit QtOpenPanel(QWidget& parent) : parent_(parent) {}
+    /// Called with what was picked, before the panel's caller gets it; absolute paths in bytes.
+    using Picked = std::function<void(const std::vector<std::string>&)>;
+
+    QtOpenPanel(QWidget& parent, Picked picked) : parent_(parent), picked_(std::move(picked)) {}
 
     void setAllowsMultipleSelection(bool allows) override { multiple_ = allows; }
     std::optional<std::vector<std::string>> runModalForDirectory(
         const std::string& directory) override;
 
-    /// Whether the last run ended with files picked.
-    [[nodiscard]] bool picked() const { return picked_; }
-
   private:
     QWidget& parent_;
+    Picked picked_;
     bool multiple_ = false;
-    bool picked_ = false;
 };
 
 }  // namespace dorvanel::desktop

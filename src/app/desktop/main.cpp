@@ -46,10 +46,12 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
     const auto events = platform::makeSystemEvents();
     const std::string resources = platform::resourcesFolder();
     platform::BundleInformationFile bundle(resources + "/Info.plist");
+    const auto medium = platform::makeMediumInspector();
 
     desktop::Desktop program({*system, platform::systemClock(), *draws,
                               platform::defaultFileManager(), *defaults, *preferences, *listing,
-                              *processes, *events, platform::systemLog(), bundle, resources});
+                              *processes, *events, platform::systemLog(), bundle, *medium,
+                              resources});
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;
     }

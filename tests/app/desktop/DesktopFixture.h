@@ -22,6 +22,7 @@
 #include "platform/Resources.h"
 #include "support/FakeClock.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeMedium.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
 #include "support/LogCapture.h"
@@ -80,7 +81,7 @@ class DesktopFixture : public ::testing::Test {
     bool launch(const std::vector<std::string>& items = {}) {
         desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
             *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
-            processes, events, log, bundle, resources});
+            processes, events, log, bundle, medium, resources});
         return desktop->launch(items);
     }
     QMainWindow& window() { return desktop->mainWindow().window(); }
@@ -137,6 +138,7 @@ class DesktopFixture : public ::testing::Test {
     FakeSystemEvents events{calls};
     FakeSystemLog log;
     FakeBundle bundle;
+    FakeMedium medium;
     HeldSequence draws;
     std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
     std::unique_ptr<platform::UserDefaults> defaults =

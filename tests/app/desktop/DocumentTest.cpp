@@ -50,9 +50,9 @@ TEST_F(DocumentTest, AClosedDocumentIsLetGo) {
 }
 
 TEST_F(DocumentTest, WhatIsHandedOverBeforeTheLaunchIsThroughWaits) {
-    desktop = std::make_unique<desktop::Desktop>(
-        desktop::DesktopServices{*system, clock, draws, platform::defaultFileManager(), *defaults,
-                                 *preferences, listing, processes, events, log, bundle, resources});
+    desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
+        *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
+        processes, events, log, bundle, medium, resources});
     desktop->instanceHandlers().open({"/tmp/a"});
     EXPECT_TRUE(desktop->documents().empty());
     ASSERT_TRUE(desktop->launch({}));
