@@ -32,12 +32,16 @@ function(dorvanel_library name)
   target_link_libraries(${name} PUBLIC dorvanel_options ${ARG_DEPENDS})
 endfunction()
 
-# dorvanel_test(NAME [ALONE] SOURCES... DEPENDS...): one test program per folder of tests. With ALONE
-# no other test runs beside one of its tests.
+# dorvanel_test(NAME [ALONE] SOURCES... DEPENDS... [ENVIRONMENT NAME=VALUE]): one test program per
+# folder of tests. With ALONE no other test runs beside one of its tests.
 function(dorvanel_test name)
-  cmake_parse_arguments(ARG "ALONE" "" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "ALONE" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
+  set(properties TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
+  if(ARG_ENVIRONMENT)
+    list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
+  endif()
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE dorvanel_test_support ${ARG_DEPENDS} GTest::gmock
                                         GTest::gtest_main)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

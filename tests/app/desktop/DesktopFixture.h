@@ -36,19 +36,20 @@ class FakeSystemLog final : public platform::SystemLog {
     std::vector<std::string> lines;
 };
 
-/// The sequence of the engine, which waits at its first fill while the test holds it.
+/// The sequence of the engine, which waits at one of its fills while the test holds it.
 class HeldSequence final : public DrawSequence {
   public:
-    void hold() { held_ = std::make_shared<std::promise<void>>(); }
+    /// The worker waits after so many fills of the buffer, until it is released.
+    void hold(int fills = 0) {
+        fillsBefore_ = fills;
+        held_ = std::make_shared<std::promise<void>>();
+    }
     void release() {
         if (held_ && !std::exchange(released_, true)) held_->set_value();
     }
     std::uint32_t next() override { return sequence_.next(); }
     void takeFill() override {
-        if (held_ && !passed_) {
-            held_->get_future().wait();
-            passed_ = true;
-        }
+        if (held_ && fillsBefore_-- == 0) held_->get_future().wait();
         sequence_.takeFill();
     }
     std::size_t produce(std::uint16_t* words, std::size_t made, std::size_t wanted) override {
@@ -58,7 +59,7 @@ class HeldSequence final : public DrawSequence {
   private:
     FeedbackSequence sequence_;
     std::shared_ptr<std::promise<void>> held_;
-    bool passed_ = false;    ///< the worker's
+    int fillsBefore_ = 0;    ///< the worker's, once it works
     bool released_ = false;  ///< the test's
 };
 

@@ -1,3 +1,4 @@
+#include <QProgressBar>
 #include <filesystem>
 
 #include "DesktopFixture.h"
@@ -101,6 +102,39 @@ TEST_F(LaunchAndQuitTest, QuittingWhileAWorkerShredsWaitsForTheEndOfTheRun) {
     desktop->run();
     EXPECT_THAT(LogCapture::linesNow(), Contains("Dorvanel Completed Successfully"));
     EXPECT_FALSE(std::filesystem::exists(page));
+}
+
+TEST_F(LaunchAndQuitTest, WhileFilesOfSomeMegabytesAreShreddedTheWindowIsPaintedAndQuitIsTaken) {
+    const std::string folder = home / "Library/Caches/Safari";
+    for (int i = 0; i < 12; ++i) {
+        writeFile(folder + "/" + std::to_string(i), std::string(2 << 20, 'x'));
+    }
+    set("ConfirmShredding", false);
+    set("ActivityLog", true);
+    clock.step = std::chrono::milliseconds(20);  // progress is due at each look
+    draws.hold(10);
+    ASSERT_TRUE(launch());
+    trigger("shredAndNothingAction");
+    auto* bar = find<QProgressBar>("shreddingProgress");
+    waitUntil([bar] { return bar->value() > 0; });  // the worker is in the midst of it
+
+    onAlert([](QMessageBox& box) { click(box, "Quit"); });
+    trigger("reallyQuitAction");
+    waitUntil([this] { return desktop->controller().run().mAppNeedsToTerminate == 1; });
+    EXPECT_FALSE(desktop->controller().browserWatch().isWatching());
+    EXPECT_EQ(desktop->controller().run().mThreadCount, 1);
+
+    int painted = 0;
+    QTimer paint;
+    QObject::connect(&paint, &QTimer::timeout, [this, &painted] {
+        window().repaint();
+        if (++painted == 1) draws.release();  // from now on the worker runs beside this loop
+    });
+    paint.start(1);
+    desktop->run();  // returns when the program has quit
+    EXPECT_GT(painted, 0);
+    EXPECT_THAT(LogCapture::linesNow(), Contains("Dorvanel Completed Successfully"));
+    EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
 TEST_F(LaunchAndQuitTest, QuittingWhileTheConfirmationIsOpenQuitsAtOnce) {

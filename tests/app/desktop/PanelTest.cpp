@@ -1,8 +1,11 @@
 #include <QAccessible>
 #include <QComboBox>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStandardItemModel>
 #include <QWheelEvent>
 #include <filesystem>
+#include <map>
 
 #include "DesktopFixture.h"
 #include "app/desktop/PanelControls.h"
@@ -216,6 +219,34 @@ TEST_F(PanelTest, TheFourWaysOfOverwritingAreIndependent) {
     for (const char* name : {"numberOfWritesPopUp", "overwritePatternPopUp"}) {
         EXPECT_TRUE(control<QComboBox>(name).isEnabled());
     }
+}
+
+TEST_F(PanelTest, TheEnableBoxesStandInTwoColumns) {
+    std::map<int, int> columns;
+    for (const char* name : desktop::enableBoxes) ++columns[control<QAbstractButton>(name).x()];
+    ASSERT_EQ(columns.size(), 2U);
+    EXPECT_EQ(columns.begin()->second, 6);
+}
+
+TEST_F(PanelTest, EveryMnemonicOfThePanelIsItsOwn) {
+    QStringList keys;
+    const auto collect = [&keys](const QString& text) {
+        const qsizetype mark = text.indexOf('&');
+        if (mark >= 0) keys << text.mid(mark + 1, 1).toLower();
+    };
+    for (auto* each : desktop->panel().window()->findChildren<QAbstractButton*>()) {
+        collect(each->text());
+    }
+    for (auto* each : desktop->panel().window()->findChildren<QLabel*>()) collect(each->text());
+    QStringList unique = keys;
+    unique.removeDuplicates();
+    EXPECT_EQ(keys, unique);
+    EXPECT_EQ(keys.size(), 20);
+}
+
+TEST_F(PanelTest, ThePanelIsWholeOnAScreenOf768Lines) {
+    EXPECT_LE(desktop->panel().window()->height(), 700);
+    EXPECT_EQ(control<QScrollArea>("panelScroll").verticalScrollBar()->maximum(), 0);
 }
 
 TEST_F(PanelTest, ThePanelFitsASmallScreenByScrolling) {

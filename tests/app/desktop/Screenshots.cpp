@@ -1,5 +1,5 @@
 // Pictures of the program in its states, for the documentation and for looking at:
-//   QT_SCALE_FACTOR=2 desktop-screenshots FOLDER light|dark
+//   QT_SCALE_FACTOR=2 desktop-screenshots FOLDER light|dark [WIDTH HEIGHT]
 #include <QApplication>
 #include <QIcon>
 #include <QMenuBar>
@@ -40,6 +40,7 @@ class Photographer : public DesktopFixture {
         takeMenu();
         takePanel();
         takeAlerts();
+        takeDropped();
         takeRun();
     }
 
@@ -100,7 +101,22 @@ class Photographer : public DesktopFixture {
         waitUntil([&done] { return done; });
     }
 
+    void takeDropped() {
+        const std::string one = home / "Tax return 2003.pdf", two = home / "Letters";
+        writeFile(one, "x");
+        writeFile(two + "/a", "x");
+        onAlert([this](QMessageBox& box) {
+            take(box, "dropped");
+            click(box, "Cancel");
+        });
+        desktop->filesDropped({one, two});
+        desktop->instanceHandlers().open({one, two});
+        take(*desktop->documents().back()->window(), "document");
+        desktop->documents().back()->window()->close();
+    }
+
     void takeRun() {
+        desktop->controller().browserWatch().HandleBrowserWatchTimer(nullptr);
         desktop->mainWindow().showMessage("Shredding…");
         desktop->mainWindow().shreddingProgress().setDoubleValue(41.5);
         desktop->mainWindow().fileName().setStringValue(
@@ -113,6 +129,10 @@ class Photographer : public DesktopFixture {
             "details");
         desktop->mainWindow().shreddingProgress().setDoubleValue(0);
         desktop->mainWindow().fileName().setStringValue("");
+        desktop->mainWindow().showMediumNotice(
+            "Overwriting in place may not reach the old contents of "
+            "“~/Library/Caches/Safari” and 3 more (solid-state drive).",
+            "~/Library/Caches/Safari");
         take(window(), "done");
     }
 
@@ -124,15 +144,18 @@ class Photographer : public DesktopFixture {
 }  // namespace dorvanel::test
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::cerr << "usage: desktop-screenshots FOLDER light|dark\n";
+    if (argc != 3 && argc != 5) {
+        std::cerr << "usage: desktop-screenshots FOLDER light|dark [WIDTH HEIGHT]\n";
         return 2;
     }
-    // A screen that has room for every window at twice its size.
+    // If no other is asked for, a screen that has room for every window at twice its size.
+    const std::string width = argc == 5 ? argv[3] : "2400", height = argc == 5 ? argv[4] : "1800";
     const dorvanel::test::TemporaryFolder folder;
     const std::string screen = folder / "screen.json";
-    dorvanel::test::writeFile(screen, R"({"screens": [{"name": "wide", "x": 0, "y": 0,
-        "width": 2400, "height": 1800, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    dorvanel::test::writeFile(screen,
+                              R"({"screens": [{"name": "one", "x": 0, "y": 0, "width": )" + width +
+                                  R"(, "height": )" + height +
+                                  R"(, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
     qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + screen));
     QApplication application(argc, argv);
     const std::string icons = dorvanel::platform::resourcesFolder() + "/icons/dorvanel-x-";

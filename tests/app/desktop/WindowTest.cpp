@@ -125,6 +125,25 @@ TEST_F(WindowTest, DroppedFilesAreAskedAboutOnceByNameAndCountAndThenShredded) {
     EXPECT_EQ(desktop->controller().run().mThreadCount, 0);
 }
 
+TEST_F(WindowTest, ManyDroppedFilesAreCountedAndNoNameTakesASecondLine) {
+    std::vector<std::string> files;
+    for (int i = 0; i < 11; ++i) {
+        files.push_back(home / ("a\nb" + std::to_string(i)));
+        writeFile(files.back(), "x");
+    }
+    ASSERT_TRUE(launch());
+    onAlert([](QMessageBox& box) {
+        const QStringList lines = box.informativeText().split(u'\n');
+        EXPECT_EQ(lines.first(), "Shred 11 items? There is no way back.");
+        EXPECT_EQ(lines.size(), 2 + 8 + 1);
+        EXPECT_EQ(lines.at(2), QString("a") + QChar::ReplacementCharacter + "b0");
+        EXPECT_EQ(lines.last(), "and 3 more");
+        click(box, "Cancel");
+    });
+    desktop->filesDropped(files);
+    for (const std::string& file : files) EXPECT_EQ(readFile(file), "x");
+}
+
 TEST_F(WindowTest, ADropThatIsCancelledOrNoFileLeavesEverything) {
     const std::string one = home / "one.txt";
     writeFile(one, "1");
