@@ -44,7 +44,7 @@ class MainWindow final : public QObject {
     /// Shows one line about the run; `details` are there for who asks.
     void showMessage(const QString& message, const QString& details = {});
     [[nodiscard]] QString message() const { return runMessage_->text(); }
-    /// Shows quietly, under the progress, what is to be known of the medium of a request's items;
+    /// Shows quietly, under the message, what is to be known of the medium of a request's items;
     /// nothing takes the last notice away.
     void showMediumNotice(const QString& notice, const QString& details);
     /// Paints the window as it is now, also while the main loop does not come round.

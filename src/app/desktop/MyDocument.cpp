@@ -26,6 +26,7 @@ void MyDocument::windowControllerDidLoadNib(QWidget& window) const {
             item->setToolTip(displayText(file));
         }
     }
+    closeByKey(window);
     centerOnScreen(window);
 }
 

@@ -109,6 +109,7 @@ bool PreferencesPanel::connectControls(QWidget& mainMenu) {
     if (auto* close = button("closeButton")) {
         connect(close, &QAbstractButton::clicked, window, &QWidget::close);
     }
+    closeByKey(*window);
     window->installEventFilter(this);
     mPreferencesWindow = window;
     shredCacheCheckbox = button("shredCacheCheckbox");

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <utility>
 
 #include "app/desktop/QtAlertPanel.h"
@@ -44,6 +45,11 @@ void bringToFront(QWidget& window) {
     window.show();
     window.raise();
     window.activateWindow();
+}
+
+void closeByKey(QWidget& window) {
+    const auto* key = new QShortcut(QKeySequence::Close, &window);
+    QObject::connect(key, &QShortcut::activated, &window, &QWidget::close);
 }
 
 QtWindow::QtWindow(QWidget& window, platform::UserDefaults& defaults)

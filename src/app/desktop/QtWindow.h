@@ -18,6 +18,9 @@ void centerOnScreen(QWidget& window);
 /// Shows a window in front of the others, with the keyboard.
 void bringToFront(QWidget& window);
 
+/// Gives a window without menus the desktop's key for closing.
+void closeByKey(QWidget& window);
+
 /// The main window. Its frame is kept in the user's defaults under "NSWindow Frame NAME", as four
 /// numbers: left, top, width, height.
 class QtWindow final : public QObject, public platform::Window {

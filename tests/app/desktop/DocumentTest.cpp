@@ -1,5 +1,6 @@
 #include <QListWidget>
 #include <QScreen>
+#include <QShortcut>
 
 #include "DesktopFixture.h"
 
@@ -47,6 +48,21 @@ TEST_F(DocumentTest, AClosedDocumentIsLetGo) {
     desktop->documents().back()->window()->close();
     desktop->instanceHandlers().open({"/tmp/b"});
     EXPECT_EQ(desktop->documents().size(), 1U);
+}
+
+TEST_F(DocumentTest, ItsWindowAndThePanelsCloseByKey) {
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({"/tmp/a"});
+    trigger("showPanelAction");
+    QWidget* document = desktop->documents().back()->window();
+    QWidget* panel = desktop->panel().window();
+    for (QWidget* each : {document, panel}) {
+        auto* key = each->findChild<QShortcut*>(QString(), Qt::FindDirectChildrenOnly);
+        ASSERT_NE(key, nullptr);
+        EXPECT_EQ(key->key(), QKeySequence(QKeySequence::Close));
+        emit key->activated();
+        EXPECT_FALSE(each->isVisible());
+    }
 }
 
 TEST_F(DocumentTest, WhatIsHandedOverBeforeTheLaunchIsThroughWaits) {

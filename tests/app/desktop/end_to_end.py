@@ -14,6 +14,11 @@ import sys
 import tempfile
 import time
 
+try:
+    from status_area import Icon
+except ImportError:
+    Icon = None  # told below with the other parts that this machine lacks
+
 PARTS = ["Xvfb", "openbox", "xdotool", "dbus-run-session"]
 LIMIT = 30  # seconds that any one thing may take on a busy machine
 
@@ -160,8 +165,20 @@ def inside(program):
     page = os.path.join(home, "Library/Caches/Safari/page.cache")
     with open(page, "w") as file:
         file.write("secret")
-    stage = Stage(program)
+    area = subprocess.Popen([sys.executable, os.path.join(os.path.dirname(__file__),
+                                                          "status_area.py")],
+                            stdout=subprocess.PIPE, text=True)
+    try:
+        assert area.stdout.readline() == "ready\n"
+        drive(Stage(program), program, home, page, area)
+    finally:
+        area.terminate()
+        area.wait()
+    print("done")
+    return 0
 
+
+def drive(stage, program, home, page, area):
     step("the window and what it says")
     stage.find("frame", "Dorvanel X")
     stage.find("label", "Enabled and waiting for the first timer event to occur...")
@@ -200,6 +217,21 @@ def inside(program):
     log = os.path.join(home, "Library/Logs/Dorvanel X Log.txt")
     assert until(lambda: "Dorvanel Completed Successfully" in open(log, encoding="latin-1").read())
 
+    step("hiding leaves the icon in the status area to come back from")
+    icon = Icon(area.stdout.readline().strip())
+    assert [text for _, text in icon.items()] == [
+        "Show Dorvanel", None, "Shred", "Shred and Log Out", "Shred and Shut Down",
+        "Shred and Restart", None, "Quit Dorvanel"], icon.items()
+    key("ctrl+h")
+    assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
+    icon.choose("Show Dorvanel")
+    stage.find("frame", "Dorvanel X")
+
+    step("a command of the icon's menu asks as any other")
+    icon.choose("Shred and Restart")
+    stage.press("push button", "No")
+    assert until(lambda: stage.look("push button", "No") is None)
+
     step("a second launch brings no second program")
     assert subprocess.call([program], timeout=LIMIT) == 0
     assert stage.program.poll() is None
@@ -220,8 +252,6 @@ def inside(program):
     key("ctrl+q")
     stage.press("push button", "Quit")
     assert stage.program.wait(timeout=LIMIT) == 0
-    print("done")
-    return 0
 
 
 def step(text):
