@@ -65,6 +65,16 @@ TEST_F(DocumentTest, ItsWindowAndThePanelsCloseByKey) {
     }
 }
 
+TEST_F(DocumentTest, WithoutItsInterfaceFileTheSystemsLogSaysSo) {
+    const std::string partial = home / "resources";
+    writeFile(partial + "/MainMenu.ui", readFile(resources + "/MainMenu.ui"));
+    resources = partial;
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({"/tmp/a"});
+    EXPECT_THAT(log.lines, ::testing::ElementsAre("Failed to load MyDocument.nib"));
+    EXPECT_TRUE(desktop->documents().empty());
+}
+
 TEST_F(DocumentTest, WhatIsHandedOverBeforeTheLaunchIsThroughWaits) {
     desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
         *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,

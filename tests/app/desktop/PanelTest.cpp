@@ -228,6 +228,39 @@ TEST_F(PanelTest, TheEnableBoxesStandInTwoColumns) {
     EXPECT_EQ(columns.begin()->second, 6);
 }
 
+TEST_F(PanelTest, TheFocusGoesDownTheLeftColumnThenTheRightThenAlongTheButtons) {
+    std::vector<std::string> order;
+    QWidget* first = &control<QWidget>("shredCacheCheckbox");
+    QWidget* at = first;
+    do {
+        const bool takesFocus = (at->focusPolicy() & Qt::TabFocus) != 0 && at->isEnabled();
+        const bool isControl = qobject_cast<QAbstractButton*>(at) || qobject_cast<QComboBox*>(at);
+        if (takesFocus && isControl) order.push_back(at->objectName().toStdString());
+        at = at->nextInFocusChain();
+    } while (at != first);
+    std::vector<std::string> expected = {"shredCacheCheckbox",
+                                         "shredHistoryCheckbox",
+                                         "shredIEDownloadCacheCheckbox",
+                                         "shredSafariFaviconCheckbox",
+                                         "shredMailTrashCheckbox",
+                                         "shredAppleMailJunkCheckbox",
+                                         "shredMailCacheCheckbox",
+                                         "shredQuicktimeCheckbox",
+                                         "numberOfWritesPopUp",
+                                         "overwritePatternPopUp",
+                                         "DoDSanitizeButton",
+                                         "NSAButton",
+                                         "browserWatchCheckbox",
+                                         "confirmShreddingCheckbox",
+                                         "activityLogCheckbox",
+                                         "hideCheckbox"};
+    expected.insert(expected.end(), desktop::enableBoxes.begin(), desktop::enableBoxes.end());
+    for (const char* button : {"revertToDefaultButton", "revertButton", "closeButton"}) {
+        expected.emplace_back(button);
+    }
+    EXPECT_EQ(order, expected);
+}
+
 TEST_F(PanelTest, EveryMnemonicOfThePanelIsItsOwn) {
     QStringList keys;
     const auto collect = [&keys](const QString& text) {
