@@ -10,11 +10,11 @@
 namespace dorvanel::terminal {
 namespace {
 
-/// The parser takes a word in brackets for a list of words: a file named "[a,b]" would become the
-/// files "a" and "b". With "./" before it, it names the same file and is left alone.
+/// The parser takes a word in brackets among several words for a list: a file named "[a,b]" would
+/// become the files "a" and "b". With "./" before it, it names the same file and is left alone.
 std::vector<std::string> withoutLists(std::vector<std::string> words) {
-    for (std::string& word : words) {
-        if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
+    for (auto word = std::find(words.begin(), words.end(), "shred"); word != words.end(); ++word) {
+        if (word->starts_with('[') && word->ends_with(']')) word->insert(0, "./");
     }
     return words;
 }
@@ -38,7 +38,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
                      "dorvanel");
     Command command;
     Action& chosen = command.action;
-    program.require_subcommand(1);
+    program.require_subcommand(0, 1);  // an unknown command is then told by its name
     program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION);
     program.add_option("--home", command.home, "Use DIR as the home folder")->type_name("DIR");
     addShredCommand(program, chosen);
@@ -53,6 +53,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     std::reverse(words.begin(), words.end());  // as the parser wants them
     try {
         program.parse(std::move(words));
+        if (!chosen) throw CLI::RequiredError("A command");
     } catch (const CLI::ParseError& outcome) {
         ended = tell(program, outcome, terminal);
         return std::nullopt;
