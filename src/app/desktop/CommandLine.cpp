@@ -5,7 +5,23 @@
 #include <filesystem>
 #include <ostream>
 
+#include "app/CommandLineWords.h"
+#include "app/desktop/Bytes.h"
+
 namespace dorvanel::desktop {
+namespace {
+
+/// Help and version go to `out`, complaints to `err`; they may quote the name of a file, which
+/// could steer a terminal.
+int tell(const CLI::App& program, const CLI::ParseError& outcome, std::ostream& out,
+         std::ostream& err) {
+    if (outcome.get_exit_code() == 0) return program.exit(outcome, out, err);
+    err << "dorvanel-x: " << displayText(outcome.what()).toStdString()
+        << "\ndorvanel-x: \"dorvanel-x --help\" tells how it is used\n";
+    return 2;
+}
+
+}  // namespace
 
 std::optional<CommandLine> readCommandLine(const std::vector<std::string>& arguments,
                                            std::ostream& out, std::ostream& err, int& status) {
@@ -21,10 +37,11 @@ std::optional<CommandLine> readCommandLine(const std::vector<std::string>& argum
         "FILE", line.files,
         "Shredded at once when the program starts; shown when it is running already");
     try {
-        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
-        program.parse(std::move(reversed));
-    } catch (const CLI::ParseError& error) {
-        status = program.exit(error, out, err) == 0 ? 0 : 2;
+        std::vector<std::string> words = withoutLists(arguments);
+        std::ranges::reverse(words);  // as the parser wants them
+        program.parse(std::move(words));
+    } catch (const CLI::ParseError& outcome) {
+        status = tell(program, outcome, out, err);
         return std::nullopt;
     }
     for (std::string& file : line.files) {

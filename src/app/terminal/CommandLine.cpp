@@ -4,20 +4,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "app/CommandLineWords.h"
 #include "app/terminal/Commands.h"
 #include "platform/AccountFolders.h"
 
 namespace dorvanel::terminal {
 namespace {
-
-/// The parser takes a word in brackets for a list of words: a file named "[a,b]" would become the
-/// files "a" and "b". With "./" before it, it names the same file and is left alone.
-std::vector<std::string> withoutLists(std::vector<std::string> words) {
-    for (std::string& word : words) {
-        if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
-    }
-    return words;
-}
 
 /// Help and version go to `out`, complaints to `err`.
 ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Terminal& terminal) {
