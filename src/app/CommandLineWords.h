@@ -6,11 +6,13 @@
 namespace dorvanel {
 
 /// The words of a command line, as the parser may have them. It takes a word in brackets for a list
-/// of words: a file named "[a,b]" would become the files "a" and "b". With "./" before it, it names
-/// the same file and is left alone.
-inline std::vector<std::string> withoutLists(std::vector<std::string> words) {
+/// of words, so that a file named "[a,b]" would become the files "a" and "b", and "++" for the end of
+/// a subcommand, which is passed over. With "./" before it, each names the same file and is left
+/// alone.
+inline std::vector<std::string> plainWords(std::vector<std::string> words) {
     for (std::string& word : words) {
-        if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
+        const bool isList = word.starts_with('[') && word.ends_with(']');
+        if (isList || word == "++") word.insert(0, "./");
     }
     return words;
 }

@@ -41,7 +41,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
-    std::vector<std::string> words = withoutLists(arguments);
+    std::vector<std::string> words = plainWords(arguments);
     std::reverse(words.begin(), words.end());  // as the parser wants them
     try {
         program.parse(std::move(words));

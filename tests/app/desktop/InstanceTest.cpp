@@ -123,6 +123,12 @@ TEST_F(CommandLineTest, AWordInBracketsIsOneFileAndNotAListOfFiles) {
     EXPECT_EQ(line->action, "");
 }
 
+TEST_F(CommandLineTest, AFileWithoutANameIsRefused) {
+    EXPECT_FALSE(read({"a", ""}));
+    EXPECT_EQ(status, 2);
+    EXPECT_THAT(err.str(), HasSubstr("\"\": Invalid argument"));
+}
+
 TEST_F(CommandLineTest, AFileNamedLikeAnOptionSteersNoTerminal) {
     EXPECT_FALSE(read({"--\x1b[31mred"}));
     EXPECT_EQ(status, 2);
