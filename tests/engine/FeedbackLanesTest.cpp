@@ -76,7 +76,7 @@ TEST_P(FeedbackLanesTest, WordsOfEverySizeEqualTheSteppedOnesAndNothingIsWritten
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, FeedbackLanesTest,
+INSTANTIATE_TEST_SUITE_P(With, FeedbackLanesTest,
                          ::testing::Values(With{Instructions::best, "BestInstructions"},
                                            With{Instructions::baseline, "BaselineInstructions"}),
                          [](const auto& test) { return std::string(test.param.name); });

@@ -20,7 +20,7 @@ struct Place {
 };
 
 void PrintTo(const Place& place, std::ostream* stream) {
-    *stream << place.executable;
+    *stream << ::testing::PrintToString(std::string_view(place.executable));
 }
 
 class BundlePlaceTest : public ::testing::TestWithParam<Place> {};
