@@ -23,7 +23,7 @@ using Seconds = std::chrono::duration<double>;
 
 /// Files of 0 to 640 KiB in 20 folders.
 std::string makeTree(const std::string& folder, int files) {
-    const std::string tree = folder + "/tree";
+    std::string tree = folder + "/tree";
     for (int i = 0; i < files; ++i) {
         const std::size_t size = static_cast<std::size_t>(i) * static_cast<std::size_t>(i) * 7919;
         test::writeFile(tree + "/album-" + std::to_string(i % 20) + "/" + std::to_string(i),

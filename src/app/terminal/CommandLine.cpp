@@ -4,20 +4,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "app/CommandLineWords.h"
 #include "app/terminal/Commands.h"
 #include "platform/AccountFolders.h"
 
 namespace dorvanel::terminal {
 namespace {
-
-/// The parser takes a word in brackets among several words for a list: a file named "[a,b]" would
-/// become the files "a" and "b". With "./" before it, it names the same file and is left alone.
-std::vector<std::string> withoutLists(std::vector<std::string> words) {
-    for (auto word = std::find(words.begin(), words.end(), "shred"); word != words.end(); ++word) {
-        if (word->starts_with('[') && word->ends_with(']')) word->insert(0, "./");
-    }
-    return words;
-}
 
 /// Help and version go to `out`, complaints to `err`.
 ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Terminal& terminal) {
@@ -49,7 +41,8 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
-    std::vector<std::string> words = withoutLists(arguments);
+    std::vector<std::string> words = arguments;
+    makePlainFileNames({std::find(words.begin(), words.end(), "shred"), words.end()});
     std::reverse(words.begin(), words.end());  // as the parser wants them
     try {
         program.parse(std::move(words));
