@@ -7,13 +7,17 @@ import subprocess
 INTRODUCTION = """# Benchmarks
 
 What `./dev bench --write` measured: the same data, shredded by dorvanel and by other programs in
-turns. Machines differ, so the ratios count and not the times. "x dorvanel" is a program's time over
-dorvanel's: above 1, dorvanel is faster. "Plain random()" makes the same writes and calls the C
-library's generator for every word of every buffer; "bare system calls" makes the same system calls
-and computes nothing; "write limit" only writes over an existing file and removes nothing. On disk a
-program that does not flush is followed by a flush of the file system.
+turns, and at the end three costs of our own. Machines differ, so the ratios count and not the
+times. "x dorvanel" is a program's time over dorvanel's: above 1, dorvanel is faster. "Plain
+random()" makes the same writes and calls the C library's generator for every word of every buffer;
+"bare system calls" makes the same system calls and computes nothing; "write limit" only writes over
+an existing file and removes nothing. On disk a program that does not flush is followed by a flush
+of the file system.
 
 """
+
+# What follows this heading is written by people and kept.
+BY_HAND = "## What limits these figures\n"
 
 
 def machine(systems, repetitions):
@@ -184,7 +188,13 @@ def goals(tables):
     return "### Goals\n\n" + markdown(["row", "goal", "measured", ""], all_goals.rows)
 
 
-def page(described, told_goals, tables):
+def other(title, told):
+    """What one of our own programs printed."""
+    return f"### {title}\n\n```text\n{told.strip()}\n```\n"
+
+
+def page(described, told_goals, measured):
     """The whole of docs/benchmarks.md."""
-    parts = [told_goals, *(table(t) for t in tables)]
+    parts = [told_goals, *(table(t) for t in measured.tables)]
+    parts += [other(title, told) for title, told in measured.others]
     return INTRODUCTION + described + "\n" + "\n".join(parts)

@@ -65,6 +65,7 @@ class Bench:
         self.programs = Programs(options.bin, self.homes)
         self.measure = os.path.join(options.bin, "bench_measure")
         self.tables = []
+        self.others = []  # (title, what the program printed)
 
     def run_once(self, table, program, folder):
         os.makedirs(folder, exist_ok=True)
@@ -126,6 +127,29 @@ class Bench:
         self.table("start", "tmpfs", datasets.one_small_file(), starts, repetitions=21)
         folder = datasets.one_folder(1000 if quick else 100000)
         self.table("folder", "tmpfs", folder, programs.for_one_folder(), repetitions=1)
+        rounds = str(self.options.repetitions)
+        window = ["window_cost", self.scratch["tmpfs"], rounds, "20" if quick else "2000"]
+        self.other("A run with the window open, tmpfs", *window)
+        self.other("One watch pass, and an idle hour of watching", "watch_cost")
+        self.other("All collectors, the work doubled, tmpfs", "targets_scaling", rounds)
+
+    def other(self, title, program, *arguments):
+        """What a program of our own measures by itself, where it was built."""
+        path = os.path.join(self.options.bin, program)
+        if not os.path.exists(path) or not re.search(self.options.only or "", program):
+            return
+        os.makedirs(self.homes, exist_ok=True)
+        settings = {"TMPDIR": self.homes, "QT_QPA_PLATFORM": "offscreen"}
+        told = subprocess.run(
+            [path, *arguments],
+            check=True,
+            env=os.environ | settings,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL,
+            text=True,
+        ).stdout
+        self.others.append((title, told))
+        print(report.other(title, told), flush=True)
 
 
 def parse():
@@ -155,6 +179,19 @@ def parse():
     return options
 
 
+def keep(page):
+    """Replaces docs/benchmarks.md but for what people wrote at its end."""
+    root = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+    path = os.path.join(root, "docs", "benchmarks.md")
+    written = ""
+    if os.path.exists(path):
+        with open(path, encoding="utf-8") as file:
+            _, heading, rest = file.read().partition(report.BY_HAND)
+            written = heading + rest
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(page + "\n" + (written or report.BY_HAND))
+
+
 def main():
     options = parse()
     scratch = {}
@@ -177,9 +214,7 @@ def main():
         for folder in scratch.values():
             shutil.rmtree(folder, ignore_errors=True)
     if options.write:
-        root = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-        with open(os.path.join(root, "docs", "benchmarks.md"), "w", encoding="utf-8") as file:
-            file.write(report.page(described, goals, bench.tables))
+        keep(report.page(described, goals, bench))
     return 0
 
 

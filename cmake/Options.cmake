@@ -5,6 +5,10 @@ target_compile_options(
   dorvanel_options
   INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
             -Wformat=2 -Werror=return-type -fstack-protector-strong)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # It sees overlaps in joined strings that cannot be: https://gcc.gnu.org/PR105329, mended in 13.
+  target_compile_options(dorvanel_options INTERFACE -Wno-restrict)
+endif()
 target_compile_definitions(dorvanel_options INTERFACE DORVANEL_VERSION="${PROJECT_VERSION}")
 target_link_options(dorvanel_options INTERFACE -Wl,-z,relro,-z,now -Wl,-z,noexecstack)
 

@@ -64,12 +64,13 @@ class FileAccess {
     /// What the last request did; complete when `shredDroppedFile` has returned.
     [[nodiscard]] const Outcome& outcome() const { return outcome_; }
 
-    /// Ends the request at hand after the current block: nothing more is overwritten or removed,
-    /// and the outcome says what is left and where.
+    /// Ends the request at hand after the current block, and every later one before its first:
+    /// nothing more is overwritten or removed, and the outcome says what is left and where.
     void requestStop() { stop_.store(true, std::memory_order_relaxed); }
     [[nodiscard]] bool stopRequested() const { return stop_.load(std::memory_order_relaxed); }
 
-    /// Bytes of the request and bytes taken in hand; any thread may look.
+    /// Bytes of the request and bytes taken in hand, for the outlets while they are told of the
+    /// progress: the request's thread.
     [[nodiscard]] std::uint64_t deepPathSize() const { return overwriter_.mDeepPathSize; }
     [[nodiscard]] std::uint64_t deepShreddedSize() const { return overwriter_.mDeepShreddedSize; }
 

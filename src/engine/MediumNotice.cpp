@@ -12,7 +12,7 @@ using platform::Medium;
 std::string reasonOf(const Medium& medium) {
     switch (medium.kind) {
         case Medium::Kind::overwritable:
-            return {};
+            break;
         case Medium::Kind::copyOnWrite:
             return medium.fileSystem + " writes to other blocks";
         case Medium::Kind::overlay:

@@ -68,8 +68,6 @@ class SystemCalls {
     /// Bytes written at `offset`, possibly fewer than `size`.
     virtual std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
                                    std::uint64_t offset) = 0;
-    /// Asks the system to begin bringing a range to the medium, without waiting.
-    virtual int startFlush(int file, std::uint64_t offset, std::uint64_t size) = 0;
     /// Brings the file's contents to the medium.
     virtual int flushFile(int file) = 0;
     /// Brings everything on the file's file system to the medium.

@@ -132,8 +132,6 @@ bool ShreddingRun::applicationsQuit() {
         case restart:
             kalvet_logger("User selected Restart");
             break;
-        default:
-            break;
     }
     BrowserWatch& watch = parts_.browserWatch;
     watch.invalidateTimer();

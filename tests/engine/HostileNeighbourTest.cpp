@@ -6,6 +6,7 @@
 #include <mutex>
 #include <stop_token>
 #include <thread>
+#include <utility>
 
 #include "support/Disk.h"
 #include "support/EngineFixture.h"
@@ -108,6 +109,27 @@ class HostileNeighbourTest : public EngineFixture {
         EXPECT_GT(attacks_, 20);
     }
 
+    /// Shreds the tree with a link in it whose way leads to the victims from the first `operation`
+    /// on.
+    void turnTheLinkBefore(const std::string& operation) {
+        writeFile(folder / "way/file", "the user's");
+        fs::create_directories(folder / "parent/tree");
+        fs::create_symlink(folder / "way/file", folder / "parent/tree/link");
+        bool turned = false;
+        faulty.before = [&](const std::string& next, const std::string&) {
+            if (next != operation || std::exchange(turned, true)) return;
+            fs::rename(folder / "way", folder / "former way");
+            fs::create_symlink(victims.path(), folder / "way");
+        };
+        const Outcome& outcome = shred({folder / "parent/tree"});
+        faulty.before = {};
+        EXPECT_TRUE(turned);
+        expectVictimsUnharmed("with the way turned");
+        EXPECT_EQ(readFile(folder / "former way/file"), "the user's");
+        EXPECT_EQ(outcome.notOverwritten, 1U);
+        EXPECT_THAT(outcome.troubles, Contains(Field(&Outcome::Trouble::operation, "follow")));
+    }
+
     TemporaryFolder victims;
     TemporaryFolder asides;  ///< what was swapped
     mutable std::atomic<int> swaps_ = 0;
@@ -208,18 +230,11 @@ TEST_F(HostileNeighbourTest, ALinkThatTheUserHadIsFollowedToWhereItLed) {
 
 TEST_F(HostileNeighbourTest, ALinkOfTheUserThatIsTurnedElsewhereOnItsWayIsNotFollowedAndIsTold) {
     makeItem();
-    writeFile(folder / "way/file", "the user's");
-    fs::create_symlink(folder / "way/file", folder / "parent/tree/link");
-    faulty.before = [&](const std::string& operation, const std::string&) {
-        if (operation != "makeFolder") return;
-        fs::rename(folder / "way", folder / "former way");
-        fs::create_symlink(victims.path(), folder / "way");
-    };
-    const Outcome& outcome = shred({folder / "parent/tree"});
-    expectVictimsUnharmed("with the way turned");
-    EXPECT_EQ(readFile(folder / "former way/file"), "the user's");
-    EXPECT_EQ(outcome.notOverwritten, 1U);
-    EXPECT_THAT(outcome.troubles, Contains(Field(&Outcome::Trouble::operation, "follow")));
+    turnTheLinkBefore("makeFolder");
+}
+
+TEST_F(HostileNeighbourTest, ALinkOfTheUserThatIsTurnedAfterTheLookIsNotWrittenThroughAndIsTold) {
+    turnTheLinkBefore("openFile");
 }
 
 TEST_F(HostileNeighbourTest, SwappingForThousandsOfRoundsHarmsNobody) {

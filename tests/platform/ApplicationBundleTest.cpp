@@ -19,6 +19,10 @@ struct Place {
     const char* bundle;
 };
 
+void PrintTo(const Place& place, std::ostream* stream) {
+    *stream << ::testing::PrintToString(std::string_view(place.executable));
+}
+
 class BundlePlaceTest : public ::testing::TestWithParam<Place> {};
 
 TEST_P(BundlePlaceTest, IsFoundFromTheExecutable) {

@@ -125,6 +125,10 @@ struct Name {
     bool plain;
 };
 
+void PrintTo(const Name& name, std::ostream* stream) {
+    *stream << ::testing::PrintToString(std::string_view(name.text));
+}
+
 class LoginNameTest : public ::testing::TestWithParam<Name> {};
 
 TEST_P(LoginNameTest, IsPlainWhenAShellAndPsReadItAsOneName) {

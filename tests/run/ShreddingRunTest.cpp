@@ -362,22 +362,5 @@ TEST_F(ShreddingRunTest, CompletedIsWrittenWhateverHappenedToTheItems) {
     EXPECT_EQ(reports.at(0).outcome.items, 0U);
 }
 
-TEST_F(ShreddingRunTest, TwoHundredRunsInARowLeakNoDescriptor) {
-    preferences.set("ShredCache", true);
-    const auto descriptors = [] {
-        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                             std::filesystem::directory_iterator());
-    };
-    const auto before = descriptors();
-    for (int i = 0; i < 200; ++i) {
-        addSafariCache();
-        run.shredAndNothing();
-        run.waitForWorker();
-        ASSERT_FALSE(std::filesystem::exists(home / "Library/Caches/Safari"));
-    }
-    EXPECT_EQ(descriptors(), before);
-    EXPECT_EQ(reports.size(), 200U);
-}
-
 }  // namespace
 }  // namespace dorvanel::test

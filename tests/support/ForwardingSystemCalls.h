@@ -53,9 +53,6 @@ class ForwardingSystemCalls : public platform::SystemCalls {
                            std::uint64_t offset) override {
         return inner_.writeAt(file, data, size, offset);
     }
-    int startFlush(int file, std::uint64_t offset, std::uint64_t size) override {
-        return inner_.startFlush(file, offset, size);
-    }
     int flushFile(int file) override { return inner_.flushFile(file); }
     int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
     int livesInMemory(int file) override { return inner_.livesInMemory(file); }

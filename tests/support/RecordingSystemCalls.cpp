@@ -78,9 +78,6 @@ std::ptrdiff_t RecordingSystemCalls::writeAt(int file, const void* data, std::si
     calls.push_back({"writeAt", file, {}, {}, offset, size, contentHash(data, size)});
     return ForwardingSystemCalls::writeAt(file, data, size, offset);
 }
-int RecordingSystemCalls::startFlush(int file, std::uint64_t offset, std::uint64_t size) {
-    return remember("startFlush", file, "", ForwardingSystemCalls::startFlush(file, offset, size));
-}
 int RecordingSystemCalls::flushFile(int file) {
     return remember("flushFile", file, "", ForwardingSystemCalls::flushFile(file));
 }

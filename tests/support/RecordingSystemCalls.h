@@ -46,7 +46,6 @@ class RecordingSystemCalls final : public ForwardingSystemCalls {
     int removeFolder(int folder, const char* name) override;
     std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
                            std::uint64_t offset) override;
-    int startFlush(int file, std::uint64_t offset, std::uint64_t size) override;
     int flushFile(int file) override;
     int flushFileSystem(int file) override;
 

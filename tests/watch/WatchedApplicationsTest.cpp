@@ -54,6 +54,10 @@ struct Line {
     std::string_view application;  // by test string; "" for none
 };
 
+void PrintTo(const Line& line, std::ostream* stream) {
+    *stream << ::testing::PrintToString(line.text);
+}
+
 class ListingLineTest : public ::testing::TestWithParam<Line> {};
 
 TEST_P(ListingLineTest, IsCreditedToTheFirstApplicationItNames) {

@@ -24,7 +24,7 @@ Desktop::~Desktop() {
     documents_.clear();
 }
 
-bool Desktop::launch(std::vector<std::string> droppedItems) {
+bool Desktop::launch(const std::vector<std::string>& droppedItems) {
     if (!makeWindow()) {
         services_.log.log("Failed to load MainMenu.nib");
         workspace_.beep();

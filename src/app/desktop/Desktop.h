@@ -50,7 +50,7 @@ class Desktop final : public QObject, private RunObserver {
 
     /// Loads the interface and launches the controller. `droppedItems` are shredded at once. False
     /// when the interface cannot be loaded, which the system's log and a beep have then told.
-    bool launch(std::vector<std::string> droppedItems);
+    bool launch(const std::vector<std::string>& droppedItems);
 
     /// The main loop, until the program has quit.
     void run() { loop_.run(); }

@@ -4,20 +4,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "app/CommandLineWords.h"
 #include "app/terminal/Commands.h"
 #include "platform/AccountFolders.h"
 
 namespace dorvanel::terminal {
 namespace {
-
-/// The parser takes a word in brackets for a list of words: a file named "[a,b]" would become the
-/// files "a" and "b". With "./" before it, it names the same file and is left alone.
-std::vector<std::string> withoutLists(std::vector<std::string> words) {
-    for (std::string& word : words) {
-        if (word.starts_with('[') && word.ends_with(']')) word.insert(0, "./");
-    }
-    return words;
-}
 
 /// Help and version go to `out`, complaints to `err`.
 ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Terminal& terminal) {
@@ -38,7 +30,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
                      "dorvanel");
     Command command;
     Action& chosen = command.action;
-    program.require_subcommand(1);
+    program.require_subcommand(0, 1);  // an unknown command is then told by its name
     program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION);
     program.add_option("--home", command.home, "Use DIR as the home folder")->type_name("DIR");
     addShredCommand(program, chosen);
@@ -49,10 +41,12 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
-    std::vector<std::string> words = withoutLists(arguments);
+    std::vector<std::string> words = arguments;
+    makePlainFileNames({std::find(words.begin(), words.end(), "shred"), words.end()});
     std::reverse(words.begin(), words.end());  // as the parser wants them
     try {
         program.parse(std::move(words));
+        if (!chosen) throw CLI::RequiredError("A command");
     } catch (const CLI::ParseError& outcome) {
         ended = tell(program, outcome, terminal);
         return std::nullopt;

@@ -18,8 +18,7 @@ constexpr int narrowestName = 4;
 std::string bar(int columns, double percent) {
     const int room = columns - 2;
     const int full = static_cast<int>(room * percent / 100);
-    return "[" + std::string(static_cast<std::size_t>(full), '#') +
-           std::string(static_cast<std::size_t>(room - full), '-') + "]";
+    return fmt::format("[{:#<{}}{:-<{}}]", "", full, "", room - full);
 }
 
 }  // namespace

@@ -147,12 +147,6 @@ class LinuxSystemCalls final : public SystemCalls {
                            std::uint64_t offset) override {
         return called([&] { return ::pwrite(file, data, size, static_cast<off_t>(offset)); });
     }
-    int startFlush(int file, std::uint64_t offset, std::uint64_t size) override {
-        return called([&] {
-            return ::sync_file_range(file, static_cast<off_t>(offset), static_cast<off_t>(size),
-                                     SYNC_FILE_RANGE_WRITE);
-        });
-    }
     int flushFile(int file) override {
         return called([&] { return ::fdatasync(file); });
     }

@@ -15,6 +15,7 @@ namespace {
 using desktop::SingleInstance;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 /// A session bus of the test's own, and two connections to it: two programs.
 class InstanceTest : public ::testing::Test {
@@ -112,6 +113,28 @@ TEST_F(CommandLineTest, FilesAreMadeAbsoluteAndStayBytes) {
     ASSERT_TRUE(line);
     const std::string here = std::filesystem::current_path().native();
     EXPECT_THAT(line->files, ElementsAre(here + "/a b", "/tmp/\xff", here + "/--action"));
+}
+
+TEST_F(CommandLineTest, AWordInBracketsIsOneFileAndNotAListOfFiles) {
+    const auto line = read({"[a,b]", "--", "[]", "[--action]"});
+    ASSERT_TRUE(line);
+    const std::string here = std::filesystem::current_path().native();
+    EXPECT_THAT(line->files, ElementsAre(here + "/[a,b]", here + "/[]", here + "/[--action]"));
+    EXPECT_EQ(line->action, "");
+}
+
+TEST_F(CommandLineTest, AFileWithoutANameIsRefused) {
+    EXPECT_FALSE(read({"a", ""}));
+    EXPECT_EQ(status, 2);
+    EXPECT_THAT(err.str(), HasSubstr("\"\": Invalid argument"));
+}
+
+TEST_F(CommandLineTest, AFileNamedLikeAnOptionSteersNoTerminal) {
+    EXPECT_FALSE(read({"--\x1b[31mred"}));
+    EXPECT_EQ(status, 2);
+    EXPECT_THAT(err.str(), HasSubstr("[31mred"));
+    EXPECT_THAT(err.str(), Not(HasSubstr("\x1b")));
+    EXPECT_EQ(out.str(), "");
 }
 
 TEST_F(CommandLineTest, AnActionIsOneOfTheLaunchers) {

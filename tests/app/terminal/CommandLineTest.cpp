@@ -47,6 +47,13 @@ TEST_F(CommandLineTest, BadUsageIsToldOnStandardError) {
     }
 }
 
+TEST_F(CommandLineTest, AnUnknownCommandIsNamed) {
+    EXPECT_EQ(console.run({"shed", "file"}), 2);
+    EXPECT_NE(console.err.str().find("shed"), std::string::npos) << console.err.str();
+    EXPECT_EQ(console.run({}), 2);
+    EXPECT_NE(console.err.str().find("A command is required"), std::string::npos);
+}
+
 TEST_F(CommandLineTest, HomeStandsForTheHomeFolderBeforeAndAfterTheCommand) {
     const std::string other = home / "other";
     std::filesystem::create_directory(other);

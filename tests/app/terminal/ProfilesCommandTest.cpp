@@ -89,6 +89,13 @@ TEST_F(ProfilesCommandTest, AnUnknownNameAndAHeadingAreRefused) {
     EXPECT_EQ(profiles({}), "Netscape/Mozilla\n[x] default\n");
 }
 
+TEST_F(ProfilesCommandTest, ANameInBracketsIsANameLikeAnyOther) {
+    addFirefox("[a,b]");
+    profiles({"deselect", "[a,b]"});
+    EXPECT_EQ(status, terminal::ExitStatus::done) << err;
+    EXPECT_EQ(profiles({}), "\nFirefox\n[ ] [a,b]\n");
+}
+
 TEST_F(ProfilesCommandTest, ATitleThatTheMenuShortensIsNoName) {
     addFirefox("k3.work");
     profiles({"deselect", "work"});

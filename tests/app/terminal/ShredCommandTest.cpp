@@ -82,6 +82,12 @@ TEST_F(ShredCommandTest, HostileNamesAreFilesLikeAnyOther) {
     EXPECT_EQ(names(), Words{});
 }
 
+TEST_F(ShredCommandTest, AWordThatTheParserKnowsIsAFileToo) {
+    for (const char* name : {"++", "%%", "{}", "log", "-"}) writeFile(work / name, "x");
+    EXPECT_EQ(console.run({"shred", "log", "++", "%%", "{}", "-"}), 0);
+    EXPECT_EQ(names(), Words{});
+}
+
 TEST_F(ShredCommandTest, AWordInBracketsIsOneFile) {
     for (const char* name : {"[a,b]", "a", "b"}) writeFile(work / name, "x");
     EXPECT_EQ(console.run({"shred", "[a,b]"}), 0);
