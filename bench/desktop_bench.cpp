@@ -1,8 +1,9 @@
-// What the open window costs a run: the same tree is shredded by the engine alone and by the
-// desktop program's worker, in turn, with the main loop alive and the progress shown. Prints
-// seconds.
+// What the open window costs a run: the same tree is shredded by the engine alone, by the terminal
+// program and by the desktop program's worker, in turn, with the main loop alive and the progress
+// shown. Prints seconds.
 //   window_cost FOLDER [ROUNDS [FILES]]     FOLDER lies where the shredding is to be measured
 #include <QApplication>
+#include <QProcess>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -64,6 +65,8 @@ int main(int argc, char** argv) {
     const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
     defaults->setInteger(2, "NumberOfWrites");  // one pass
     defaults->setBool(false, "BrowserWatch");
+    if (!defaults->synchronize()) return 1;  // the terminal program reads the same
+    const QString terminal = QApplication::applicationDirPath() + "/dorvanel";
     const auto preferences = Preferences::sharedInstance(*defaults);
     const auto system = platform::makeSystemCalls();
     const auto draws = makeDrawSequence();
@@ -74,7 +77,7 @@ int main(int argc, char** argv) {
     const auto medium = platform::makeMediumInspector();
     const std::string resources = platform::resourcesFolder();
 
-    std::vector<double> alone, windowed;
+    std::vector<double> alone, terminals, windowed;
     for (int round = 0; round < rounds; ++round) {
         {
             std::vector<std::string> items = {makeTree(folder, files)};
@@ -85,6 +88,15 @@ int main(int argc, char** argv) {
             const auto start = std::chrono::steady_clock::now();
             engine.shredDroppedFile(items);
             alone.push_back(Seconds(std::chrono::steady_clock::now() - start).count());
+        }
+        {
+            QProcess shredding;
+            shredding.setStandardOutputFile(QProcess::nullDevice());
+            const QString tree = QString::fromStdString(makeTree(folder, files));
+            const auto start = std::chrono::steady_clock::now();
+            shredding.start(terminal, {"shred", tree});
+            if (!shredding.waitForFinished(-1) || shredding.exitCode() != 0) return 1;
+            terminals.push_back(Seconds(std::chrono::steady_clock::now() - start).count());
         }
         desktop::Desktop program({*system, platform::systemClock(), *draws,
                                   platform::defaultFileManager(), *defaults, *preferences, *listing,
@@ -107,10 +119,14 @@ int main(int argc, char** argv) {
         });
         program.run();
         windowed.push_back(Seconds(end - start).count());
-        std::printf("%d: alone %.3f s, with the window %.3f s\n", round + 1, alone.back(),
-                    windowed.back());
+        std::printf("%d: engine %.3f s, terminal program %.3f s, with the window %.3f s\n",
+                    round + 1, alone.back(), terminals.back(), windowed.back());
     }
-    std::printf("median: alone %.3f s, with the window %.3f s (%+.1f %%)\n", median(alone),
-                median(windowed), 100 * (median(windowed) / median(alone) - 1));
+    const double engine = median(alone), terminalOnly = median(terminals),
+                 window = median(windowed);
+    std::printf("median: engine %.3f s, terminal program %.3f s, with the window %.3f s\n", engine,
+                terminalOnly, window);
+    std::printf("the window adds %+.1f %% to the engine, %+.1f %% to the terminal program\n",
+                100 * (window / engine - 1), 100 * (window / terminalOnly - 1));
     return 0;
 }
