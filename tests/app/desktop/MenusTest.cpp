@@ -1,35 +1,11 @@
-#include <QDesktopServices>
 #include <QMenu>
 #include <QMenuBar>
 
 #include "DesktopFixture.h"
+#include "OpenedAddresses.h"
 
 namespace dorvanel::test {
 namespace {
-
-/// Takes the addresses that the program opens, in place of the desktop's own programs.
-class OpenedAddresses final : public QObject {
-    Q_OBJECT
-
-  public:
-    OpenedAddresses() {
-        for (const char* scheme : schemes) {
-            QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "open");
-        }
-    }
-    ~OpenedAddresses() override {
-        for (const char* scheme : schemes) {
-            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
-        }
-    }
-    QStringList addresses;
-
-  public slots:
-    void open(const QUrl& url) { addresses << url.toString(QUrl::FullyEncoded); }
-
-  private:
-    static constexpr std::array<const char*, 2> schemes = {"mailto", "https"};
-};
 
 class MenusTest : public DesktopFixture {
   protected:
@@ -110,5 +86,3 @@ TEST_F(MenusTest, TheIconIsThereInEverySize) {
 
 }  // namespace
 }  // namespace dorvanel::test
-
-#include "MenusTest.moc"
