@@ -28,7 +28,7 @@ std::vector<std::string> draggedPaths(const QMimeData& data) {
 }  // namespace
 
 std::unique_ptr<MainWindow> MainWindow::create(std::unique_ptr<QWidget> mainMenu,
-                                               AfterDisplay afterDisplay) {
+                                               const AfterDisplay& afterDisplay) {
     std::unique_ptr<MainWindow> made(new MainWindow);
     made->window_ = qobject_cast<QMainWindow*>(mainMenu.get());
     made->owner_ = std::move(mainMenu);

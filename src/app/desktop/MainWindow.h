@@ -31,7 +31,7 @@ class MainWindow final : public QObject {
   public:
     /// Null when something is missing in `mainMenu`, the file's top widget.
     static std::unique_ptr<MainWindow> create(std::unique_ptr<QWidget> mainMenu,
-                                              AfterDisplay afterDisplay);
+                                              const AfterDisplay& afterDisplay);
 
     void setActions(const MainWindowActions& actions);
 
