@@ -42,8 +42,7 @@ std::optional<CommandLine> readCommandLine(const std::vector<std::string>& argum
         "FILE", line.files,
         "Shredded at once when the program starts; shown when it is running already");
     try {
-        std::vector<std::string> words = arguments;
-        makePlainFileNames(words);
+        std::vector<std::string> words = plainFileNames(arguments);
         std::ranges::reverse(words);  // as the parser wants them
         program.parse(std::move(words));
     } catch (const CLI::ParseError& outcome) {

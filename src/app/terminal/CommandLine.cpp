@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include "app/CommandLineWords.h"
@@ -41,8 +42,9 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
-    std::vector<std::string> words = arguments;
-    makePlainFileNames({std::find(words.begin(), words.end(), "shred"), words.end()});
+    const auto shred = std::find(arguments.begin(), arguments.end(), "shred");
+    std::vector<std::string> words(arguments.begin(), shred);
+    std::ranges::copy(plainFileNames({shred, arguments.end()}), std::back_inserter(words));
     std::reverse(words.begin(), words.end());  // as the parser wants them
     try {
         program.parse(std::move(words));

@@ -173,7 +173,7 @@ TEST_F(FullRunTest, AKilledRunLosesNothingUnlistedAndTheNextOneEndsClean) {
     const auto before = bystanders();
     set("NumberOfWrites", "16");
     ChildProcess run({DORVANEL_PROGRAM, "run", "--yes"});
-    const auto started = [this] {
+    const auto started = [] {
         const auto lines = LogCapture::linesNow();
         return std::find(lines.begin(), lines.end(), "Start Shredding Now") != lines.end();
     };

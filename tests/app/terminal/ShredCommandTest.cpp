@@ -88,6 +88,12 @@ TEST_F(ShredCommandTest, AWordThatTheParserKnowsIsAFileToo) {
     EXPECT_EQ(names(), Words{});
 }
 
+TEST_F(ShredCommandTest, BehindTwoDashesAWordIsAFileWhateverStandsBefore) {
+    for (const char* name : {"a", "-x", "--yes", "--", "b"}) writeFile(work / name, "x");
+    EXPECT_EQ(console.run({"shred", "a", "--", "-x", "--yes", "--", "b"}), 0) << console.err.str();
+    EXPECT_EQ(names(), Words{});
+}
+
 TEST_F(ShredCommandTest, AWordInBracketsIsOneFile) {
     for (const char* name : {"[a,b]", "a", "b"}) writeFile(work / name, "x");
     EXPECT_EQ(console.run({"shred", "[a,b]"}), 0);
