@@ -7,6 +7,7 @@
 
 #include "app/terminal/TestTerminal.h"
 #include "engine/ActivityLog.h"
+#include "platform/PropertyListDefaults.h"
 #include "support/ChildProcess.h"
 #include "support/FakeApplication.h"
 #include "support/LogCapture.h"
@@ -69,6 +70,14 @@ class FullRunTest : public ::testing::Test {
             shredding = shredding || line == "Start Shredding Now";
         }
         return text;
+    }
+
+    /// Returns early where the run ends before.
+    static void waitUntilShredding(const ChildProcess& run) {
+        while (run.isRunning()) {
+            const auto lines = LogCapture::linesNow();
+            if (std::find(lines.begin(), lines.end(), "Start Shredding Now") != lines.end()) return;
+        }
     }
 
     [[nodiscard]] std::size_t files() const {
@@ -146,9 +155,18 @@ TEST_F(FullRunTest, WithTheLogOffTheLogOfTheRunBeforeIsEmptied) {
 }
 
 TEST_F(FullRunTest, ARunSavesThePreferencesAndKeepsWhatItDoesNotKnow) {
+    const std::string file = platform::userDefaultsPath();
+    std::string stored = readFile(file);
+    ASSERT_THAT(stored, HasSubstr("</dict>"));
+    stored.insert(stored.rfind("</dict>"),
+                  "<key>Another program's</key><string>kept</string>"
+                  "<key>ShredHistory</key><false/>");  // the default, which a save leaves out
+    writeFile(file, stored);
     EXPECT_EQ(shell.run({"run", "--yes"}), 0);
-    EXPECT_EQ(shell.run({"prefs", "get", "ActivityLog"}), 0);
-    EXPECT_EQ(shell.out.str(), "YES\n");
+    stored = readFile(file);
+    EXPECT_THAT(stored, HasSubstr("Another program's"));
+    EXPECT_THAT(stored, HasSubstr("ActivityLog"));
+    EXPECT_THAT(stored, Not(HasSubstr("ShredHistory")));
 }
 
 TEST_F(FullRunTest, BadWordsTouchNothing) {
@@ -173,12 +191,7 @@ TEST_F(FullRunTest, AKilledRunLosesNothingUnlistedAndTheNextOneEndsClean) {
     const auto before = bystanders();
     set("NumberOfWrites", "16");
     ChildProcess run({DORVANEL_PROGRAM, "run", "--yes"});
-    const auto started = [] {
-        const auto lines = LogCapture::linesNow();
-        return std::find(lines.begin(), lines.end(), "Start Shredding Now") != lines.end();
-    };
-    while (run.isRunning() && !started()) {
-    }
+    waitUntilShredding(run);
     run.signal(SIGKILL);
     EXPECT_EQ(run.waitForEnd(), 128 + SIGKILL);
     EXPECT_TRUE(bystanders() == before);
@@ -191,14 +204,15 @@ TEST_F(FullRunTest, AKilledRunLosesNothingUnlistedAndTheNextOneEndsClean) {
 TEST_F(FullRunTest, AnInterruptEndsARunAfterTheBlockAndSaysWhatIsLeft) {
     writeFile(home / "Library/Caches/Safari/large", std::string(std::size_t{64} << 20, 'x'));
     set("NumberOfWrites", "16");
-    ChildProcess run({DORVANEL_PROGRAM, "run", "--yes"});
-    const auto started = [] {
-        const auto lines = LogCapture::linesNow();
-        return std::find(lines.begin(), lines.end(), "Start Shredding Now") != lines.end();
-    };
-    while (run.isRunning() && !started()) {
-    }
+    ChildProcess run({"sh", "-c", "exec \"$0\" run --yes 2>&1", DORVANEL_PROGRAM});
+    waitUntilShredding(run);
     run.signal(SIGINT);
+    std::string told;
+    for (std::string line = run.readLine(); !line.empty(); line = run.readLine()) {
+        told += line + "\n";
+    }
+    EXPECT_THAT(told, HasSubstr("; stopped\n"));
+    EXPECT_THAT(told, HasSubstr("dorvanel: left: " + home.path().string() + "/Library/"));
     EXPECT_EQ(run.waitForEnd(), 130);
 }
 
