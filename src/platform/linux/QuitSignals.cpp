@@ -35,7 +35,15 @@ class CaughtSignals final : public QuitSignals {
         sigemptyset(&action.sa_mask);
         sigaction(SIGINT, &action, &formerInterrupt_);
         sigaction(SIGTERM, &action, &formerTerminate_);
+        // The thread that waits for the count is not interrupted by what it waits for.
+        sigset_t counted;
+        sigset_t former;
+        sigemptyset(&counted);
+        sigaddset(&counted, SIGINT);
+        sigaddset(&counted, SIGTERM);
+        pthread_sigmask(SIG_BLOCK, &counted, &former);
         thread_ = std::thread([this, received = std::move(received)] { tell(received); });
+        pthread_sigmask(SIG_SETMASK, &former, nullptr);
     }
 
     ~CaughtSignals() override {
