@@ -130,9 +130,8 @@ class PropertyListDefaults final : public UserDefaults {
         for (const auto& [key, value] : changes_) apply(key, value, list.value());
 
         // Without a lock two writers must not share a temporary file.
-        std::string temporary = fs::path(file).filename().string();
-        temporary.insert(0, 1, '.').append(".new");
-        if (!lock.value().isHeld()) temporary.append("-").append(std::to_string(::getpid()));
+        std::string temporary = "." + fs::path(file).filename().string() + ".new";
+        if (!lock.value().isHeld()) temporary += "-" + std::to_string(::getpid());
         const std::string bytes = list.value().serialized();
         if (bytes.empty()) return Error{ENOMEM, "save preferences", file, {}};
         Result<Done> written = replaceFile(file, bytes, temporary);
