@@ -65,7 +65,7 @@ int DeletionHandler::openFolder(const TreeEntry& entry) {
     const int reference = openOurs(entry, Links::stay);
     if (reference >= 0) {
         system.changeMode(reference, everybody);
-        folder = parts_.batch.opened([&] { return system.reopenFolder(reference); });
+        folder = parts_.batch.opened([&] { return system.openFolder(reference, "."); });
         system.close(reference);
     }
     if (folder < 0 && folder != -ENOENT) parts_.outcome.note(pathOf(entry), "open", -folder);
@@ -80,7 +80,7 @@ int DeletionHandler::openWritable(const TreeEntry& entry, Links links) {
     const int reference = openOurs(entry, links);
     if (reference < 0) return file;
     system.changeMode(reference, everybody);
-    file = parts_.batch.opened([&] { return system.reopenFile(reference); });
+    file = parts_.batch.opened([&] { return system.openFile(entry.folder, entry.name, links); });
     system.close(reference);
     return file;
 }

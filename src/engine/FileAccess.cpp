@@ -61,6 +61,13 @@ void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
     progress_.showNow(std::string_view());
 }
 
+void FileAccess::shredItems(std::vector<HeldItem>& items) {
+    std::vector<std::string> paths;
+    for (const HeldItem& item : items) paths.push_back(item.path);
+    items.clear();
+    shredDroppedFile(paths);
+}
+
 void FileAccess::openDoc(platform::OpenPanel& panel,
                          const std::function<void(std::vector<std::string>)>& shred) {
     panel.setAllowsMultipleSelection(true);
@@ -188,7 +195,7 @@ int FileAccess::openParent(Holding& holding, const FileStatus* parent) {
 int FileAccess::makeHoldingAndMove(Holding& holding, const std::string& item) {
     SystemCalls& system = services_.system;
     const bool isItself = item == holding.name;  // left by a run that ended in this very second
-    const int made = isItself ? 0 : system.makeFolder(holding.parent, holding.name.c_str());
+    const int made = isItself ? 0 : system.makeFolder(holding.parent, holding.name.c_str(), 0700);
     if (made < 0 && made != -EEXIST) return made;
     holding.wasThere = isItself || made < 0;
     holding.opened =

@@ -10,6 +10,7 @@
 #include "engine/DrawSequence.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/HeldItem.h"
 #include "engine/LinkTargets.h"
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
@@ -42,6 +43,14 @@ class FileAccess {
     /// Shreds every item of the list, absolute paths in bytes, one after another, and empties the
     /// list. Items that do not exist are passed over. Nothing is reported; see `outcome`.
     void shredDroppedFile(std::vector<std::string>& paths);
+
+    /// The same for items that somebody has looked at and holds since: these very items are
+    /// shredded, or told to have gone. Empties the list.
+    void shredItems(std::vector<HeldItem>& items);
+
+    /// Folders that no later request may touch, under whatever name and by whatever mount: the home
+    /// folder and those above it. An item that is or holds one is left whole, and told.
+    void protect(std::vector<Identity> folders) { protected_ = std::move(folders); }
 
     /// Lets the user pick files, and has `shred` shred what was picked. Main thread.
     static void openDoc(platform::OpenPanel& panel,
@@ -107,6 +116,7 @@ class FileAccess {
     FlushBatch batch_;
     TreeWalk walk_;
     LinkTargets targets_;  ///< of the request
+    std::vector<Identity> protected_;
     Outcome outcome_;
 };
 

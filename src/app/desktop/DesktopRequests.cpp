@@ -103,7 +103,7 @@ std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& i
             reasons << QStringLiteral("“%1” %2").arg(displayText(complaint.argument),
                                                      displayText(complaint.reason));
         }
-        if (reasons.isEmpty()) return checked.paths;
+        if (reasons.isEmpty()) return checked.paths();
     }
     window_->showMessage(QStringLiteral("Nothing was shredded: ") + reasons.first(),
                          reasons.size() > 1 ? reasons.join(u'\n') : QString());
