@@ -39,7 +39,7 @@ bool isRootInAnothersHome() {
 }
 
 Result<Done> becomeOwnerOfHome() {
-    const Result<Done> checked = checkHomeDirectory();
+    Result<Done> checked = checkHomeDirectory();
     if (!checked) return checked;
     const auto others = othersHome();
     if (!others) return others.error();
