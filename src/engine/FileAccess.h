@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,10 +11,11 @@
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
+#include "engine/ItemShredder.h"
 #include "engine/LinkTargets.h"
+#include "engine/NameRemover.h"
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
-#include "engine/TreeWalk.h"
 #include "platform/Clock.h"
 #include "platform/OpenPanel.h"
 #include "platform/Outlets.h"
@@ -40,7 +42,8 @@ class FileAccess {
     FileAccess& operator=(const FileAccess&) = delete;
 
     /// Shreds every item of the list, absolute paths in bytes, one after another, and empties the
-    /// list. Items that do not exist are passed over. Nothing is reported; see `outcome`.
+    /// list. Items that do not exist are passed over. Nothing is reported and nothing thrown; see
+    /// `outcome`.
     void shredDroppedFile(std::vector<std::string>& paths);
 
     /// The same for items that somebody has looked at and holds since: these very items are
@@ -51,8 +54,9 @@ class FileAccess {
     /// folder and those above it. An item that is or holds one is left whole, and told.
     void protect(std::vector<Identity> folders) { protected_ = std::move(folders); }
 
-    /// Lets the user pick files and shreds them at once. Main thread.
-    void openDoc(platform::OpenPanel& panel);
+    /// Lets the user pick files, and has `shred` shred what was picked. Main thread.
+    static void openDoc(platform::OpenPanel& panel,
+                        const std::function<void(std::vector<std::string>)>& shred);
 
     /// Overwrites one file, a link's target in place of the link; does not remove it. Nothing
     /// happens where the path leads nowhere or cannot be opened. The contents are on the medium
@@ -74,7 +78,8 @@ class FileAccess {
     [[nodiscard]] const Outcome& outcome() const { return outcome_; }
 
     /// Ends the request at hand after the current block, and every later one before its first:
-    /// nothing more is overwritten or removed, and the outcome says what is left and where.
+    /// nothing more is overwritten, what was overwritten wholly is brought to the medium and
+    /// removed, and the outcome says what is left and where.
     void requestStop() { stop_.store(true, std::memory_order_relaxed); }
     [[nodiscard]] bool stopRequested() const { return stop_.load(std::memory_order_relaxed); }
 
@@ -84,38 +89,26 @@ class FileAccess {
     [[nodiscard]] std::uint64_t deepShreddedSize() const { return overwriter_.mDeepShreddedSize; }
 
   private:
-    /// A holding folder in the folder that holds the item.
-    struct Holding {
-        int parent = -1;        ///< a reference to the folder that holds the item
-        int opened = -1;        ///< the holding folder itself, whatever bears its name by now
-        bool wasThere = false;  ///< something bore its name before
-        std::string folder;     ///< that folder's path
-        std::string name;
-        [[nodiscard]] std::string path() const { return folder + "/" + name; }
-    };
-
-    [[nodiscard]] bool exists(const std::string& path) const;
-    void passOver(const std::string& path);
-    [[nodiscard]] platform::FileStatus parentOf(const std::string& path) const;
-    void shredItem(const std::string& path, const platform::FileStatus& parent);
-    Holding moveIntoHolding(const std::string& path, const platform::FileStatus* parent);
-    int openParent(Holding& holding, const platform::FileStatus* parent);
-    int makeHoldingAndMove(Holding& holding, const std::string& item);
-    int move(const Holding& holding, const std::string& item);
-    void close(const Holding& holding);
-    void renameContents(const Holding& holding);
-    void removeHolding(const Holding& holding);
-    DeletionHandler::Parts deletionParts();
+    void begin();
+    template <typename Work>
+    bool guarded(const std::string& what, Work work);
+    void shredInTurn(const std::vector<HeldItem>& items, std::size_t& next);
+    void passOver(const HeldItem& item);
+    void leaveFrom(const std::vector<HeldItem>& items, std::size_t next);
+    void end();
+    [[nodiscard]] DeletionHandler::Parts deletionParts();
 
     EngineServices services_;
     ProgressReport progress_;
     std::atomic<bool> stop_ = false;
     FileOverwriter overwriter_;
+    Outcome outcome_;
+    NameRemover remover_;
     FlushBatch batch_;
-    TreeWalk walk_;
     LinkTargets targets_;  ///< of the request
     std::vector<Identity> protected_;
-    Outcome outcome_;
+    ItemShredder shredder_;
+    std::uint64_t formerFailures_ = 0;
 };
 
 }  // namespace dorvanel

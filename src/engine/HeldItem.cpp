@@ -97,4 +97,11 @@ std::vector<HeldItem> holdAll(SystemCalls& system, const std::vector<std::string
     return items;
 }
 
+bool isHeldItem(SystemCalls& system, const HeldItem& item, const FileStatus& found) {
+    if (found.isSameAs(item.status)) return true;
+    // Some file systems number their files anew from time to time: then both are asked now.
+    FileStatus now;
+    return item.item != nullptr && system.status(item.item->get(), now) >= 0 && found.isSameAs(now);
+}
+
 }  // namespace dorvanel

@@ -65,4 +65,8 @@ HeldItem hold(platform::SystemCalls& system, const std::string& path);
 /// lists only the first are held by descriptors, the others known by inode and time of birth.
 std::vector<HeldItem> holdAll(platform::SystemCalls& system, const std::vector<std::string>& paths);
 
+/// Whether a file that is there now is the held item.
+bool isHeldItem(platform::SystemCalls& system, const HeldItem& item,
+                const platform::FileStatus& found);
+
 }  // namespace dorvanel

@@ -91,6 +91,9 @@ class SystemCalls {
     virtual int flushFileSystem(int file) = 0;
     /// 1 where the file's file system lives in memory and has no medium, else 0.
     virtual int livesInMemory(int file) = 0;
+    /// 1 where the mount of this file or reference may give all files one owner and one set of
+    /// permission bits, as for FAT, or leave both to some other machine or program; else 0.
+    virtual int keepsNoOwners(int descriptor) = 0;
     /// How many descriptors the process may have open: they are numbered from 0, lowest first.
     virtual int descriptorLimit() = 0;
     /// The user that the process acts as.

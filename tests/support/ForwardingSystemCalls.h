@@ -61,6 +61,7 @@ class ForwardingSystemCalls : public platform::SystemCalls {
     int flushFile(int file) override { return inner_.flushFile(file); }
     int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
     int livesInMemory(int file) override { return inner_.livesInMemory(file); }
+    int keepsNoOwners(int descriptor) override { return inner_.keepsNoOwners(descriptor); }
     int descriptorLimit() override { return inner_.descriptorLimit(); }
     std::uint32_t effectiveUser() override { return inner_.effectiveUser(); }
     int leaseBreakTime() override { return inner_.leaseBreakTime(); }

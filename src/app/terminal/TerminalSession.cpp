@@ -23,7 +23,6 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                  platform::TextField& status)
     : terminal_(terminal),
       runLoop_(services.runLoop),
-      system_(platform::makeSystemCalls()),
       draws_(makeDrawSequence()),
       bundle_(platform::resourcesFolder() + "/Info.plist"),
       alerts_(terminal.in, terminal.err, answers),
@@ -36,7 +35,7 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
       fileName_(bar_.fileName(), terminalMutex_),
       status_(status, terminalMutex_) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
-    controller_ = std::make_unique<Controller>(ControllerParts{*system_,
+    controller_ = std::make_unique<Controller>(ControllerParts{services.system,
                                                                services.clock,
                                                                *draws_,
                                                                platform::defaultFileManager(),
@@ -46,6 +45,8 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                                                services.listing,
                                                                services.processes,
                                                                services.events,
+                                                               services.quitWait,
+                                                               services.worker,
                                                                platform::terminalSound(),
                                                                bundle_,
                                                                alerts_,
@@ -56,14 +57,14 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                                                shreddingProgress_,
                                                                fileName_,
                                                                outletsOf(status_, label_),
-                                                               *this,
-                                                               {}});
+                                                               *this});
 }
 
 void TerminalSession::requestQuit() {
     // Already now, so that a pass in progress starts no run any more: whoever ends the program
     // with a whole group of processes ends the applications in it too.
-    controller_->run().mAppNeedsToTerminate = 1;
+    controller_->giveUp();
+    terminal_.in.interrupt();
     runLoop_.performOnMainThread([this] { terminate(); });
 }
 
@@ -88,23 +89,24 @@ void TerminalSession::runBegins(const std::vector<std::string>& items) {
 }
 
 void TerminalSession::runEnded(const RunReport& report) {
-    report_ = report;
     {
         const std::lock_guard lock(terminalMutex_);
-        pending_ = report;
+        pending_.push_back(report);
     }
-    runLoop_.performOnMainThread([this] { tellPendingReport(); });
+    runLoop_.performOnMainThread([this] { tellPendingReports(); });
 }
 
-void TerminalSession::tellPendingReport() {
-    std::optional<RunReport> report;
+void TerminalSession::tellPendingReports() {
+    std::deque<RunReport> reports;
     {
         const std::lock_guard lock(terminalMutex_);
-        report.swap(pending_);
+        reports.swap(pending_);
     }
-    if (!report || !onRunEnded) return;
-    clearProgress();
-    onRunEnded(*report);
+    for (const RunReport& report : reports) {
+        if (!onRunEnded) continue;
+        clearProgress();
+        onRunEnded(report);
+    }
 }
 
 }  // namespace dorvanel::terminal

@@ -200,6 +200,17 @@ class LinuxSystemCalls final : public SystemCalls {
         if (result < 0) return result;
         return found.f_type == TMPFS_MAGIC || found.f_type == RAMFS_MAGIC ? 1 : 0;
     }
+    int keepsNoOwners(int descriptor) override {
+        // Numbers without a name are missing in the kernel's public list: exFAT, NTFS, NTFS3.
+        constexpr std::array<std::uint32_t, 9> types{
+            MSDOS_SUPER_MAGIC, 0x2011BAB0,       0x5346544E,       0x7366746E, FUSE_SUPER_MAGIC,
+            SMB_SUPER_MAGIC,   CIFS_SUPER_MAGIC, SMB2_SUPER_MAGIC, V9FS_MAGIC};
+        struct statfs found {};
+        const int result = called([&] { return ::fstatfs(descriptor, &found); });
+        if (result < 0) return result;
+        const auto type = static_cast<std::uint32_t>(found.f_type);
+        return std::ranges::find(types, type) != types.end() ? 1 : 0;
+    }
     int descriptorLimit() override {
         struct rlimit limit {};
         if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return -errno;
