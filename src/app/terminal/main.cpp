@@ -17,7 +17,7 @@ terminal::ExitStatus run(int argc, char** argv) {
     const auto answers = platform::makeAnswerInput();
     if (answers == nullptr) {
         std::cerr << "dorvanel: no descriptor is left to read answers with\n";
-        return static_cast<int>(terminal::ExitStatus::notInitiated);
+        return terminal::ExitStatus::notInitiated;
     }
     terminal::Terminal terminal{
         std::cout,
