@@ -27,6 +27,7 @@ HoldingFolders::HoldingFolders(SystemCalls& system, const platform::Clock& clock
 
 int HoldingFolders::enter(const HeldItem& item) {
     reason_.clear();
+    former_.clear();
     std::string name = fmt::format("Dorvanel X Items ({})", clock_.time());
     if (serves(item, name)) return 0;
     retire();
@@ -38,6 +39,7 @@ int HoldingFolders::enter(const HeldItem& item) {
     if (result < 0) return result;
     if (used_.size() >= mostUsed) dropGone();
     used_.push_back({holding.path(), holding.status});
+    if (holding.wasThere) former_ = holding.path();
     current_ = std::move(holding);
     return 0;
 }

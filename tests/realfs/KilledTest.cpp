@@ -30,8 +30,8 @@ class KilledTest : public RealFsTest {
         std::mt19937 random(7);
         for (unsigned file = 1; file <= 40; ++file) {
             const unsigned sectors = file == 20 ? 2048 : 1 + static_cast<unsigned>(random() % 60);
-            writeFile(mounted + "/tree/" + std::to_string(file % 5) + "/" + std::to_string(file),
-                      markedContents(file, sectors));
+            const std::string folder = isManyItems ? "" : "tree/" + std::to_string(file % 5) + "/";
+            writeFile(mounted + "/" + folder + std::to_string(file), markedContents(file, sectors));
         }
         sync();
         return disk;
@@ -44,7 +44,18 @@ class KilledTest : public RealFsTest {
     }
 
     [[nodiscard]] std::vector<std::string> command() const {
-        return {DORVANEL_PROGRAM, "--home", home, "shred", mounted + "/tree"};
+        std::vector<std::string> words = {DORVANEL_PROGRAM, "--home", home, "shred"};
+        for (std::string& item : items()) words.push_back(std::move(item));
+        return words;
+    }
+
+    /// Whatever lies on the disk by now.
+    [[nodiscard]] std::vector<std::string> items() const {
+        std::vector<std::string> paths;
+        for (const std::string& name : namesIn(mounted)) {
+            if (name != "lost+found") paths.push_back(mounted + "/" + name);
+        }
+        return paths;
     }
 
     /// What is wrong with an image that is not mounted: old contents that no name leads to.
@@ -69,6 +80,7 @@ class KilledTest : public RealFsTest {
             const std::string lost = lostIn(image + "-cut");
             if (!lost.empty()) return "the power fails: " + lost;
         }
+        if (run.status == 128 + signal || run.status == 130) ++cutRuns;
         if (!disk->end()) return "the disk stays busy";
         const std::string lost = lostIn(image);
         if (!lost.empty()) return "killed (" + std::to_string(run.status) + "): " + lost;
@@ -78,11 +90,9 @@ class KilledTest : public RealFsTest {
     std::string problemOfASecondRun() {
         MountPointer disk = mountImage(image, mounted);
         if (!disk) return "cannot be mounted again";
-        std::vector<std::string> words = {"shred"};
-        for (const std::string& name : namesIn(mounted)) {
-            if (name != "lost+found") words.push_back(mounted + "/" + name);
-        }
-        if (words.size() > 1) {
+        std::vector<std::string> words = items();
+        if (!words.empty()) {
+            words.insert(words.begin(), "shred");
             const Ran ran = dorvanel(words);
             if (ran.status != 0) return "the second run: " + ran.out + ran.err;
         }
@@ -113,9 +123,13 @@ class KilledTest : public RealFsTest {
             if (problems <= 5) ADD_FAILURE() << "call " << call << ": " << problem;
         }
         EXPECT_EQ(problems, 0) << "of " << times << ", seed " << seed;
+        EXPECT_GT(cutRuns, times / 2) << "the others had ended before";
+        std::printf("%d of %d were cut off\n", cutRuns, times);
     }
 
     MountPointer images;
+    int cutRuns = 0;           ///< that the signal ended
+    bool isManyItems = false;  ///< each file one, instead of a tree of them
     std::string kind = "ext4";
     std::string makeOptions = "-q -b 4096";
     std::size_t megabytes = 16;
@@ -125,6 +139,12 @@ class KilledTest : public RealFsTest {
 TEST_F(KilledTest, OldContentsAreNeverWithoutANameAndASecondRunTakesTheRest) {
     NEEDS(prepare());
     cutOff(attempts(40), SIGKILL, 20261121);
+}
+
+TEST_F(KilledTest, OfManyItemsOldContentsAreNeverWithoutANameEither) {
+    NEEDS(prepare());
+    isManyItems = true;
+    cutOff(attempts(15), SIGKILL, 5);
 }
 
 TEST_F(KilledTest, ATerminalThatGoesLeavesNoneEither) {

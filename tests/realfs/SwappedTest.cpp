@@ -108,14 +108,22 @@ TEST_F(SwappedTest, AnotherFileThatTakesAnItemsPlaceIsNotTouched) {
     EXPECT_EQ(readFile(work + "/second"), "other");
 }
 
-TEST_F(SwappedTest, AFileThatIsGivenTheInodeOfALinksTargetIsNotOverwritten) {
-    const MountPointer disk = mountNewImage("ext4", base + "/image", mounted, 8, "-q");
+/// How many links an item holds besides the one that matters.
+class LinkTargetsTest : public SwappedTest, public ::testing::WithParamInterface<int> {};
+
+TEST_P(LinkTargetsTest, AFileThatIsGivenTheInodeOfALinksTargetIsNotOverwritten) {
+    const MountPointer disk = mountNewImage("ext4", base + "/image", mounted, 32, "-q -N 8192");
     NEEDS(disk);
     const std::string target = mounted + "/target";
     const std::string secret = mounted + "/private/secret";
     fs::create_directories(mounted + "/private");
-    writeFile(target, "target");
     fs::create_directories(mounted + "/item");
+    for (int i = 0; i < GetParam(); ++i) {
+        const std::string name = std::to_string(i);
+        writeFile(mounted + "/others/" + name, "other");
+        fs::create_symlink("../others/" + name, mounted + "/item/" + name);
+    }
+    writeFile(target, "target");
     fs::create_symlink(target, mounted + "/item/link");
     struct stat before {};
     ASSERT_EQ(stat(target.c_str(), &before), 0);
@@ -131,6 +139,8 @@ TEST_F(SwappedTest, AFileThatIsGivenTheInodeOfALinksTargetIsNotOverwritten) {
     EXPECT_TRUE(readFile(secret) == letter);
     std::printf("the number was %s\n", reused ? "given again" : "held");
 }
+
+INSTANTIATE_TEST_SUITE_P(OthersInTheItem, LinkTargetsTest, ::testing::Values(0, 3000));
 
 TEST_F(SwappedTest, RootStaysRootForItemsOfOthersWithAnothersHome) {
     NEEDS(isRoot());

@@ -126,7 +126,7 @@ TEST_F(ThievesTest, AHoldingFolderThatSomebodyElseHasMadeIsNotUsed) {
             giveAway(file);
             // As it will be called in this second, and in the next ones.
             std::vector<std::string> baits;
-            for (int second = 0; second < 5; ++second) {
+            for (int second = 0; second < 30; ++second) {
                 const auto when = static_cast<long long>(std::time(nullptr)) + second;
                 baits.push_back(shared + "/Dorvanel X Items (" + std::to_string(when) + ")");
                 if (link == 1) {
