@@ -58,10 +58,6 @@ class HoldingFolders {
     void clear() { used_.clear(); }
 
   private:
-    struct Used {
-        std::string path;
-        platform::FileStatus status;
-    };
     static constexpr std::size_t mostUsed = 1024;
 
     int openParent(const HeldItem& item, HoldingFolder& holding);
@@ -80,7 +76,7 @@ class HoldingFolders {
     std::optional<HoldingFolder> current_;
     std::string reason_;
     std::string former_;
-    std::vector<Used> used_;
+    std::vector<std::string> used_;  ///< paths, some of them gone by now
 };
 
 }  // namespace dorvanel

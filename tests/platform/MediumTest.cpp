@@ -176,6 +176,15 @@ TEST_F(MediumTest, ADiskIsLookedAtOnce) {
     EXPECT_EQ(looks_, 2);
 }
 
+TEST_F(MediumTest, ADiskThatMayHaveGoneIsLookedAtAgain) {
+    addDisk("solid", 16, "0");
+    addFile("/item", EXT4_SUPER_MAGIC, 16);
+    EXPECT_EQ(kindAt("/item"), Kind::solidState);
+    writeFile(devices() / "solid/queue/rotational", "1\n");
+    inspector_->forgetDisks();
+    EXPECT_EQ(kindAt("/item"), Kind::overwritable);
+}
+
 /// The kind of medium, in a child's mounts, of a file that `mounted` makes; "not allowed" where it
 /// cannot mount.
 template <typename Mount>

@@ -38,7 +38,9 @@ void tellOutcome(const Outcome& outcome, Terminal& terminal) {
                           " overwritten, but perhaps not on the medium");
     }
     if (outcome.vanished > 0) {
-        terminal.complain(counted(outcome.vanished, "item") + " gone before the time came");
+        terminal.complain(fmt::format("{} vanished before {} turn",
+                                      counted(outcome.vanished, "item"),
+                                      outcome.vanished == 1 ? "its" : "their"));
     }
     for (const std::string& path : outcome.left) terminal.complain("left: " + path);
 

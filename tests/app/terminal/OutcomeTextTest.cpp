@@ -18,7 +18,7 @@ TEST(OutcomeTextTest, WhatVanishedIsNamedAndIsNoSuccess) {
     terminal::tellOutcome(outcome, console.terminal);
     EXPECT_EQ(console.err.str(),
               "dorvanel: /tmp/letter: could not find: No such file or directory\n"
-              "dorvanel: 1 item gone before the time came\n");
+              "dorvanel: 1 item vanished before its turn\n");
     EXPECT_EQ(terminal::statusOf(outcome), terminal::ExitStatus::incomplete);
 }
 
