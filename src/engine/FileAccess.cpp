@@ -106,6 +106,8 @@ void FileAccess::shredInTurn(const std::vector<HeldItem>& items, std::size_t& ne
             ++outcome_.items;
             const std::size_t number = next++;
             if (shredder_.shred(item, measured[number])) taken.add(item);
+            const std::string& former = shredder_.holdings().former();
+            if (!former.empty()) taken.addFolder(former);
             measured[number] = {};
             continue;
         }

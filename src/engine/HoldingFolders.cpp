@@ -27,6 +27,7 @@ HoldingFolders::HoldingFolders(SystemCalls& system, const platform::Clock& clock
 
 int HoldingFolders::enter(const HeldItem& item) {
     reason_.clear();
+    former_.clear();
     std::string name = fmt::format("Dorvanel X Items ({})", clock_.time());
     if (serves(item, name)) return 0;
     retire();
@@ -42,6 +43,7 @@ int HoldingFolders::enter(const HeldItem& item) {
         used_.pop_back();
         return made;
     }
+    if (holding.wasThere) former_ = holding.path();
     current_ = std::move(holding);
     return 0;
 }
