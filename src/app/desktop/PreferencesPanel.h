@@ -6,10 +6,12 @@
 #include <QLabel>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/desktop/NumberPopUp.h"
 #include "app/desktop/QtOutlets.h"
 #include "platform/FileManager.h"
 #include "platform/SystemLog.h"
@@ -54,7 +56,18 @@ class PreferencesPanel final : public QObject, public PreferencesView {
   private:
     class Showing;
 
-    bool connectControls(QWidget& mainMenu);
+    /// The controls that a panel must have.
+    struct Controls {
+        QDialog* window = nullptr;
+        std::vector<std::pair<QAbstractButton*, std::string>> buttons;  ///< with their keys
+        std::vector<std::pair<QComboBox*, std::string>> popUps;         ///< with their keys
+        std::vector<QAbstractButton*> enableBoxes;
+        std::vector<QLabel*> mailsmithTexts;
+    };
+    /// Nothing where one is missing.
+    static std::optional<Controls> findControls(const QWidget& mainMenu);
+    void connectControls(const Controls& found);
+    void connectCommands();
     void prepareToShow();
     void enableChanged(const QAbstractButton& box);
     void miscChanged();
@@ -71,7 +84,7 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     QAbstractButton* enableNetscapeCheckbox = nullptr;
     QLabel* message_ = nullptr;
     std::vector<std::pair<QAbstractButton*, std::string>> buttons_;  ///< with their keys
-    std::vector<std::pair<QComboBox*, std::string>> popUps_;         ///< with their keys
+    std::vector<NumberPopUp> popUps_;
     std::vector<QAbstractButton*> enableBoxes_;
     std::vector<std::unique_ptr<QtTextField>> mailsmithTexts_;
 };
