@@ -1,7 +1,9 @@
 #include "app/desktop/Desktop.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QEvent>
+#include <QLocale>
 #include <QMessageBox>
 #include <QProgressBar>
 
@@ -105,25 +107,18 @@ void Desktop::makeController() {
 }
 
 void Desktop::makeTray() {
-    if (!QSystemTrayIcon::isSystemTrayAvailable()) return;
-    trayMenu_ = std::make_unique<QMenu>();
-    trayMenu_->addAction(QStringLiteral("Show Dorvanel"), this, &Desktop::activate);
-    trayMenu_->addSeparator();
-    auto* commands = new QMenu(QStringLiteral("Shred"), trayMenu_.get());
-    dockView_ = std::make_unique<MenuView>(*commands, controller_->applicationDockMenu(),
-                                           MenuView::Items::commands);
-    trayMenu_->addActions(commands->actions());
-    trayMenu_->addSeparator();
-    trayMenu_->addAction(QStringLiteral("Quit Dorvanel"), this,
-                         [this] { controller_->reallyQuit(); });
-    tray_ = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
-    tray_->setToolTip(QStringLiteral("Dorvanel X"));
-    tray_->setContextMenu(trayMenu_.get());
-    connect(tray_.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger) activate();
-            });
-    tray_->show();
+    tray_ = std::make_unique<Tray>(
+        Tray::Parts{services_.hasStatusArea, controller_->applicationDockMenu(),
+                    [this] { activate(); }, [this] { controller_->reallyQuit(); },
+                    [this] {
+                        if (!window_->window().isVisible()) activate();
+                    }});
+    tray_->check();
+}
+
+void Desktop::checkStatusArea() {
+    // An alert may have come from the icon's own menu, which stays until it has been answered.
+    if (launched_ && !loop_.isHeld()) tray_->check();
 }
 
 MainWindowActions Desktop::actions() {
@@ -168,6 +163,7 @@ void Desktop::whenLaunched(std::function<void()> work) {
 }
 
 void Desktop::activate() {
+    showHiddenWindows();
     myWindow_->makeKeyAndOrderFront();
 }
 
@@ -175,8 +171,7 @@ void Desktop::openFiles(const std::vector<std::string>& files) {
     for (const std::string& file : files) {
         if (!controller_->applicationOpenFile(file)) return;
     }
-    std::erase_if(documents_,
-                  [](const auto& document) { return !document->window()->isVisible(); });
+    std::erase_if(documents_, [this](const auto& document) { return isClosed(*document); });
     auto document = std::make_unique<MyDocument>(services_.preferencesInstance, files);
     if (document->showWindows(services_.resourcesFolder)) {
         documents_.push_back(std::move(document));
@@ -218,23 +213,48 @@ void Desktop::runEnded(const RunReport& report) {
         const bool shreddedNothing =
             report.result == RunResult::cancelled || report.result == RunResult::nothingSelected;
         if (shreddedNothing) window_->showMediumNotice({}, {});
-        window_->showMessage(messageOf(report), detailsOf(report.outcome));
+        window_->showMessage(messageOf(report));
+        if (!failureOf(report.outcome).isEmpty()) {
+            tellFailure(failureOf(report.outcome), detailsOf(report.outcome));
+        }
+        for (const auto& document : documents_) document->refresh();
     };
     if (isMainThread()) return tell();
     loop_.performOnMainThread(tell);
 }
 
+void Desktop::tellFailure(const QString& message, const QString& details) {
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(services_.clock.time());
+    window_->failures().add(
+        {message, details, QLocale().toString(now.time(), QLocale::ShortFormat)});
+}
+
 void Desktop::hideWindows() {
-    QWidget* panel = panel_.window();
-    if (panel != nullptr) panel->hide();
-    for (const auto& document : documents_) document->window()->hide();
+    const auto hide = [this](QWidget* window) {
+        if (window == nullptr || !window->isVisible()) return;
+        hidden_ << window;
+        window->hide();
+    };
+    hide(panel_.window());
+    for (const auto& document : documents_) hide(document->window());
     QMainWindow& window = window_->window();
-    if (tray_ != nullptr) {
+    checkStatusArea();
+    if (tray_->isThere()) {
         window.hide();
     } else if (window.isVisible()) {
         // Without a tray, a window that is gone could not be found again.
         window.showMinimized();
     }
+}
+
+void Desktop::showHiddenWindows() {
+    for (const QPointer<QWidget>& window : std::exchange(hidden_, {})) {
+        if (window != nullptr) window->show();
+    }
+}
+
+bool Desktop::isClosed(const MyDocument& document) const {
+    return !document.window()->isVisible() && !hidden_.contains(document.window());
 }
 
 bool Desktop::eventFilter(QObject* watched, QEvent* event) {
@@ -243,6 +263,11 @@ bool Desktop::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         application_.terminate();
         return true;
+    }
+    // The main window comes back by the desktop's own hand, and what was hidden with it too.
+    if (event->type() == QEvent::WindowStateChange && watched == &window_->window() &&
+        !window_->window().isMinimized()) {
+        showHiddenWindows();
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QMenu>
-#include <QSystemTrayIcon>
+#include <QPointer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,6 +20,7 @@
 #include "app/desktop/QtWindow.h"
 #include "app/desktop/QtWorkspace.h"
 #include "app/desktop/SingleInstance.h"
+#include "app/desktop/Tray.h"
 #include "platform/Medium.h"
 #include "platform/SystemLog.h"
 
@@ -39,6 +41,8 @@ struct DesktopServices {
     platform::BundleInformation& bundle;
     platform::MediumInspector& medium;
     std::string resourcesFolder;
+    /// Whether there is a status area for an icon now; empty where there never is one.
+    std::function<bool()> hasStatusArea = {};
 };
 
 /// The desktop program put together: the window, the panel, the menus and the tray around one
@@ -58,8 +62,11 @@ class Desktop final : public QObject, private RunObserver {
     // What second launches and other programs ask; before launch() is through, it waits.
 
     InstanceHandlers instanceHandlers();
-    /// Brings the program forward, also when it is hidden.
+    /// Brings the program forward, also when it is hidden, with all that was hidden with it.
     void activate();
+    /// The status area may have come or gone: the icon follows it, and a program that was hidden
+    /// behind an icon that is gone comes back.
+    void checkStatusArea();
     /// Opens a document that shows the files.
     void openFiles(const std::vector<std::string>& files);
     /// Sends an action by its name in the launcher ("shred"); an unknown one only brings the
@@ -82,7 +89,7 @@ class Desktop final : public QObject, private RunObserver {
         return documents_;
     }
     /// The menu of the tray, which stands in for the Dock's; null where there is no tray.
-    [[nodiscard]] QMenu* trayMenu() const { return trayMenu_.get(); }
+    [[nodiscard]] QMenu* trayMenu() const { return tray_->menu(); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -95,6 +102,9 @@ class Desktop final : public QObject, private RunObserver {
     MainWindowActions actions();
     void whenLaunched(std::function<void()> work);
     void hideWindows();
+    void showHiddenWindows();
+    [[nodiscard]] bool isClosed(const MyDocument& document) const;
+    void tellFailure(const QString& message, const QString& details);
     bool engineIsBusy();
     /// The items as they can be shredded; none, and the window tells why, when one of them must not
     /// be: the home folder, a mount point, something that does not exist.
@@ -120,10 +130,9 @@ class Desktop final : public QObject, private RunObserver {
     platform::Menu mainMenu_;
     std::unique_ptr<Controller> controller_;
     std::unique_ptr<MenuView> profilesView_;
-    std::unique_ptr<QMenu> trayMenu_;
-    std::unique_ptr<MenuView> dockView_;
-    std::unique_ptr<QSystemTrayIcon> tray_;
+    std::unique_ptr<Tray> tray_;
     std::vector<std::unique_ptr<MyDocument>> documents_;
+    QList<QPointer<QWidget>> hidden_;  ///< the windows beside the main one that `hide` put away
     std::vector<std::function<void()>> waiting_;
     bool launched_ = false;
     bool workOnMainThread_ = false;

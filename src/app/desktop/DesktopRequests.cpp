@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QFontMetrics>
 #include <filesystem>
 
@@ -22,18 +23,23 @@ constexpr std::size_t namesInQuestion = 8;
 /// How much room a path has in a line of the window, in pixels.
 constexpr int pathWidth = 280;
 
+QString cut(const QString& text, int width) {
+    return QFontMetrics(QApplication::font()).elidedText(text, Qt::ElideMiddle, width);
+}
+
 std::string nameOf(const std::string& path) {
     std::string trimmed = path;
     while (trimmed.size() > 1 && trimmed.ends_with('/')) trimmed.pop_back();
     return std::filesystem::path(trimmed).filename().native();
 }
 
-std::string questionAbout(const std::vector<std::string>& files) {
+/// The question about dropped files, with names of at most `width` pixels.
+std::string questionAbout(const std::vector<std::string>& files, int width) {
     QStringList lines = {QStringLiteral("Shred %1? There is no way back.")
                              .arg(counted(files.size(), QStringLiteral("item"))),
                          QString()};
     for (std::size_t i = 0; i < files.size() && i < namesInQuestion; ++i) {
-        lines << displayText(nameOf(files[i]));
+        lines << cut(displayText(nameOf(files[i])), width);
     }
     if (files.size() > namesInQuestion) {
         lines << QStringLiteral("and %1 more").arg(files.size() - namesInQuestion);
@@ -93,19 +99,23 @@ std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& i
     if (items.empty()) return {};
     const auto mounted = platform::mountPoints();
     QStringList reasons;
+    QString first;
     if (!mounted) {
-        reasons << displayText(mounted.error().message());
+        first = displayText(mounted.error().message());
     } else {
         const ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
                                                            mounted.value(), services_.system);
+        if (checked.complaints.empty()) return checked.paths;
+        const QString sentence = QStringLiteral("“%1” %2");
         for (const ShredArguments::Complaint& complaint : checked.complaints) {
-            reasons << QStringLiteral("“%1” %2").arg(displayText(complaint.argument),
-                                                     displayText(complaint.reason));
+            const QString path = displayText(complaint.argument);
+            const QString reason = displayText(complaint.reason);
+            if (first.isEmpty()) first = sentence.arg(cut(path, pathWidth), reason);
+            reasons << sentence.arg(path, reason);
         }
-        if (reasons.isEmpty()) return checked.paths;
     }
-    window_->showMessage(QStringLiteral("Nothing was shredded: ") + reasons.first(),
-                         reasons.size() > 1 ? reasons.join(u'\n') : QString());
+    window_->showMessage(QStringLiteral("Nothing was shredded."));
+    tellFailure(QStringLiteral("Nothing was shredded: %1").arg(first), reasons.join(u'\n'));
     workspace_.beep();
     return {};
 }
@@ -115,7 +125,8 @@ void Desktop::filesDropped(std::vector<std::string> files) {
     files = checkedItems(files);
     if (files.empty()) return;
     const AlertButton answer =
-        alerts_->runAlertPanel("Shred Dropped Items", questionAbout(files), "Cancel", "Shred", "");
+        alerts_->ask({"Shred Dropped Items", questionAbout(files, alertMessageWidth), "Cancel",
+                      "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
     if (answer != AlertButton::alternateButton || engineIsBusy()) return;
     tellMedium(files);
     {
@@ -127,16 +138,16 @@ void Desktop::filesDropped(std::vector<std::string> files) {
 
 void Desktop::tellOutcome() {
     const Outcome& outcome = controller_->fileAccessInstance().outcome();
-    window_->showMessage(messageOf(outcome), detailsOf(outcome));
+    window_->showMessage(messageOf(outcome));
+    if (!failureOf(outcome).isEmpty()) tellFailure(failureOf(outcome), detailsOf(outcome));
 }
 
 void Desktop::tellMedium(const std::vector<std::string>& items) {
-    const QFontMetrics metrics = window_->window().fontMetrics();
     QStringList whole;
     const std::string notice = mediumNotice(items, services_.medium, [&](const std::string& path) {
         const QString text = shortPath(path);
         whole << text;
-        return "“" + metrics.elidedText(text, Qt::ElideMiddle, pathWidth).toStdString() + "”";
+        return "“" + cut(text, pathWidth).toStdString() + "”";
     });
     if (notice.empty()) return window_->showMediumNotice({}, {});
     QString sentence = QString::fromStdString(notice) + u'.';

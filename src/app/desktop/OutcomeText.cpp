@@ -13,14 +13,14 @@ QString counted(quint64 count, const QString& noun) {
 }
 
 QString messageOf(const Outcome& outcome) {
+    if (outcome.items == 0) return QStringLiteral("There was nothing to shred.");
+    return QStringLiteral("Shredded: %1, %2 overwritten.")
+        .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
+             QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+}
+
+QString failureOf(const Outcome& outcome) {
     QStringList parts;
-    if (outcome.items == 0) {
-        parts << QStringLiteral("There was nothing to shred.");
-    } else {
-        parts << QStringLiteral("Shredded: %1, %2 overwritten.")
-                     .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
-                          QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
-    }
     if (outcome.notRemoved > 0) {
         parts << counted(outcome.notRemoved, QStringLiteral("item")) +
                      (outcome.notRemoved == 1 ? QStringLiteral(" is still there.")
@@ -33,6 +33,12 @@ QString messageOf(const Outcome& outcome) {
     if (outcome.notFlushed > 0) {
         parts << counted(outcome.notFlushed, QStringLiteral("file")) +
                      QStringLiteral(" perhaps not on the medium yet.");
+    }
+    if (outcome.stopped || !outcome.left.empty()) {
+        parts << QStringLiteral("Shredding ended early.");
+    }
+    if (parts.isEmpty() && !outcome.troubles.empty()) {
+        parts << QStringLiteral("Something did not go as it should.");
     }
     return parts.join(u' ');
 }

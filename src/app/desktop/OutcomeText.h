@@ -11,6 +11,9 @@ namespace dorvanel::desktop {
 QString messageOf(const RunReport& report);
 QString messageOf(const Outcome& outcome);
 
+/// What a request did not do that it should have, in a sentence or more; "" when all went well.
+QString failureOf(const Outcome& outcome);
+
 /// What could not be done, a line each, with path and reason; "" when all went well.
 QString detailsOf(const Outcome& outcome);
 

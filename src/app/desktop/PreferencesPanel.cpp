@@ -3,6 +3,7 @@
 #include <QEvent>
 
 #include "app/desktop/Bytes.h"
+#include "app/desktop/Elision.h"
 #include "app/desktop/PanelControls.h"
 #include "app/desktop/QtWindow.h"
 
@@ -189,8 +190,8 @@ void PreferencesPanel::showSaved(const platform::Result<platform::Done>& saved) 
     if (message_ == nullptr) return;
     message_->setVisible(!saved);
     if (!saved) {
-        message_->setText(QStringLiteral("In force, but not saved: ") +
-                          displayText(saved.error().message()));
+        showCut(*message_,
+                QStringLiteral("In force, but not saved: ") + displayText(saved.error().message()));
     }
 }
 

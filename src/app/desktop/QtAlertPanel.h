@@ -14,7 +14,13 @@ namespace dorvanel::desktop {
 /// What an alert or a sheet says. An empty alternate or other button is not shown.
 struct AlertText {
     std::string title, message, defaultButton, alternateButton, otherButton;
+    /// The message with nothing cut short, for its tool tip and assistive technology; empty where
+    /// that is the message.
+    std::string whole = {};
 };
+
+/// How wide the message of an alert is at least, and a name in it at most, in pixels.
+inline constexpr int alertMessageWidth = 420;
 
 /// A message box of that text on `parent`. The window's close button and Escape stand for the
 /// button titled "Cancel" or "No", else for the default one.
@@ -33,6 +39,7 @@ class QtAlertPanel final : public platform::AlertPanel {
                                         const std::string& defaultButton,
                                         const std::string& alternateButton,
                                         const std::string& otherButton) override;
+    platform::AlertButton ask(const AlertText& text);
 
   private:
     QWidget& parent_;

@@ -1,6 +1,7 @@
 #include "app/desktop/QtOutlets.h"
 
 #include <QFontMetrics>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -129,7 +130,8 @@ void QtProgressIndicator::display() {
 }
 
 void QtProgressIndicator::show() {
-    bar_.setValue(static_cast<int>(std::lround(percent_ * 10)));
+    // A file that grew after it was measured leads beyond the end; a value there would be ignored.
+    bar_.setValue(static_cast<int>(std::lround(std::clamp(percent_.load(), 0.0, 100.0))));
 }
 
 }  // namespace dorvanel::desktop

@@ -68,7 +68,7 @@ class ApplicationLabel final : public QtTextField {
 /// The progress bar.
 class QtProgressIndicator final : public platform::ProgressIndicator {
   public:
-    /// `bar` outlives the outlet; its range is 0 to 1000, tenths of a percent.
+    /// `bar` outlives the outlet; its range is 0 to 100.
     QtProgressIndicator(QProgressBar& bar, AfterDisplay afterDisplay);
 
     void setDoubleValue(double percent) override;

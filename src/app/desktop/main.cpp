@@ -6,6 +6,7 @@
 #include "app/desktop/Bytes.h"
 #include "app/desktop/CommandLine.h"
 #include "app/desktop/Desktop.h"
+#include "app/desktop/StatusArea.h"
 #include "platform/AccountFolders.h"
 #include "platform/PropertyListDefaults.h"
 #include "platform/QuitSignals.h"
@@ -47,11 +48,13 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
     const std::string resources = platform::resourcesFolder();
     platform::BundleInformationFile bundle(resources + "/Info.plist");
     const auto medium = platform::makeMediumInspector();
+    desktop::StatusArea statusArea;
 
     desktop::Desktop program({*system, platform::systemClock(), *draws,
                               platform::defaultFileManager(), *defaults, *preferences, *listing,
                               *processes, *events, platform::systemLog(), bundle, *medium,
-                              resources});
+                              resources, [&statusArea] { return statusArea.isThere(); }});
+    statusArea.watch([&program] { program.checkStatusArea(); });
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;
     }

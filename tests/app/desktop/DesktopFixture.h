@@ -82,7 +82,7 @@ class DesktopFixture : public ::testing::Test {
     bool launch(const std::vector<std::string>& items = {}) {
         desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
             *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
-            processes, events, log, bundle, medium, resources});
+            processes, events, log, bundle, medium, resources, [this] { return hasStatusArea; }});
         return desktop->launch(items);
     }
     QMainWindow& window() { return desktop->mainWindow().window(); }
@@ -146,6 +146,7 @@ class DesktopFixture : public ::testing::Test {
         platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
     std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(*defaults);
     std::string resources = platform::resourcesFolder();
+    bool hasStatusArea = false;
     std::unique_ptr<desktop::Desktop> desktop;
 
   private:

@@ -14,7 +14,7 @@ using platform::Color;
 
 TEST(OutletsTest, AWorkerThatIsInAHurryIsShownSeldomAndItsLastValueAlways) {
     QProgressBar bar;
-    bar.setRange(0, 1000);
+    bar.setRange(0, 100);
     desktop::QtProgressIndicator progress(bar, {});
     QLabel label;
     desktop::QtTextField name(label, {});
@@ -34,9 +34,21 @@ TEST(OutletsTest, AWorkerThatIsInAHurryIsShownSeldomAndItsLastValueAlways) {
         }
         done = true;
     });
-    waitUntil([&] { return done && label.text() == "file 200000" && bar.value() == 1000; });
+    waitUntil([&] { return done && label.text() == "file 200000" && bar.value() == 100; });
     worker.join();
     EXPECT_LE(shown, 2 + timer.elapsed() / 16);
+}
+
+TEST(OutletsTest, AValueBeyondTheEndShowsAsTheEnd) {
+    QProgressBar bar;
+    bar.setRange(0, 100);
+    desktop::QtProgressIndicator progress(bar, {});
+    progress.setDoubleValue(97);
+    EXPECT_EQ(bar.value(), 97);
+    progress.setDoubleValue(104);
+    EXPECT_EQ(bar.value(), 100);
+    progress.setDoubleValue(-1);
+    EXPECT_EQ(bar.value(), 0);
 }
 
 TEST(OutletsTest, OnTheMainThreadAValueIsThereAtOnceAndTheWindowIsPainted) {

@@ -38,6 +38,12 @@ def outside(program):
     with tempfile.TemporaryDirectory() as folder:
         home = os.path.join(folder, "home")
         os.makedirs(os.path.join(home, "Library/Caches/Safari"))
+        # Whatever runs on the machine, the program sees no application running.
+        listing = os.path.join(folder, "bin/ps")
+        os.makedirs(os.path.dirname(listing))
+        with open(listing, "w") as file:
+            file.write("#!/bin/sh\necho COMMAND\n")
+        os.chmod(listing, 0o755)
         read, write = os.pipe()
         try:
             # The server picks a free display number and tells it.
@@ -50,6 +56,7 @@ def outside(program):
                 display += os.read(read, 16)
             environment = dict(
                 os.environ, DISPLAY=":" + display.decode().strip(), HOME=home,
+                PATH=os.path.dirname(listing) + ":" + os.environ["PATH"],
                 XDG_RUNTIME_DIR=folder, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                 QT_QPA_PLATFORM="xcb", NO_AT_BRIDGE="0")
             processes.append(subprocess.Popen(["openbox"], env=environment,
@@ -129,6 +136,10 @@ class Stage:
                 return relation.get_target(0).get_name()
         return None
 
+    def window_has_keyboard(self):
+        frame = self.look("frame", "Dorvanel X")
+        return frame is not None and frame.get_state_set().contains(self.atspi.StateType.ACTIVE)
+
     def focused(self):
         for node in self.everything():
             if node.get_state_set().contains(self.atspi.StateType.FOCUSED) and \
@@ -160,20 +171,40 @@ def stored(home):
         return {}
 
 
+class StatusArea:
+    """The status area of the test's desktop, which comes and goes."""
+
+    def __init__(self):
+        self.process = None
+
+    def come(self):
+        program = os.path.join(os.path.dirname(__file__), "status_area.py")
+        self.process = subprocess.Popen([sys.executable, program], stdout=subprocess.PIPE,
+                                        text=True)
+        assert self.process.stdout.readline() == "ready\n"
+
+    def icon(self):
+        """Waits for the icon of a program."""
+        return Icon(self.process.stdout.readline().strip())
+
+    def go(self):
+        if self.process is not None:
+            self.process.terminate()
+            self.process.wait()
+            self.process.stdout.close()
+        self.process = None
+
+
 def inside(program):
     home = os.environ["HOME"]
     page = os.path.join(home, "Library/Caches/Safari/page.cache")
     with open(page, "w") as file:
         file.write("secret")
-    area = subprocess.Popen([sys.executable, os.path.join(os.path.dirname(__file__),
-                                                          "status_area.py")],
-                            stdout=subprocess.PIPE, text=True)
+    area = StatusArea()
     try:
-        assert area.stdout.readline() == "ready\n"
         drive(Stage(program), program, home, page, area)
     finally:
-        area.terminate()
-        area.wait()
+        area.go()
     print("done")
     return 0
 
@@ -191,11 +222,15 @@ def drive(stage, program, home, page, area):
     step("the focus goes through the buttons in their order")
     # One key at a time: the window has the keyboard before the first, and each has its effect before
     # the next.
-    order = [until(lambda: stage.focused())]
-    for _ in range(3):
+    until(lambda: stage.window_has_keyboard())
+    for harmless in ["space", "Return"]:
+        key(harmless)
+    order = [stage.focused()]
+    for _ in range(4):
         key("Tab")
         order.append(until(lambda: (now := stage.focused()) != order[-1] and now))
-    assert order == ["Shred Now", "Shred and", "Shred Files…", "Preferences…"], order
+    assert order == [None, "Shred Now", "Shred and", "Shred Files…", "Preferences…"], order
+    assert stage.look("push button", "Yes") is None, "a key has found a button that shreds"
 
     step("a click in the panel is saved")
     stage.press("push button", "Preferences…")
@@ -216,8 +251,11 @@ def drive(stage, program, home, page, area):
     log = os.path.join(home, "Library/Logs/Dorvanel X Log.txt")
     assert until(lambda: "Dorvanel Completed Successfully" in open(log, encoding="latin-1").read())
 
+    step("a status area that comes while the program runs gets its icon")
+    area.come()
+    icon = area.icon()
+
     step("hiding leaves the icon in the status area to come back from")
-    icon = Icon(area.stdout.readline().strip())
     assert [text for _, text in icon.items()] == [
         "Show Dorvanel", None, "Shred", "Shred and Log Out", "Shred and Shut Down",
         "Shred and Restart", None, "Quit Dorvanel"], icon.items()
@@ -225,6 +263,14 @@ def drive(stage, program, home, page, area):
     assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
     icon.choose("Show Dorvanel")
     stage.find("frame", "Dorvanel X")
+
+    step("a status area that goes takes no hidden program with it")
+    key("ctrl+h")
+    assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
+    area.go()
+    stage.find("frame", "Dorvanel X")
+    area.come()
+    icon = area.icon()
 
     step("a command of the icon's menu asks as any other")
     icon.choose("Shred and Restart")
