@@ -25,6 +25,10 @@ class PreferenceReader {
     /// Whether the application of this exact name is enabled. Main thread.
     [[nodiscard]] virtual bool browserIsEnabled(std::string_view name) = 0;
 
+    /// False where the stored preferences could not be read: the values are then the factory's,
+    /// which nobody chose, and nothing may be shredded by them. Any thread.
+    [[nodiscard]] virtual bool areKnown() const { return true; }
+
     /// objectForKey's boolean; an unknown key reads as NO.
     [[nodiscard]] bool boolForKey(std::string_view key) const {
         const std::optional<Number> value = objectForKey(key);
