@@ -80,7 +80,7 @@ int main(int argc, char** argv) {
     std::vector<double> alone, terminals, windowed;
     for (int round = 0; round < rounds; ++round) {
         {
-            std::vector<std::string> items = {makeTree(folder, files)};
+            const std::vector<std::string> items = {makeTree(folder, files)};
             NoProgress progress;
             NoText name;
             FileAccess engine({*system, platform::systemClock(), *draws}, *preferences, progress,
@@ -103,18 +103,18 @@ int main(int argc, char** argv) {
                                   *processes, *events, platform::systemLog(), bundle, *medium,
                                   resources});
         if (!program.launch({})) return 1;
-        std::vector<std::string> items = {makeTree(folder, files)};
+        const std::vector<std::string> items = {makeTree(folder, files)};
         std::chrono::steady_clock::time_point start, end;
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&] {
-            if (program.controller().run().mThreadCount != 0) return;
+            if (program.controller().run().threadCount() != 0) return;
             end = std::chrono::steady_clock::now();
             QCoreApplication::exit();
         });
         // Once the window has been painted and is at rest.
         QTimer::singleShot(std::chrono::milliseconds(300), [&] {
             start = std::chrono::steady_clock::now();
-            program.controller().run().startWorker(items);
+            program.controller().run().shredLaunchItems(items);
             watch.start(1);
         });
         program.run();

@@ -17,14 +17,13 @@ Controller::Controller(ControllerParts parts)
       browserWatch_({parts_.preferencesInstance, parts_.listing, parts_.runLoop, parts_.sound},
                     parts_.watchOutlets, *this),
       run_({fileAccessInstance_, parts_.preferencesInstance, browserWatch_, collectors_, mPathArray,
-            parts_.processes, parts_.events, parts_.clock, parts_.alertPanel, parts_.myWindow,
-            parts_.application, parts_.observer, parts_.beforeEachWait}) {
+            parts_.processes, parts_.events, parts_.quitWait, parts_.worker, parts_.alertPanel,
+            parts_.myWindow, parts_.application, parts_.observer}) {
     makeDockMenu();
 }
 
 void Controller::applicationDidFinishLaunching() {
-    run_.mAppNeedsToTerminate = 0;
-    run_.mAwaitingConfirmation = 0;
+    run_.applicationLaunches();
     parts_.myWindow.setFrameAutosaveName("My Window");
     // "1" makes a background element of the program, without a place among the others.
     if (parts_.bundle.objectForInfoDictionaryKey("NSUIElement") == "1") {
@@ -34,9 +33,8 @@ void Controller::applicationDidFinishLaunching() {
         parts_.myWindow.makeKeyAndOrderFront();
     }
 
-    run_.mThreadCount = 0;
     if (droppedFile) {
-        run_.startWorker(mDroppedItems);
+        run_.shredLaunchItems(std::exchange(mDroppedItems, {}));
         if (applicationLaunched == 0) browserWatch_.scheduleTimer();
     }
     applicationLaunched = 1;
@@ -47,15 +45,13 @@ void Controller::applicationDidFinishLaunching() {
     browserWatch_.setInitialState();
     profilesMenu_.populateProfilesMenu();
     browserWatch_.resetRunningRecords();
-    run_.mShutdownStatus = ShreddingRun::nothing;
-    run_.mLogoutShutdownRestart = 0;
 }
 
 TerminateReply Controller::applicationShouldTerminate() {
-    if (run_.mAwaitingConfirmation == 1) return TerminateReply::now;
+    giveUp();
+    if (run_.awaitingConfirmation()) return TerminateReply::now;
     browserWatch_.invalidateTimer();
-    run_.mAppNeedsToTerminate = 1;
-    return run_.mThreadCount == 0 ? TerminateReply::now : TerminateReply::later;
+    return run_.putOffQuit() ? TerminateReply::later : TerminateReply::now;
 }
 
 platform::Result<platform::Done> Controller::applicationWillTerminate() {

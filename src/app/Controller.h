@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,11 +12,13 @@
 #include "platform/Menu.h"
 #include "platform/ProcessListing.h"
 #include "platform/ProcessManager.h"
+#include "platform/QuitWait.h"
 #include "platform/RunLoop.h"
 #include "platform/SystemEvents.h"
 #include "platform/SystemSound.h"
 #include "platform/UserDefaults.h"
 #include "platform/Window.h"
+#include "platform/Worker.h"
 #include "platform/Workspace.h"
 #include "prefs/Preferences.h"
 #include "run/ShreddingRun.h"
@@ -40,6 +41,8 @@ struct ControllerParts {
     platform::ProcessListing& listing;
     platform::ProcessManager& processes;
     platform::SystemEvents& events;
+    platform::QuitWait& quitWait;
+    platform::Worker& worker;
     platform::SystemSound& sound;
     platform::BundleInformation& bundle;
     platform::AlertPanel& alertPanel;
@@ -51,8 +54,6 @@ struct ControllerParts {
     platform::TextField& fileName;
     BrowserWatchOutlets watchOutlets;
     RunObserver& observer;
-    /// Called now and then while the main thread waits for applications to quit; may be empty.
-    std::function<void()> beforeEachWait;
 };
 
 /// The application controller: the application's delegate and the owner of the engine, Browser
@@ -65,8 +66,9 @@ class Controller final : private BrowserWatchOwner {
 
     /// Everything that starts with the application, in order.
     void applicationDidFinishLaunching();
-    /// Stops Browser Watch; `later` while a worker works, which then answers "yes" itself. `now` at
-    /// once while a run is being prepared, behind an alert for example.
+    /// Gives up what has not reached its worker and stops Browser Watch; `later` while a worker
+    /// works, which then answers "yes" itself. `now` at once while a run is being prepared, behind
+    /// an alert for example.
     platform::TerminateReply applicationShouldTerminate();
     /// Saves the preferences.
     platform::Result<platform::Done> applicationWillTerminate();
@@ -89,6 +91,17 @@ class Controller final : private BrowserWatchOwner {
     void shredAndLogout() { run_.shredAndLogout(); }
     void shredAndShutdown() { run_.shredAndShutdown(); }
     void shredAndRestart() { run_.shredAndRestart(); }
+
+    /// Shreds files that somebody hands over: ShreddingRun::shredFiles.
+    bool shredFiles(std::vector<std::string> items) { return run_.shredFiles(std::move(items)); }
+    /// The program is asked to quit: at once, from any thread, also before it has launched. What
+    /// has not reached its worker is given up; nothing starts any more, and no logout, shutdown or
+    /// restart follows.
+    void giveUp() { run_.giveUp(); }
+    /// What is going on; any thread.
+    [[nodiscard]] Activity activity() const { return run_.activity(); }
+    [[nodiscard]] bool isBusy() const { return run_.isBusy(); }
+    [[nodiscard]] bool isQuitting() const { return run_.isQuitting(); }
 
     /// Items that are to be shredded when the application has launched; call it before.
     void setDroppedItems(std::vector<std::string> paths);

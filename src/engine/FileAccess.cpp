@@ -61,11 +61,12 @@ void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
     progress_.showNow(std::string_view());
 }
 
-void FileAccess::openDoc(platform::OpenPanel& panel) {
+void FileAccess::openDoc(platform::OpenPanel& panel,
+                         const std::function<void(std::vector<std::string>)>& shred) {
     panel.setAllowsMultipleSelection(true);
     std::optional<std::vector<std::string>> picked =
         panel.runModalForDirectory(platform::homeDirectory());
-    if (picked) shredDroppedFile(*picked);
+    if (picked) shred(std::move(*picked));
 }
 
 void FileAccess::shredOneFile(const std::string& path) {

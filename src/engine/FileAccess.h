@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,9 @@ class FileAccess {
     /// list. Items that do not exist are passed over. Nothing is reported; see `outcome`.
     void shredDroppedFile(std::vector<std::string>& paths);
 
-    /// Lets the user pick files and shreds them at once. Main thread.
-    void openDoc(platform::OpenPanel& panel);
+    /// Lets the user pick files, and has `shred` shred what was picked. Main thread.
+    static void openDoc(platform::OpenPanel& panel,
+                        const std::function<void(std::vector<std::string>)>& shred);
 
     /// Overwrites one file, a link's target in place of the link; does not remove it. Nothing
     /// happens where the path leads nowhere or cannot be opened. The contents are on the medium

@@ -6,8 +6,7 @@
 
 namespace dorvanel::platform {
 
-/// The output of a command that runs, read line by line. Closing it is the destructor's, which
-/// never waits for a command that hangs.
+/// The output of a command that runs, read line by line. Destroying it closes it.
 class CommandOutput {
   public:
     virtual ~CommandOutput() = default;
@@ -18,6 +17,10 @@ class CommandOutput {
     /// The next line with its newline, or the next 2047 bytes of one that is longer; cut at a NUL,
     /// as a C string is; "" at the end. Bytes.
     virtual std::string readLine() = 0;
+
+    /// Closes it; never waits for a command that hangs. Whether the listing is whole: read to its
+    /// end in time, and the command ended by itself and well. False when it was closed before.
+    virtual bool close() = 0;
 };
 
 /// Runs the command that lists the processes. Main thread.

@@ -52,19 +52,13 @@ std::int16_t Killer(platform::ProcessManager& processes, std::int16_t doQuit) {
     return count;
 }
 
-std::int16_t KillEveryone(platform::ProcessManager& processes, platform::Clock& clock,
-                          const std::function<void()>& beforeEachWait) {
-    const auto wait = [&] {
-        if (beforeEachWait) beforeEachWait();
-        clock.usleep(kWait);
-    };
-    Killer(processes, 1);
-    wait();
-    std::int16_t left = 0;
-    for (int i = 0; i < kMostWaits; ++i) {
+std::int16_t KillEveryone(platform::ProcessManager& processes, platform::QuitWait& quitWait) {
+    std::int16_t left = Killer(processes, 1);
+    bool goesOn = quitWait.wait(kWait);
+    for (int i = 0; i < kMostWaits && goesOn; ++i) {
         left = Killer(processes, 0);
         if (left == 0) break;
-        wait();
+        goesOn = quitWait.wait(kWait);
     }
     return left;
 }

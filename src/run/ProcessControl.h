@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <iosfwd>
 
-#include "platform/Clock.h"
 #include "platform/ProcessManager.h"
+#include "platform/QuitWait.h"
 #include "platform/SystemEvents.h"
 
 namespace dorvanel {
@@ -19,11 +18,9 @@ platform::OSErr SendQuitAppleEventToApplication(platform::ProcessManager& proces
 std::int16_t Killer(platform::ProcessManager& processes, std::int16_t doQuit);
 
 /// Asks every running watched application to quit, once, and waits for them: 0.5 s, then until
-/// none is left or 50 looks, half a second apart, have found one. The number still there at the
-/// end. `beforeEachWait`, where there is one, is called before the thread sleeps, so that a window
-/// can be redrawn.
-std::int16_t KillEveryone(platform::ProcessManager& processes, platform::Clock& clock,
-                          const std::function<void()>& beforeEachWait = {});
+/// none is left, 50 looks, half a second apart, have found one, or the waiting is cancelled. The
+/// number still there at the last look.
+std::int16_t KillEveryone(platform::ProcessManager& processes, platform::QuitWait& quitWait);
 
 /// Asks the system to log out, shut down or restart. noErr or why nothing will happen.
 platform::OSErr SendAppleEventToSystemProcess(platform::SystemEvents& events,

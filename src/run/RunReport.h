@@ -4,32 +4,53 @@
 #include <vector>
 
 #include "engine/Outcome.h"
+#include "run/Activity.h"
 
 namespace dorvanel {
 
-/// How a request for a run ended.
+/// How a request ended.
 enum class RunResult {
-    completed,        ///< the worker went through the whole list
+    completed,        ///< the worker went through the list; after a stop, as far as it came
     nothingSelected,  ///< no collector found anything to take
     cancelled,        ///< the user said no in one of the two alerts
-    notInitiated,     ///< a worker was still running, or the application is quitting
+    givenUp,          ///< the program was asked to quit before anything was touched
+    notInitiated,     ///< see `Refusal`
 };
 
-/// What a run did, for the front ends to show.
+/// Why a request was not initiated.
+enum class Refusal {
+    none,
+    atWork,              ///< another request is at work
+    quitting,            ///< the program is about to quit
+    preferencesUnknown,  ///< the stored preferences cannot be read
+    noThread,            ///< the machine has no thread to give
+};
+
+/// What a request did, for the front ends to show.
 struct RunReport {
     RunResult result = RunResult::completed;
-    Outcome outcome;                   ///< empty but for a completed run
+    Outcome outcome;                   ///< empty but for a completed request
     std::vector<std::string> skipped;  ///< applications passed over because they run
+    Refusal refusal = Refusal::none;
+    /// The files that somebody handed over, rather than a run over what the preferences select.
+    bool handedOver = false;
+    /// The logout, shutdown or restart that was to follow did not, as the program was asked to quit
+    /// or to stop.
+    bool endingStruck = false;
+    /// Whether nobody could tell which applications run, so that all counted as running.
+    bool listingUnknown = false;
 };
 
-/// Told of the beginning and the end of a run.
+/// Told of the beginning and the end of a request.
 class RunObserver {
   public:
     virtual ~RunObserver() = default;
+    /// What is going on has changed. By the thread that changed it.
+    virtual void activityChanged(Activity /*now*/) {}
     /// The items are about to be shredded: the last moment to say something about them. Main
     /// thread, before the worker starts.
     virtual void runBegins(const std::vector<std::string>& /*items*/) {}
-    /// By the thread on which the run ended: the worker for a completed run, the main thread
+    /// By the thread on which the request ended: the worker for a completed one, the main thread
     /// otherwise.
     virtual void runEnded(const RunReport& report) = 0;
 };

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "engine/ActivityLog.h"
 #include "run/CollectorOrder.h"
 #include "run/ItemSummary.h"
@@ -10,6 +12,14 @@
 namespace dorvanel {
 
 using platform::AlertButton;
+
+void ShreddingRun::applicationLaunches() {
+    mAppNeedsToTerminate = 0;
+    mAwaitingConfirmation = 0;
+    mThreadCount = 0;
+    mShutdownStatus = nothing;
+    mLogoutShutdownRestart = 0;
+}
 
 void ShreddingRun::shredAndNothing() {
     mShutdownStatus = nothing;
@@ -35,70 +45,86 @@ void ShreddingRun::shredAndRestart() {
 }
 
 void ShreddingRun::shred() {
-    if (mAwaitingConfirmation == 1) return;
+    if (mAwaitingConfirmation == 1) return refuse(reasonToRefuse(), false);
+    // Without the preferences nobody knows what to take, nor whether to ask.
+    if (!parts_.preferencesInstance.areKnown()) return refuse(Refusal::preferencesUnknown, false);
     mAwaitingConfirmation = 1;
-    BrowserWatch& watch = parts_.browserWatch;
-    if (!watch.isWatching()) {
-        watch.HandleBrowserWatchTimer(nullptr);
-        watch.showNotEnabled();
-    }
-
     if (mThreadCount == 0) waitForWorker();  // it may still be at its closing lines
-    kalvet_logger_close();
-    kalvet_logger_open();
-    if (!parts_.preferencesInstance.boolForKey("ActivityLog")) kalvet_logger_close();
+    const bool begun = state_.begin(Activity::asking);
+    lookAtProcessesUnwatched();
+    startLog();
+    if (refused(begun)) return;
 
-    if (refused()) return end(RunResult::notInitiated);
     kalvet_logger("Dorvanel Initiated");
     kalvet_logger("");
-    if (!confirmed()) return end(RunResult::cancelled);
-    if (mShutdownStatus != nothing && !applicationsQuit()) return end(RunResult::cancelled);
-
-    watch.HandleBrowserWatchTimer(nullptr);
-    collect();
+    if (!confirmed()) return;
+    if (mShutdownStatus != nothing && !applicationsQuit()) return;
+    if (!goesOn(Activity::collecting)) return;
+    parts_.browserWatch.HandleBrowserWatchTimer(nullptr);
+    if (!collect()) return end(RunResult::givenUp);
     if (parts_.mPathArray.empty()) {
         kalvet_logger("Nothing selected to shred");
-        mAwaitingConfirmation = 0;
         return end(RunResult::nothingSelected);
     }
+    if (!goesOn(Activity::shredding)) return;
     kalvet_logger("Start Shredding Now");
-    startWorker(parts_.mPathArray);
+    startWorker({.paths = &parts_.mPathArray, .ending = mShutdownStatus, .closesLog = true});
     mAwaitingConfirmation = 0;
 }
 
-bool ShreddingRun::refused() {
-    if (mThreadCount != 0) {
+void ShreddingRun::lookAtProcessesUnwatched() {
+    BrowserWatch& watch = parts_.browserWatch;
+    if (watch.isWatching()) return;
+    watch.HandleBrowserWatchTimer(nullptr);
+    watch.showNotEnabled();
+}
+
+void ShreddingRun::startLog() {
+    kalvet_logger_close();
+    kalvet_logger_open();
+    if (!parts_.preferencesInstance.boolForKey("ActivityLog")) kalvet_logger_close();
+}
+
+bool ShreddingRun::refused(bool begun) {
+    if (!begun) {
         kalvet_logger("Dorvanel *not* Initiated - thread already running");
         kalvet_logger("");
         mAwaitingConfirmation = 0;
+        refuse(Refusal::atWork, false);
         return true;
     }
-    if (mAppNeedsToTerminate == 1) {
+    if (mAppNeedsToTerminate == 1 || isQuitting()) {
         kalvet_logger("Dorvanel *not* Initiated - application needs to terminate");
         kalvet_logger("");
         // mAwaitingConfirmation stays 1: the application is about to go, and no run may start.
+        state_.end();
         parts_.application.replyToApplicationShouldTerminate(true);
+        refuse(Refusal::quitting, false);
         return true;
     }
     return false;
 }
 
-AlertButton ShreddingRun::ask(const std::string& title, const std::string& message,
-                              const std::string& defaultButton,
-                              const std::string& alternateButton) {
-    waiting_ = true;
-    const AlertButton answer =
-        parts_.alertPanel.runAlertPanel(title, message, defaultButton, alternateButton, "");
-    waiting_ = false;
-    return answer;
+/// Asks with `no` as the default button. False, and the run has ended, for that one and for a quit
+/// request, after which nobody looks at the answer.
+bool ShreddingRun::askOf(const std::string& title, const std::string& message,
+                         const std::string& no, const std::string& yes, const char* lineOfNo) {
+    const AlertButton answer = parts_.alertPanel.runAlertPanel(title, message, no, yes, "");
+    if (!goesOn(Activity::asking)) return false;
+    if (answer != AlertButton::defaultButton) return true;
+    kalvet_logger(lineOfNo);
+    parts_.browserWatch.disableProcessDisplay();
+    // mLogoutShutdownRestart stays as it is: a later plain run still takes the QuickTime cache.
+    mShutdownStatus = nothing;
+    end(RunResult::cancelled);
+    return false;
 }
 
-std::int16_t ShreddingRun::askApplicationsToQuit() {
-    waiting_ = true;
-    const std::int16_t running =
-        KillEveryone(parts_.processes, parts_.clock, parts_.beforeEachWait);
-    waiting_ = false;
-    return running;
+/// Whether the run is at this step now; if not, it was given up, and has ended.
+bool ShreddingRun::goesOn(Activity step) {
+    if (state_.goOn(step)) return true;
+    end(RunResult::givenUp);
+    return false;
 }
 
 bool ShreddingRun::confirmed() {
@@ -106,13 +132,9 @@ bool ShreddingRun::confirmed() {
     if (parts_.preferencesInstance.boolForKey("ConfirmShredding")) {
         parts_.myWindow.center();
         parts_.myWindow.makeKeyAndOrderFront();
-        const AlertButton answer =
-            ask("Dorvanel Confirmation",
-                "Are you sure you want to shred these items: " + summary + " ?", "No", "Yes");
-        if (answer == AlertButton::defaultButton) {
-            // mLogoutShutdownRestart stays as it is: a later plain run still takes the QuickTime
-            // cache.
-            cancel("User selected NO in Confirm dialog - Dorvanel Cancelled");
+        const std::string message = "Are you sure you want to shred these items: " + summary + " ?";
+        if (!askOf("Dorvanel Confirmation", message, "No", "Yes",
+                   "User selected NO in Confirm dialog - Dorvanel Cancelled")) {
             return false;
         }
     }
@@ -121,18 +143,21 @@ bool ShreddingRun::confirmed() {
     return true;
 }
 
-bool ShreddingRun::applicationsQuit() {
+void ShreddingRun::logEnding() {
     switch (mShutdownStatus) {
         case logout:
-            kalvet_logger("User selected Logout");
-            break;
+            return kalvet_logger("User selected Logout");
         case shutdown:
-            kalvet_logger("User selected Shutdown");
-            break;
+            return kalvet_logger("User selected Shutdown");
         case restart:
-            kalvet_logger("User selected Restart");
-            break;
+            return kalvet_logger("User selected Restart");
+        default:
+            return;
     }
+}
+
+bool ShreddingRun::applicationsQuit() {
+    logEnding();
     BrowserWatch& watch = parts_.browserWatch;
     watch.invalidateTimer();
     watch.showNotEnabled();
@@ -140,38 +165,27 @@ bool ShreddingRun::applicationsQuit() {
     watch.HandleBrowserWatchTimer(nullptr);
     kalvet_logger("");
 
-    const std::int16_t running = askApplicationsToQuit();
+    if (!goesOn(Activity::waitingForApplications)) return false;
+    const std::int16_t running = KillEveryone(parts_.processes, parts_.quitWait);
+    if (!goesOn(Activity::asking)) return false;
     if (running == 0) return true;
-    const AlertButton answer = ask(
-        "Dorvanel Quit Browsers",
-        fmt::format("{} Email or Browser Applications did not quit.  Please quit them and click OK "
-                    "to continue.  If you continue without quitting those applicaitons some items "
-                    "will not be shredded.",
-                    running),
-        "Cancel", "OK");
-    if (answer != AlertButton::defaultButton) return true;
-    cancel("User selected Cancel in Quit Browsers dialog - Dorvanel Cancelled");
-    return false;
+    const std::string message = fmt::format(
+        "{} Email or Browser Applications did not quit.  Please quit them and click OK "
+        "to continue.  If you continue without quitting those applicaitons some items "
+        "will not be shredded.",
+        running);
+    return askOf("Dorvanel Quit Browsers", message, "Cancel", "OK",
+                 "User selected Cancel in Quit Browsers dialog - Dorvanel Cancelled");
 }
 
-void ShreddingRun::cancel(const char* line) {
-    kalvet_logger(line);
-    parts_.browserWatch.disableProcessDisplay();
-    mAwaitingConfirmation = 0;
-    mShutdownStatus = nothing;
-}
-
-void ShreddingRun::end(RunResult result) {
-    RunReport report;
-    report.result = result;
-    if (result == RunResult::nothingSelected) report.skipped = skipped_;
-    parts_.observer.runEnded(report);
-}
-
-void ShreddingRun::collect() {
+/// Has the collectors fill the shred list, application by application. False when the run was given
+/// up meanwhile.
+bool ShreddingRun::collect() {
     skipped_.clear();
     for (const CollectorGroup& group : collectorGroups) {
-        if (group.isRunning(parts_.browserWatch.isRunning())) {
+        if (state_.now() != Activity::collecting) return false;
+        // Where nobody can tell what runs, everything may.
+        if (!parts_.browserWatch.isKnown() || group.isRunning(parts_.browserWatch.isRunning())) {
             skipped_.emplace_back(group.name);
             continue;
         }
@@ -183,52 +197,132 @@ void ShreddingRun::collect() {
         mLogoutShutdownRestart = 0;
         parts_.collectors.QuicktimeCache();
     }
+    return true;
 }
 
-void ShreddingRun::startWorker(std::vector<std::string>& paths) {
-    waitForWorker();
-    parts_.observer.runBegins(paths);
-    ++mThreadCount;
-    worker_ = std::thread([this, &paths] { HandleThread(paths); });
+bool ShreddingRun::shredFiles(std::vector<std::string> items) {
+    return startHandedOver(std::move(items), false);
 }
 
-void ShreddingRun::waitForWorker() {
-    if (worker_.joinable()) worker_.join();
+bool ShreddingRun::shredLaunchItems(std::vector<std::string> items) {
+    return startHandedOver(std::move(items), true);
 }
 
-void ShreddingRun::HandleThread(std::vector<std::string>& paths) {
-    parts_.fileAccessInstance.shredDroppedFile(paths);
-    RunReport report{RunResult::completed, parts_.fileAccessInstance.outcome(), skipped_};
-    if (--mThreadCount == 0 && parts_.preferencesInstance.boolForKey("HideAfterShredding")) {
-        parts_.application.hide();
+bool ShreddingRun::startHandedOver(std::vector<std::string> items, bool closesLog) {
+    if (mThreadCount == 0 && mAwaitingConfirmation == 0) waitForWorker();
+    Refusal refusal = reasonToRefuse();
+    if (refusal == Refusal::none && !state_.begin(Activity::shredding)) refusal = Refusal::atWork;
+    if (refusal != Refusal::none) {
+        refuse(refusal, true);
+        return false;
     }
+    handedOver_ = std::move(items);
+    skipped_.clear();
+    return startWorker({.paths = &handedOver_, .closesLog = closesLog, .handedOver = true});
+}
+
+Refusal ShreddingRun::reasonToRefuse() const {
+    if (mAppNeedsToTerminate == 1 || isQuitting()) return Refusal::quitting;
+    if (isBusy() || mAwaitingConfirmation == 1) return Refusal::atWork;
+    if (!parts_.preferencesInstance.areKnown()) return Refusal::preferencesUnknown;
+    return Refusal::none;
+}
+
+bool ShreddingRun::startWorker(const Work& work) {
+    parts_.observer.runBegins(*work.paths);
+    ++mThreadCount;
+    if (parts_.worker.start([this, work] { HandleThread(work); })) return true;
+    --mThreadCount;
+    work.paths->clear();
+    kalvet_logger("Dorvanel *not* Initiated - no thread available");
     kalvet_logger("");
-    kalvet_logger("Dorvanel Completed Successfully");
     kalvet_logger_close();
-    if (!parts_.browserWatch.isWatching()) parts_.browserWatch.disableProcessDisplay();
-    sendSystemEvent();
+    state_.end();
+    refuse(Refusal::noThread, work.handedOver);
+    return false;
+}
+
+void ShreddingRun::HandleThread(const Work& work) {
+    parts_.fileAccessInstance.shredDroppedFile(*work.paths);
+    RunReport report;
+    report.outcome = parts_.fileAccessInstance.outcome();
+    report.skipped = skipped_;
+    report.handedOver = work.handedOver;
+    const bool stopped = report.outcome.stopped;
+
+    state_.finish();
+    const bool isLast = --mThreadCount == 0;
+    if (work.closesLog) {
+        if (isLast && parts_.preferencesInstance.boolForKey("HideAfterShredding")) {
+            parts_.application.hide();
+        }
+        kalvet_logger("");
+        kalvet_logger(stopped ? "Dorvanel Stopped - some items were not shredded"
+                              : "Dorvanel Completed Successfully");
+        kalvet_logger_close();
+        if (!parts_.browserWatch.isWatching()) parts_.browserWatch.disableProcessDisplay();
+    }
+    if (work.ending != nothing) {
+        report.endingStruck = stopped || isQuitting();
+        if (!report.endingStruck) sendSystemEvent(work.ending);
+    }
+    state_.end();
     parts_.observer.runEnded(report);
     if (mAppNeedsToTerminate == 1) parts_.application.replyToApplicationShouldTerminate(true);
 }
 
-void ShreddingRun::sendSystemEvent() {
+void ShreddingRun::sendSystemEvent(std::int16_t ending) {
     // What comes of it is not looked at: the run is over, and the system tells the user itself.
-    const auto send = [this](platform::FourCharCode event) {
-        SendAppleEventToSystemProcess(parts_.events, event);
-    };
-    switch (mShutdownStatus) {
+    switch (ending) {
         case logout:
-            send(platform::kAEReallyLogOut);
+            SendAppleEventToSystemProcess(parts_.events, platform::kAEReallyLogOut);
             break;
         case shutdown:
-            send(platform::kAEShutDown);
+            SendAppleEventToSystemProcess(parts_.events, platform::kAEShutDown);
             break;
         case restart:
-            send(platform::kAERestart);
+            SendAppleEventToSystemProcess(parts_.events, platform::kAERestart);
             break;
         default:
             break;
     }
+}
+
+void ShreddingRun::giveUp() {
+    state_.giveUp();
+    parts_.quitWait.cancel();
+}
+
+bool ShreddingRun::putOffQuit() {
+    mAppNeedsToTerminate = 1;
+    return mThreadCount != 0;
+}
+
+/// Ends a run that has no worker.
+void ShreddingRun::end(RunResult result) {
+    RunReport report;
+    report.result = result;
+    if (result == RunResult::nothingSelected) {
+        report.skipped = skipped_;
+        report.listingUnknown = !parts_.browserWatch.isKnown();
+    }
+    if (result == RunResult::givenUp) {
+        report.endingStruck = mShutdownStatus != nothing;
+        mShutdownStatus = nothing;
+        parts_.mPathArray.clear();
+        kalvet_logger_close();
+    }
+    mAwaitingConfirmation = 0;
+    state_.end();
+    parts_.observer.runEnded(report);
+}
+
+void ShreddingRun::refuse(Refusal refusal, bool handedOver) {
+    RunReport report;
+    report.result = RunResult::notInitiated;
+    report.refusal = refusal;
+    report.handedOver = handedOver;
+    parts_.observer.runEnded(report);
 }
 
 }  // namespace dorvanel

@@ -2,28 +2,28 @@
 
 #include <atomic>
 #include <cstdint>
-#include <functional>
 #include <string>
-#include <thread>
-#include <utility>
 #include <vector>
 
 #include "engine/FileAccess.h"
 #include "platform/AlertPanel.h"
 #include "platform/Application.h"
-#include "platform/Clock.h"
 #include "platform/ProcessManager.h"
+#include "platform/QuitWait.h"
 #include "platform/SystemEvents.h"
 #include "platform/Window.h"
+#include "platform/Worker.h"
 #include "prefs/PreferenceReader.h"
+#include "run/Activity.h"
 #include "run/RunReport.h"
 #include "targets/Collectors.h"
 #include "watch/BrowserWatch.h"
 
 namespace dorvanel {
 
-/// One shredding run, from its guards to its end. The actions are for the main thread; at most one
-/// worker thread works at a time. The flags are atomics, as both threads look at them.
+/// All shredding goes through here: a run over what the preferences select, from its guards to its
+/// end, and files that somebody hands over. One at a time, on one worker thread. The requests are
+/// for the main thread.
 class ShreddingRun {
   public:
     /// What a run works with; all of it must outlive the run.
@@ -35,20 +35,24 @@ class ShreddingRun {
         std::vector<std::string>& mPathArray;  ///< the shred list that the collectors fill
         platform::ProcessManager& processes;
         platform::SystemEvents& events;
-        platform::Clock& clock;
+        platform::QuitWait& quitWait;
+        platform::Worker& worker;
         platform::AlertPanel& alertPanel;
         platform::Window& myWindow;
         platform::Application& application;
         RunObserver& observer;
-        /// Called before each half second of waiting for applications to quit; may be empty.
-        std::function<void()> beforeEachWait;
     };
 
-    explicit ShreddingRun(Parts parts) : parts_(std::move(parts)) {}
+    explicit ShreddingRun(Parts parts)
+        : parts_(parts), state_([this](Activity now) { parts_.observer.activityChanged(now); }) {}
     /// Waits for the worker.
     ~ShreddingRun() { waitForWorker(); }
     ShreddingRun(const ShreddingRun&) = delete;
     ShreddingRun& operator=(const ShreddingRun&) = delete;
+
+    /// The program has launched: the flags are as at the beginning. A quit request that has come
+    /// already stays.
+    void applicationLaunches();
 
     /// A run that ends as `mShutdownStatus` says. Returns once the worker has been started, or when
     /// there is to be none; a call that comes while another is in an alert does nothing.
@@ -58,43 +62,80 @@ class ShreddingRun {
     void shredAndShutdown();
     void shredAndRestart();
 
-    /// Starts a worker for files that were handed over, without a run around it: no guards, no
-    /// collectors. `paths` must live until the worker has ended.
-    void startWorker(std::vector<std::string>& paths);
+    /// Shreds what somebody hands over: no question, no collectors. False, which the observer has
+    /// been told, when it is refused. The end comes by the observer.
+    bool shredFiles(std::vector<std::string> items);
+    /// As `shredFiles`, for the items of a launch: their end closes the log and may hide the
+    /// application, as a run's does.
+    bool shredLaunchItems(std::vector<std::string> items);
+
+    /// The program is asked to quit: see ActivityState::giveUp. Ends a wait for applications too;
+    /// an alert that is open is its owner's to end. Any thread.
+    void giveUp();
+    /// The program is asked to quit once the worker has ended, which then answers the request.
+    /// False when no worker works and it may quit at once.
+    bool putOffQuit();
 
     /// Returns when no worker works any more.
-    void waitForWorker();
+    void waitForWorker() { parts_.worker.wait(); }
 
-    /// Whether the main thread waits for the user, or for applications to quit: nothing has been
-    /// touched yet, and the program may end. Any thread.
-    [[nodiscard]] bool isWaitingForSomebody() const { return waiting_; }
+    /// Any thread.
+    [[nodiscard]] Activity activity() const { return state_.now(); }
+    [[nodiscard]] bool isBusy() const { return activity() != Activity::idle; }
+    [[nodiscard]] bool isQuitting() const { return state_.isQuitting(); }
 
     /// What follows a run.
     enum ShutdownStatus : std::int16_t { nothing, logout, shutdown, restart };
 
-    std::atomic<std::int16_t> mThreadCount = 0;  ///< workers started and not yet finished
-    std::atomic<std::int8_t> mAppNeedsToTerminate = 0;
-    std::atomic<std::int8_t> mAwaitingConfirmation = 0;  ///< `shred` is on the main thread
-    std::atomic<std::int16_t> mShutdownStatus = nothing;
-    std::int8_t mLogoutShutdownRestart = 0;  ///< the next run takes the QuickTime cache too
+    // The flags, for who wants to know; they follow what goes on and do not steer it. Any thread.
+
+    /// Workers started and not yet finished.
+    [[nodiscard]] std::int16_t threadCount() const { return mThreadCount; }
+    [[nodiscard]] bool appNeedsToTerminate() const { return mAppNeedsToTerminate == 1; }
+    /// Whether `shred` is on the main thread.
+    [[nodiscard]] bool awaitingConfirmation() const { return mAwaitingConfirmation == 1; }
+    [[nodiscard]] std::int16_t shutdownStatus() const { return mShutdownStatus; }
+    /// Whether the next run takes the QuickTime cache too. Main thread.
+    [[nodiscard]] bool logoutShutdownRestart() const { return mLogoutShutdownRestart == 1; }
 
   private:
-    platform::AlertButton ask(const std::string& title, const std::string& message,
-                              const std::string& defaultButton, const std::string& alternateButton);
-    std::int16_t askApplicationsToQuit();
-    bool refused();
+    /// What the worker is given to do.
+    struct Work {
+        std::vector<std::string>* paths = nullptr;
+        std::int16_t ending = nothing;
+        /// A run, or the items of a launch: its end closes the log and may hide the application.
+        bool closesLog = false;
+        bool handedOver = false;
+    };
+
+    void lookAtProcessesUnwatched();
+    void startLog();
+    bool refused(bool begun);
     bool confirmed();
     bool applicationsQuit();
-    void cancel(const char* line);
+    void logEnding();
+    bool askOf(const std::string& title, const std::string& message, const std::string& no,
+               const std::string& yes, const char* lineOfNo);
+    bool goesOn(Activity step);
+    bool collect();
+    bool startHandedOver(std::vector<std::string> items, bool closesLog);
+    Refusal reasonToRefuse() const;
+    bool startWorker(const Work& work);
+    void HandleThread(const Work& work);
+    void sendSystemEvent(std::int16_t ending);
     void end(RunResult result);
-    void collect();
-    void HandleThread(std::vector<std::string>& paths);
-    void sendSystemEvent();
+    void refuse(Refusal refusal, bool handedOver);
 
     Parts parts_;
-    std::atomic<bool> waiting_ = false;
+    ActivityState state_;
+    std::atomic<std::int16_t> mThreadCount = 0;
+    std::atomic<std::int8_t> mAppNeedsToTerminate = 0;
+    std::atomic<std::int8_t> mAwaitingConfirmation = 0;
+    std::atomic<std::int16_t> mShutdownStatus = nothing;
+    std::int8_t mLogoutShutdownRestart = 0;
+
+    std::vector<std::string> handedOver_;  ///< the worker's while it works
     std::vector<std::string> skipped_;
-    std::thread worker_;
 };
 
 }  // namespace dorvanel

@@ -69,6 +69,7 @@ void BrowserWatch::HandleBrowserWatchTimer(platform::Timer* sender) {
         fmt::format("ps -w -w -o command -U {}", services_.listing.userName());
     const std::int16_t found = CheckStatus(command, testStrings());
     checkEnabled();
+    if (!known_) return;  // the texts say what the latest look found, and there was none
     if (found == 1) {
         showStatus(kRunning);
         browserWatchWasRunning = 1;
@@ -84,32 +85,41 @@ void BrowserWatch::HandleBrowserWatchTimer(platform::Timer* sender) {
 std::int16_t BrowserWatch::CheckStatus(const std::string& command,
                                        const std::vector<std::string_view>& aTestStrings) {
     kalvet_debugger_open();
+    const std::optional<bw_typedef> found = listed(command, aTestStrings);
+    kalvet_debugger_close();
+    known_ = found.has_value();
+    if (!found) return 0;
     mWasRunning = mIsRunning;
-    mIsRunning = {};
+    mIsRunning = *found;
+    std::int16_t result = 0;
+    for (std::size_t i = 0; i < kWatchedApplications.size(); ++i) {
+        const bool runs = mIsRunning.*kWatchedApplications[i].flag != 0;
+        setColor(i, runs ? Color::red : Color::green);
+        if (runs) result = 1;
+    }
+    return result;
+}
+
+/// The applications that the listing names; nothing where it is not whole.
+std::optional<bw_typedef> BrowserWatch::listed(const std::string& command,
+                                               const std::vector<std::string_view>& aTestStrings) {
     kalvet_debugger(command);
     std::unique_ptr<platform::CommandOutput> output = services_.listing.open(command);
     if (output == nullptr) {
         services_.sound.beep();
-        kalvet_debugger_close();
-        return 0;
+        return std::nullopt;
     }
     kalvet_debugger(output->readLine());  // the column header
-    std::int16_t result = 0;
+    bw_typedef found{};
     while (!output->atEnd()) {
         const std::string line = output->readLine();
         kalvet_debugger(line);
         const std::size_t index = applicationNamedIn(line, aTestStrings);
         if (index >= std::min(aTestStrings.size(), kWatchedApplications.size())) continue;
-        mIsRunning.*kWatchedApplications[index].flag = 1;
-        setColor(index, Color::red);
-        result = 1;
+        found.*kWatchedApplications[index].flag = 1;
     }
-    output.reset();
-    kalvet_debugger_close();
-    for (std::size_t i = 0; i < kWatchedApplications.size(); ++i) {
-        if (mIsRunning.*kWatchedApplications[i].flag == 0) setColor(i, Color::green);
-    }
-    return result;
+    if (!output->close()) return std::nullopt;
+    return found;
 }
 
 void BrowserWatch::checkEnabled() {

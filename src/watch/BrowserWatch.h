@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,7 +67,8 @@ class BrowserWatch {
     // Steps of a pass.
 
     /// Runs the listing and sets mIsRunning, and the labels to red and green. 1 if a line matched
-    /// any test string, else 0; the strings stand in the order of the flags.
+    /// any test string, else 0; the strings stand in the order of the flags. Where the listing
+    /// cannot be had, or not whole, nobody knows what runs: flags and labels stay as they were.
     std::int16_t CheckStatus(const std::string& command,
                              const std::vector<std::string_view>& aTestStrings);
     /// Sets mIsEnabled, and the labels of the applications that are not enabled to light grey.
@@ -77,6 +79,8 @@ class BrowserWatch {
     /// Whether the watch timer runs. Any thread: the worker of a run asks too.
     [[nodiscard]] bool isWatching() const { return watching_; }
     [[nodiscard]] const bw_typedef& isRunning() const { return mIsRunning; }
+    /// Whether the latest pass could tell what runs.
+    [[nodiscard]] bool isKnown() const { return known_; }
     [[nodiscard]] const bw_typedef& wasRunning() const { return mWasRunning; }
     /// Ends the watch and shows nothing of it; the poll starts it again.
     void invalidateTimer();
@@ -85,6 +89,8 @@ class BrowserWatch {
     void disableProcessDisplay();
 
   private:
+    [[nodiscard]] std::optional<bw_typedef> listed(
+        const std::string& command, const std::vector<std::string_view>& aTestStrings);
     void startWatching();
     void showStatus(std::string_view text);
     void setColor(std::size_t application, platform::Color color);
@@ -98,9 +104,10 @@ class BrowserWatch {
     std::shared_ptr<platform::Timer> browserWatchTimer;  ///< null: Browser Watch is off
     std::atomic<bool> watching_ = false;                 ///< whether it is set
     std::int16_t browserWatchWasRunning = 0;             ///< the status line's memory
-    bw_typedef mWasRunning;                              ///< as the pass before found it
-    bw_typedef mIsRunning;                               ///< as the latest pass found it
+    bw_typedef mWasRunning;                              ///< as the known pass before found it
+    bw_typedef mIsRunning;                               ///< as the latest known pass found it
     bw_typedef mIsEnabled;                               ///< as of the latest pass
+    bool known_ = false;                                 ///< whether the latest pass found it out
 };
 
 }  // namespace dorvanel

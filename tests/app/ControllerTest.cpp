@@ -12,6 +12,7 @@
 #include "support/FakeOutlets.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeQuitWait.h"
 #include "support/FakeRunLoop.h"
 #include "support/FakeUserDefaults.h"
 #include "support/LogCapture.h"
@@ -54,6 +55,8 @@ class ControllerTest : public ::testing::Test, private RunObserver {
     FakeProcessListing listing;
     FakeProcessManager processes;
     FakeSystemEvents events{calls};
+    FakeQuitWait quitWait{clock};
+    std::unique_ptr<platform::Worker> worker = platform::makeWorker();
     FakeSystemSound sound;
     FakeBundle bundle;
     FakeAlertPanel alerts;
@@ -79,6 +82,8 @@ class ControllerTest : public ::testing::Test, private RunObserver {
          listing,
          processes,
          events,
+         quitWait,
+         *worker,
          sound,
          bundle,
          alerts,
@@ -90,8 +95,7 @@ class ControllerTest : public ::testing::Test, private RunObserver {
          fileName,
          {&status, &labels[0], &labels[1], &labels[2], &labels[3], &labels[4], &labels[5],
           &labels[6], &labels[7], &labels[8], &labels[9], &labels[10], &labels[11]},
-         *this,
-         {}}};
+         *this}};
 };
 
 TEST_F(ControllerTest, LaunchingShowsTheWindowAndStartsBrowserWatch) {
@@ -167,7 +171,7 @@ TEST_F(ControllerTest, QuittingWhileIdleIsAllowedAtOnceAndStopsTheWatch) {
     controller.applicationDidFinishLaunching();
     EXPECT_EQ(controller.applicationShouldTerminate(), TerminateReply::now);
     EXPECT_FALSE(controller.browserWatch().isWatching());
-    EXPECT_EQ(controller.run().mAppNeedsToTerminate, 1);
+    EXPECT_TRUE(controller.run().appNeedsToTerminate());
 }
 
 TEST_F(ControllerTest, QuittingWhileAWorkerShredsWaitsForItsLastLine) {
@@ -179,7 +183,7 @@ TEST_F(ControllerTest, QuittingWhileAWorkerShredsWaitsForItsLastLine) {
     TerminateReply reply = TerminateReply::now;
     fileName.onSet = [&] {
         if (asked.exchange(true)) return;
-        while (controller.run().mAwaitingConfirmation == 1) {  // the action has not returned yet
+        while (controller.run().awaitingConfirmation()) {  // the action has not returned yet
         }
         reply = controller.applicationShouldTerminate();
     };
@@ -192,11 +196,17 @@ TEST_F(ControllerTest, QuittingWhileAWorkerShredsWaitsForItsLastLine) {
 }
 
 TEST_F(ControllerTest, QuittingWhileTheConfirmationIsOpenQuitsAtOnce) {
+    addSafariCache();
     controller.applicationDidFinishLaunching();
-    controller.run().mAwaitingConfirmation = 1;
-    EXPECT_EQ(controller.applicationShouldTerminate(), TerminateReply::now);
+    alerts.answer = AlertButton::alternateButton;
+    TerminateReply reply = TerminateReply::later;
+    alerts.onAlert = [&] { reply = controller.applicationShouldTerminate(); };
+    controller.shredAndNothing();
+    controller.run().waitForWorker();
+    EXPECT_EQ(reply, TerminateReply::now);
     EXPECT_TRUE(controller.browserWatch().isWatching()) << "nothing else is touched";
-    EXPECT_EQ(controller.run().mAppNeedsToTerminate, 0);
+    EXPECT_FALSE(controller.run().appNeedsToTerminate());
+    EXPECT_TRUE(std::filesystem::exists(home / "Library/Caches/Safari/page.cache"));
 }
 
 TEST_F(ControllerTest, TheQuitCommandWithoutBrowserWatchQuitsWithNoSheet) {

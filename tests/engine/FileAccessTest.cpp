@@ -67,22 +67,19 @@ class FakeOpenPanel final : public platform::OpenPanel {
     std::optional<std::vector<std::string>> picked;
 };
 
-TEST_F(FileAccessTest, TheOpenPanelStartsAtHomeAndItsFilesAreShreddedAtOnce) {
-    writeFile(folder / "one", "1");
-    writeFile(folder / "two", "2");
+TEST_F(FileAccessTest, TheOpenPanelStartsAtHomeAndItsFilesAreHandedOverAtOnce) {
     FakeOpenPanel panel;
     panel.picked = {folder / "one", folder / "two"};
-    access.openDoc(panel);
+    std::vector<std::string> handedOver;
+    FileAccess::openDoc(panel, [&](std::vector<std::string> items) { handedOver = items; });
     EXPECT_TRUE(panel.allowsMultiple);
     EXPECT_EQ(panel.startedIn, home.path());
-    EXPECT_THAT(namesIn(folder.path()), ElementsAre("tree"));
+    EXPECT_THAT(handedOver, ElementsAre(folder / "one", folder / "two"));
 }
 
 TEST_F(FileAccessTest, ACancelledOpenPanelDoesNothing) {
     FakeOpenPanel panel;
-    access.openDoc(panel);
-    EXPECT_THAT(shreddingProgress.values, IsEmpty());
-    EXPECT_THAT(fileName.texts, IsEmpty());
+    FileAccess::openDoc(panel, [](const std::vector<std::string>&) { FAIL(); });
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "app/terminal/CommandLine.h"
 #include "app/terminal/EscapedText.h"
 #include "fuzz/FuzzInput.h"
+#include "support/FakeAnswers.h"
 
 // The words of a command line, a NUL between them. They are read and checked; nothing that they ask
 // for is done.
@@ -24,7 +25,7 @@ std::vector<std::string> wordsOf(const std::string& bytes) {
 void checkReading(const std::vector<std::string>& words) {
     std::ostringstream out;
     std::ostringstream err;
-    std::istringstream in;
+    test::FakeAnswers in;
     terminal::Terminal terminal{out, err, in, true, true, [] { return 80; }};
     terminal::ExitStatus ended = terminal::ExitStatus::done;
     const auto command = terminal::readCommandLine(words, terminal, ended);

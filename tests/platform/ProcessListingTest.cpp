@@ -86,6 +86,37 @@ TEST(ProcessListingTest, ACommandThatStaysAfterItsOutputIsNotWaitedForEither) {
               (Lines{"COMMAND\n", ""}));
 }
 
+/// Whether a listing is whole that is read to its end.
+bool isWhole(const std::string& command,
+             std::chrono::milliseconds limit = platform::kListingTimeLimit) {
+    const auto listing = platform::makeProcessListing(limit);
+    const auto output = listing->open(command);
+    linesOf(*output);
+    return output->close();
+}
+
+TEST(ProcessListingTest, AListingReadToItsEndOfACommandThatEndedWellIsWhole) {
+    EXPECT_TRUE(isWhole("echo COMMAND; echo one"));
+    EXPECT_TRUE(isWhole("printf 'COMMAND\\none'"));
+}
+
+TEST(ProcessListingTest, AListingThatFailedWasKilledOrTookTooLongIsNotWhole) {
+    HangingCommand hanging;
+    EXPECT_FALSE(isWhole("dorvanel-no-such-command 2>/dev/null"));
+    EXPECT_FALSE(isWhole("echo COMMAND; exit 1"));
+    EXPECT_FALSE(isWhole("echo COMMAND; echo one; kill -9 $$"));
+    EXPECT_FALSE(isWhole("echo COMMAND; " + hanging.text(), 200ms));
+    EXPECT_FALSE(isWhole("echo COMMAND; exec >&-; " + hanging.text(), 200ms));
+}
+
+TEST(ProcessListingTest, AListingThatIsNotReadToItsEndIsNotWhole) {
+    const auto listing = platform::makeProcessListing();
+    const auto output = listing->open("echo COMMAND; echo one");
+    output->readLine();
+    EXPECT_FALSE(output->close());
+    EXPECT_FALSE(output->close()) << "closed already";
+}
+
 TEST(ProcessListingTest, NoMoreAreStartedWhileFourHangAndThenTheyAre) {
     HangingCommand hanging;
     const auto listing = platform::makeProcessListing(1ms);

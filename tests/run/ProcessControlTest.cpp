@@ -8,6 +8,7 @@
 
 #include "support/FakeClock.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeQuitWait.h"
 
 namespace dorvanel::test {
 namespace {
@@ -25,11 +26,12 @@ class ProcessControlTest : public ::testing::Test {
 
     FakeProcessManager processes;
     FakeClock clock;
+    FakeQuitWait quitWait{clock};
 };
 
 TEST_F(ProcessControlTest, WithNoWatchedApplicationNothingIsSentAndOneWaitIsAll) {
     processes.add("Finder", "FNDR", "MACS");
-    EXPECT_EQ(KillEveryone(processes, clock), 0);
+    EXPECT_EQ(KillEveryone(processes, quitWait), 0);
     EXPECT_TRUE(processes.quits.empty());
     EXPECT_THAT(clock.sleeps, ElementsAre(500'000us));
     EXPECT_EQ(processes.walks, 2);
@@ -61,14 +63,14 @@ TEST_F(ProcessControlTest, AnApplicationThatQuitsAfterTenSecondsEndsTheWaitAtThe
     processes.onWalk = [&] {
         if (clock.now() - start >= 10s) processes.processes.clear();
     };
-    EXPECT_EQ(KillEveryone(processes, clock), 0);
+    EXPECT_EQ(KillEveryone(processes, quitWait), 0);
     EXPECT_EQ(slept(), 10s);
     EXPECT_EQ(processes.walks, 21);  // one to quit, then a look at 0.5 s, 1 s, ... 10 s
 }
 
 TEST_F(ProcessControlTest, OneThatNeverQuitsIsWaitedForFor25AndAHalfSecondsAndAskedOnce) {
     processes.add("Safari", "APPL", "sfri");
-    EXPECT_EQ(KillEveryone(processes, clock), 1);
+    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
     EXPECT_EQ(slept(), 25'500ms);
     EXPECT_EQ(clock.sleeps.size(), 51U);
     EXPECT_EQ(processes.quits.size(), 1U);
@@ -81,18 +83,17 @@ TEST_F(ProcessControlTest, TheLastLookCountsEvenWhenOneQuitsDuringTheLastWait) {
     processes.onWalk = [&] {
         if (clock.now() - start >= 25'500ms) processes.processes.clear();
     };
-    EXPECT_EQ(KillEveryone(processes, clock), 1);
+    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
 }
 
-TEST_F(ProcessControlTest, TheHookIsCalledBeforeEachWait) {
-    std::vector<std::size_t> sleepsBefore;
+TEST_F(ProcessControlTest, ACancelledWaitEndsItAtOnce) {
     processes.add("Safari", "APPL", "sfri");
-    const auto start = clock.now();
-    processes.onWalk = [&] {
-        if (clock.now() - start >= 1s) processes.processes.clear();
+    quitWait.onWait = [&] {
+        if (clock.sleeps.size() == 2) quitWait.cancel();
     };
-    KillEveryone(processes, clock, [&] { sleepsBefore.push_back(clock.sleeps.size()); });
-    EXPECT_THAT(sleepsBefore, ElementsAre(0U, 1U));
+    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
+    EXPECT_EQ(slept(), 1s);
+    EXPECT_EQ(processes.walks, 3);
 }
 
 TEST_F(ProcessControlTest, AllElevenSignaturesAreWatchedAndNoOthers) {

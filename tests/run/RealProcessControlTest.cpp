@@ -5,7 +5,7 @@
 
 #include "run/ProcessControl.h"
 #include "support/FakeApplication.h"
-#include "support/FakeClock.h"
+#include "support/FakeQuitWait.h"
 #include "support/OnlyTheseProcesses.h"
 #include "support/TemporaryFolder.h"
 
@@ -19,6 +19,7 @@ class RealProcessControlTest : public ::testing::Test {
   protected:
     TemporaryFolder folder;
     FakeClock clock;
+    FakeQuitWait quitWait{clock};
 };
 
 TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
@@ -26,10 +27,10 @@ TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
     OnlyTheseProcesses processes({safari.pid()});
     int ending = -1;
     // The test is its parent: it must be waited for before it can be gone.
-    const auto end = [&] {
+    quitWait.onWait = [&] {
         if (ending < 0) ending = safari.process().waitForEnd();
     };
-    EXPECT_EQ(KillEveryone(processes, clock, end), 0);
+    EXPECT_EQ(KillEveryone(processes, quitWait), 0);
     EXPECT_EQ(ending, 128 + SIGTERM);
     EXPECT_EQ(clock.sleeps.size(), 1U);
 }
@@ -37,7 +38,7 @@ TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
 TEST_F(RealProcessControlTest, OneThatTakesNoNoticeIsStillThereAtTheEnd) {
     const FakeApplication mail(folder.path(), "Mail", "APPLemal", "stay");
     OnlyTheseProcesses processes({mail.pid()});
-    EXPECT_EQ(KillEveryone(processes, clock), 1);
+    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
     EXPECT_EQ(clock.sleeps.size(), 51U);
     EXPECT_TRUE(mail.isRunning());
 }

@@ -18,6 +18,7 @@
 #include "support/FakePreferences.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeQuitWait.h"
 #include "support/FakeRunLoop.h"
 #include "support/FakeUserDefaults.h"
 #include "support/LogCapture.h"
@@ -47,7 +48,7 @@ class ScriptedAlertPanel final : public platform::AlertPanel {
 
 /// A run over a temporary home: the engine, the collectors and Browser Watch are the real ones;
 /// the processes, the clock, the alerts and the system are the test's.
-class RunFixture : public ::testing::Test, private BrowserWatchOwner, private RunObserver {
+class RunFixture : public ::testing::Test, private BrowserWatchOwner, protected RunObserver {
   protected:
     RunFixture() {
         preferences.set("ActivityLog", true);
@@ -88,6 +89,8 @@ class RunFixture : public ::testing::Test, private BrowserWatchOwner, private Ru
     FakeApplicationObject application{calls};
     FakeWindow window{calls};
     ScriptedAlertPanel alerts{calls};
+    FakeQuitWait quitWait{clock};
+    std::unique_ptr<platform::Worker> worker = platform::makeWorker();
     FakeProgressIndicator progress;
     FakeTextField fileName;
     FakeTextField status;
@@ -104,19 +107,8 @@ class RunFixture : public ::testing::Test, private BrowserWatchOwner, private Ru
         {&status, &labels[0], &labels[1], &labels[2], &labels[3], &labels[4], &labels[5],
          &labels[6], &labels[7], &labels[8], &labels[9], &labels[10], &labels[11]},
         *this};
-    ShreddingRun run{{fileAccess,
-                      preferences,
-                      watch,
-                      collectors,
-                      mPathArray,
-                      processes,
-                      events,
-                      clock,
-                      alerts,
-                      window,
-                      application,
-                      *this,
-                      {}}};
+    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, processes, events,
+                      quitWait, *worker, alerts, window, application, *this}};
 };
 
 }  // namespace dorvanel::test

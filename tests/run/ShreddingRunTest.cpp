@@ -16,6 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 using ShreddingRunTest = RunFixture;
 
@@ -46,7 +47,7 @@ TEST_F(ShreddingRunTest, ShredsWhatTheCollectorsTakeAndTellsHowItEnded) {
     EXPECT_EQ(reports[0].result, RunResult::completed);
     EXPECT_EQ(reports[0].outcome.filesOverwritten, 1U);
     EXPECT_EQ(reports[0].outcome.bytesOverwritten, 6U);
-    EXPECT_EQ(run.mThreadCount, 0);
+    EXPECT_EQ(run.threadCount(), 0);
     EXPECT_THAT(mPathArray, IsEmpty());
 }
 
@@ -91,13 +92,15 @@ TEST_F(ShreddingRunTest, ASecondRequestWhileAnAlertIsOpenDoesNothingAndWritesNot
         const auto before = logLines();
         run.shred();
         EXPECT_EQ(logLines(), before);
-        EXPECT_EQ(run.mAwaitingConfirmation, 1);
+        EXPECT_TRUE(run.awaitingConfirmation());
         during = calls.calls();
     };
     alerts.answers["Dorvanel Confirmation"] = AlertButton::defaultButton;
     run.shredAndNothing();
-    EXPECT_EQ(during.size(), 3U) << "centred, brought to the front, asked once";
-    EXPECT_EQ(reports.size(), 1U);
+    EXPECT_THAT(during, ElementsAre("center", "front", StartsWith("alert"), "ended"));
+    ASSERT_EQ(reports.size(), 2U);
+    EXPECT_EQ(reports[0].refusal, Refusal::atWork);
+    EXPECT_EQ(reports[1].result, RunResult::cancelled);
 }
 
 TEST_F(ShreddingRunTest, ARequestWhileAWorkerWorksIsRefusedInTheLog) {
@@ -110,28 +113,29 @@ TEST_F(ShreddingRunTest, ARequestWhileAWorkerWorksIsRefusedInTheLog) {
         if (!once.exchange(true)) refused.get_future().wait();
     };
     run.shredAndNothing();
-    ASSERT_EQ(run.mThreadCount, 1);
+    ASSERT_EQ(run.threadCount(), 1);
     run.shred();
     const auto lines = logLines();
     EXPECT_THAT(lines, ElementsAre("Dorvanel *not* Initiated - thread already running", ""));
-    EXPECT_EQ(run.mAwaitingConfirmation, 0);
+    EXPECT_FALSE(run.awaitingConfirmation());
     ASSERT_EQ(reports.size(), 1U);
     EXPECT_EQ(reports[0].result, RunResult::notInitiated);
+    EXPECT_EQ(reports[0].refusal, Refusal::atWork);
     refused.set_value();
     run.waitForWorker();
-    EXPECT_EQ(run.mThreadCount, 0);
+    EXPECT_EQ(run.threadCount(), 0);
 }
 
 TEST_F(ShreddingRunTest, ARequestOnceQuittingHasBegunGrantsTheQuitAndStartsNothing) {
     addSafariCache();
     preferences.set("ShredCache", true);
-    run.mAppNeedsToTerminate = 1;
+    EXPECT_FALSE(run.putOffQuit()) << "there is nothing to wait for";
     run.shredAndNothing();
     EXPECT_THAT(logLines(),
                 ElementsAre("Dorvanel *not* Initiated - application needs to terminate", ""));
     EXPECT_THAT(calls.calls(), ElementsAre("reply yes", "ended"));
-    EXPECT_EQ(run.mAwaitingConfirmation, 1) << "no further run may start";
-    EXPECT_EQ(run.mThreadCount, 0);
+    EXPECT_TRUE(run.awaitingConfirmation()) << "no further run may start";
+    EXPECT_EQ(run.threadCount(), 0);
     EXPECT_TRUE(std::filesystem::exists(home / "Library/Caches/Safari/00/page.cache"));
 }
 
@@ -165,9 +169,9 @@ TEST_F(ShreddingRunTest, SayingNoCancelsAndResetsWhatFollows) {
     alerts.answers["Dorvanel Confirmation"] = AlertButton::defaultButton;
     run.shredAndLogout();
     EXPECT_EQ(logLines().back(), "User selected NO in Confirm dialog - Dorvanel Cancelled");
-    EXPECT_EQ(run.mShutdownStatus, ShreddingRun::nothing);
-    EXPECT_EQ(run.mAwaitingConfirmation, 0);
-    EXPECT_EQ(run.mLogoutShutdownRestart, 1);
+    EXPECT_EQ(run.shutdownStatus(), ShreddingRun::nothing);
+    EXPECT_FALSE(run.awaitingConfirmation());
+    EXPECT_TRUE(run.logoutShutdownRestart());
     EXPECT_EQ(labels[0].colors.back(), platform::Color::lightGray);
     ASSERT_EQ(reports.size(), 1U);
     EXPECT_EQ(reports[0].result, RunResult::cancelled);
@@ -215,11 +219,11 @@ TEST_F(ShreddingRunTest, SkipsMozillaWhenEitherItOrNetscapeRuns) {
 TEST_F(ShreddingRunTest, WithNothingSelectedNoWorkerStartsAndNoLogoutIsSent) {
     run.shredAndLogout();
     EXPECT_EQ(logLines().back(), "Nothing selected to shred");
-    EXPECT_EQ(run.mThreadCount, 0);
-    EXPECT_EQ(run.mShutdownStatus, ShreddingRun::logout) << "it keeps its value";
+    EXPECT_EQ(run.threadCount(), 0);
+    EXPECT_EQ(run.shutdownStatus(), ShreddingRun::logout) << "it keeps its value";
     EXPECT_THAT(calls.calls(), ElementsAre("ended"));
     EXPECT_EQ(reports[0].result, RunResult::nothingSelected);
-    EXPECT_EQ(run.mAwaitingConfirmation, 0);
+    EXPECT_FALSE(run.awaitingConfirmation());
 }
 
 TEST_F(ShreddingRunTest, EndsWithTheEventThatWasAskedFor) {
@@ -253,7 +257,7 @@ TEST_F(ShreddingRunTest, AFailedEventChangesNothing) {
     run.shredAndLogout();
     run.waitForWorker();
     EXPECT_EQ(reports.at(0).result, RunResult::completed);
-    EXPECT_EQ(run.mShutdownStatus, ShreddingRun::logout) << "a finished run leaves it";
+    EXPECT_EQ(run.shutdownStatus(), ShreddingRun::logout) << "a finished run leaves it";
 }
 
 TEST_F(ShreddingRunTest, ALogoutRunStopsBrowserWatchAndAsksApplicationsToQuit) {
@@ -298,7 +302,7 @@ TEST_F(ShreddingRunTest, CancellingThereLeavesBrowserWatchStoppedUntilThePollSta
     run.shredAndLogout();
     EXPECT_EQ(logLines().back(),
               "User selected Cancel in Quit Browsers dialog - Dorvanel Cancelled");
-    EXPECT_EQ(run.mShutdownStatus, ShreddingRun::nothing);
+    EXPECT_EQ(run.shutdownStatus(), ShreddingRun::nothing);
     EXPECT_FALSE(watch.isWatching());
     EXPECT_EQ(reports.at(0).result, RunResult::cancelled);
     clock.step = std::chrono::seconds(0);
@@ -336,7 +340,7 @@ TEST_F(ShreddingRunTest, HidesTheApplicationAfterwardsWhereThatIsWanted) {
 TEST_F(ShreddingRunTest, AQuitPutOffIsGrantedAfterTheLastLine) {
     addSafariCache();
     preferences.set("ShredCache", true);
-    fileName.onSet = [&] { run.mAppNeedsToTerminate = 1; };
+    fileName.onSet = [&] { EXPECT_TRUE(run.putOffQuit() || run.threadCount() == 0); };
     run.shredAndNothing();
     run.waitForWorker();
     EXPECT_THAT(calls.calls(), ElementsAre("ended", "reply yes"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,13 @@ class FakeAlertPanel final : public platform::AlertPanel {
                                         const std::string& alternateButton,
                                         const std::string& otherButton) override {
         alerts.push_back({title, message, defaultButton, alternateButton, otherButton});
+        if (onAlert) onAlert();
         return answer;
     }
 
     platform::AlertButton answer = platform::AlertButton::defaultButton;
     std::vector<Alert> alerts;
+    std::function<void()> onAlert;  ///< while the alert is open
 };
 
 }  // namespace dorvanel::test

@@ -21,6 +21,7 @@ class FakePreferences final : public PreferenceReader {
     bool browserIsEnabled(std::string_view name) override {
         return disabled.find(name) == disabled.end();
     }
+    bool areKnown() const override { return known; }
     void set(const std::string& key, bool value) {
         ++changes;
         values.insert_or_assign(key, Number::fromBool(value));
@@ -30,6 +31,8 @@ class FakePreferences final : public PreferenceReader {
         values.insert_or_assign(key, Number::fromInt(value));
     }
 
+    /// What `areKnown` answers.
+    bool known = true;
     std::uint64_t changes = 0;
     std::map<std::string, Number, std::less<>> values;
     std::set<std::string, std::less<>> disabled;

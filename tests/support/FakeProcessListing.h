@@ -21,6 +21,7 @@ class FakeProcessListing final : public platform::ProcessListing {
         if (fails) return nullptr;
         auto output = std::make_unique<Output>();
         output->lines.assign(lines.begin(), lines.end());
+        output->whole = !isCutOff;
         return output;
     }
     std::string userName() const override { return user; }
@@ -33,7 +34,8 @@ class FakeProcessListing final : public platform::ProcessListing {
 
     std::string user = "alice";
     std::vector<std::string> lines{"COMMAND\n"};
-    bool fails = false;
+    bool fails = false;     ///< it cannot be started
+    bool isCutOff = false;  ///< it takes too long, is killed, or ends badly
     std::function<void()> onOpen;
     std::vector<std::string> commands;
 
@@ -51,8 +53,11 @@ class FakeProcessListing final : public platform::ProcessListing {
             return line;
         }
 
+        bool close() override { return whole && ended; }
+
         std::deque<std::string> lines;
         bool ended = false;
+        bool whole = true;
     };
 };
 

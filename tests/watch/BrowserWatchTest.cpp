@@ -211,7 +211,7 @@ TEST_F(BrowserWatchTest, AnEmptyListingTurnsTheLabelsGreen) {
     EXPECT_EQ(sound.beeps, 0);
 }
 
-TEST_F(BrowserWatchTest, AListingThatCannotBeStartedBeepsLeavesTheLabelsAndCountsAllAsQuit) {
+TEST_F(BrowserWatchTest, AListingThatCannotBeStartedBeepsAndChangesNothing) {
     launch();
     pass({kSafari});
     const std::vector<Color> colors = window.mBWSafari.colors;
@@ -219,15 +219,33 @@ TEST_F(BrowserWatchTest, AListingThatCannotBeStartedBeepsLeavesTheLabelsAndCount
     pass();
     EXPECT_EQ(sound.beeps, 1);
     EXPECT_EQ(window.mBWSafari.colors, colors);
-    EXPECT_EQ(watch.isRunning(), bw_typedef{});
-    EXPECT_EQ(window.status(), kHaveQuitText);
-    EXPECT_EQ(owner.runs, 1);
+    EXPECT_EQ(watch.isRunning().safari, 1U);
+    EXPECT_FALSE(watch.isKnown());
+    EXPECT_EQ(window.status(), kRunningText);
+    EXPECT_EQ(owner.runs, 0);
 }
 
-TEST_F(BrowserWatchTest, SeveralLinesOfOneApplicationColourItsLabelAgain) {
+TEST_F(BrowserWatchTest, AListingThatIsCutOffStartsNothingAndTheNextWholeOneDoes) {
+    launch();
+    pass({kSafari});
+    listing.isCutOff = true;
+    pass({});
+    pass({});
+    EXPECT_EQ(owner.runs, 0);
+    EXPECT_EQ(watch.isRunning().safari, 1U);
+    EXPECT_EQ(window.status(), kRunningText);
+    EXPECT_EQ(sound.beeps, 0);
+    listing.isCutOff = false;
+    pass({});
+    EXPECT_TRUE(watch.isKnown());
+    EXPECT_EQ(owner.runs, 1);
+    EXPECT_EQ(window.status(), kHaveQuitText);
+}
+
+TEST_F(BrowserWatchTest, SeveralLinesOfOneApplicationAreOneApplication) {
     launch();
     pass({kSafari, kSafari});
-    EXPECT_EQ(window.mBWSafari.colors, (std::vector{Color::red, Color::red}));
+    EXPECT_EQ(window.mBWSafari.colors, std::vector{Color::red});
 }
 
 TEST_F(BrowserWatchTest, AnApplicationEnabledAgainIsGreenOrRedAtTheNextPass) {

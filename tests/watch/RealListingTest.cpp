@@ -80,11 +80,12 @@ TEST_F(RealListingTest, MailsmithIsNotMail) {
     EXPECT_EQ(harness.window.mBWMail.colors.back(), Color::green);
 }
 
-TEST_F(RealListingTest, WithoutPsNothingRunsAndNothingBeeps) {
+TEST_F(RealListingTest, WithoutPsNobodyKnowsWhatRunsAndNothingBeeps) {
     std::filesystem::remove(folder / "bin/ps");
     const EnvironmentVariable nowhere("PATH", folder / "bin");
     harness.pass();
-    EXPECT_EQ(harness.window.status(), kNoneRunningText);
+    EXPECT_FALSE(harness.watch.isKnown());
+    EXPECT_EQ(harness.window.status(), kWaitingText);
     EXPECT_EQ(harness.sound.beeps, 0);
 }
 

@@ -70,6 +70,8 @@ void Desktop::makeController() {
                                                                services_.listing,
                                                                services_.processes,
                                                                services_.events,
+                                                               *quitWait_,
+                                                               *worker_,
                                                                workspace_,
                                                                services_.bundle,
                                                                *alerts_,
@@ -80,8 +82,7 @@ void Desktop::makeController() {
                                                                window_->shreddingProgress(),
                                                                window_->fileName(),
                                                                window_->watchOutlets(),
-                                                               *this,
-                                                               [this] { tellWaiting(); }});
+                                                               *this});
     application_.setDelegate({
         [this] { return controller_->applicationShouldTerminate(); },
         [this] {
@@ -195,15 +196,8 @@ void Desktop::paintWhileBusy() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-void Desktop::tellWaiting() {
-    window_->showMessage(QStringLiteral("Waiting for browsers and mail programs to quit…"));
-    const QtRunLoop::Hold hold(loop_);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    window_->paintNow();
-}
-
 void Desktop::tellRunning() {
-    if (quitDeferred_ || controller_->run().mThreadCount == 0) return;
+    if (quitDeferred_ || controller_->run().threadCount() == 0) return;
     window_->showMessage(QStringLiteral("Shredding…"));
 }
 

@@ -114,7 +114,6 @@ class Desktop final : public QObject, private RunObserver {
     /// surely reach their old contents.
     void tellMedium(const std::vector<std::string>& items);
     void paintWhileBusy();
-    void tellWaiting();
     void tellRunning();
     void runBegins(const std::vector<std::string>& items) override { tellMedium(items); }
     void runEnded(const RunReport& report) override;
@@ -128,6 +127,8 @@ class Desktop final : public QObject, private RunObserver {
     std::unique_ptr<QtAlertPanel> alerts_;
     std::unique_ptr<QtWindow> myWindow_;
     platform::Menu mainMenu_;
+    std::unique_ptr<platform::QuitWait> quitWait_ = platform::makeQuitWait();
+    std::unique_ptr<platform::Worker> worker_ = platform::makeWorker();
     std::unique_ptr<Controller> controller_;
     std::unique_ptr<MenuView> profilesView_;
     std::unique_ptr<Tray> tray_;

@@ -72,8 +72,7 @@ class Desktop::MainThreadWork {
 };
 
 bool Desktop::engineIsBusy() {
-    const bool busy = workOnMainThread_ || controller_->run().mThreadCount != 0 ||
-                      controller_->run().mAwaitingConfirmation == 1;
+    const bool busy = workOnMainThread_ || controller_->isBusy();
     if (busy) {
         window_->showMessage(QStringLiteral("Not started: a run is still in progress."));
         workspace_.beep();
@@ -90,7 +89,9 @@ void Desktop::openDoc() {
     });
     {
         const MainThreadWork work(*this);
-        controller_->fileAccessInstance().openDoc(panel);
+        FileAccess::openDoc(panel, [this](std::vector<std::string> items) {
+            controller_->fileAccessInstance().shredDroppedFile(items);
+        });
     }
     if (picked) tellOutcome();
 }

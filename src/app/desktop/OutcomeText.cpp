@@ -43,14 +43,31 @@ QString failureOf(const Outcome& outcome) {
     return parts.join(u' ');
 }
 
+QString messageOf(Refusal refusal) {
+    switch (refusal) {
+        case Refusal::none:
+        case Refusal::atWork:
+            break;
+        case Refusal::quitting:
+            return QStringLiteral("Not started: Dorvanel is about to quit.");
+        case Refusal::preferencesUnknown:
+            return QStringLiteral("Not started: the preferences cannot be read.");
+        case Refusal::noThread:
+            return QStringLiteral("Not started: the computer has no thread to give.");
+    }
+    return QStringLiteral("Not started: a run is still in progress.");
+}
+
 QString messageOf(const RunReport& report) {
     switch (report.result) {
         case RunResult::nothingSelected:
             return QStringLiteral("Nothing was selected to shred.");
         case RunResult::cancelled:
             return QStringLiteral("Cancelled. Nothing was shredded.");
+        case RunResult::givenUp:
+            return QStringLiteral("Given up. Nothing was shredded.");
         case RunResult::notInitiated:
-            return QStringLiteral("Not started: a run is still in progress.");
+            return messageOf(report.refusal);
         case RunResult::completed:
             break;
     }

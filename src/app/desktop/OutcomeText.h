@@ -9,6 +9,7 @@ namespace dorvanel::desktop {
 
 /// What a run or a request did, as one line of the main window tells it.
 QString messageOf(const RunReport& report);
+QString messageOf(Refusal refusal);
 QString messageOf(const Outcome& outcome);
 
 /// What a request did not do that it should have, in a sentence or more; "" when all went well.

@@ -51,7 +51,8 @@ void ProgressBar::draw() {
     if (percent_ > 0) {
         isUnderWay_ = true;
     } else if (isUnderWay_) {
-        clear();  // back to the beginning: the request is over
+        clear();  // back to the beginning: the request is over, and the next has its own time
+        started_.reset();
         return;
     }
     if (!started_) started_ = clock_.now();

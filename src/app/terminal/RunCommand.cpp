@@ -1,5 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
@@ -8,6 +7,8 @@
 #include "app/terminal/RunReportText.h"
 #include "app/terminal/TerminalSession.h"
 #include "platform/QuitSignals.h"
+#include "platform/QuitWait.h"
+#include "platform/Worker.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -29,6 +30,7 @@ const std::map<std::string, void (Controller::*)()>& endings() {
 
 ExitStatus run(Terminal& terminal, const Options& options) {
     OpenedPreferences opened(terminal);
+    if (!opened.preferences().areKnown()) return ExitStatus::notInitiated;
     const auto loop = platform::makeRunLoop();  // never entered: no timer fires in a run
     if (loop == nullptr) {
         terminal.complain("no main loop: out of descriptors");
@@ -37,29 +39,36 @@ ExitStatus run(Terminal& terminal, const Options& options) {
     const auto listing = platform::makeProcessListing();
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
+    const auto quitWait = platform::makeQuitWait();
+    const auto worker = platform::makeWorker();
     UnseenLabel status;
     TerminalSession session(
-        terminal, opened, {platform::systemClock(), *loop, *listing, *processes, *events},
+        terminal, opened,
+        {platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
         options.yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked,
         status);
     Controller& controller = session.controller();
+    RunReport report;
+    report.result = RunResult::givenUp;  // where a signal comes before the run begins
+    session.onRunEnded = [&report](const RunReport& ended) { report = ended; };
     {
-        const auto signals = platform::catchQuitSignals([&controller] {
-            // Nothing has been touched yet while the user or an application is waited for.
-            if (controller.run().isWaitingForSomebody()) {
-                std::_Exit(static_cast<int>(ExitStatus::interrupted));
-            }
+        const auto signals = platform::catchQuitSignals([&session, &controller] {
             controller.fileAccessInstance().requestStop();
+            session.requestQuit();
         });
+        if (signals == nullptr) {
+            terminal.complain("signals cannot be caught: out of threads or descriptors");
+            return ExitStatus::notInitiated;
+        }
         controller.applicationDidFinishLaunching();
-        (controller.*endings().at(options.then))();
+        if (!controller.isQuitting()) (controller.*endings().at(options.then))();
         controller.run().waitForWorker();
     }
     session.clearProgress();
+    session.tellPendingReports();
     controller.applicationShouldTerminate();
     const ExitStatus saved = opened.statusOf(controller.applicationWillTerminate());
 
-    const RunReport report = session.report().value_or(RunReport{RunResult::notInitiated, {}, {}});
     tellReport(report, opened.preferences().boolForKey("ActivityLog"), terminal);
     const ExitStatus result = statusOf(report);
     return result == ExitStatus::done ? saved : result;

@@ -9,6 +9,25 @@
 #include "engine/ActivityLog.h"
 
 namespace dorvanel::terminal {
+namespace {
+
+const char* reasonOf(Refusal refusal) {
+    switch (refusal) {
+        case Refusal::atWork:
+            return ": another request is at work";
+        case Refusal::quitting:
+            return ": the program is about to quit";
+        case Refusal::preferencesUnknown:
+            return ": the preferences cannot be read";
+        case Refusal::noThread:
+            return ": the machine has no thread to give";
+        case Refusal::none:
+            break;
+    }
+    return "";
+}
+
+}  // namespace
 
 void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
     switch (report.result) {
@@ -21,9 +40,16 @@ void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
         case RunResult::cancelled:
             terminal.complain("cancelled; nothing was shredded");
             break;
-        case RunResult::notInitiated:
-            terminal.complain("not initiated; nothing was shredded");
+        case RunResult::givenUp:
+            terminal.complain("ended by a signal; nothing was shredded");
             break;
+        case RunResult::notInitiated:
+            terminal.complain(std::string("not initiated") + reasonOf(report.refusal) +
+                              "; nothing was shredded");
+            break;
+    }
+    if (report.listingUnknown) {
+        terminal.complain("the processes could not be listed: every application may be running");
     }
     if (!report.skipped.empty()) {
         terminal.out << fmt::format("not touched, because running: {}\n",
@@ -38,11 +64,13 @@ void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
 ExitStatus statusOf(const RunReport& report) {
     switch (report.result) {
         case RunResult::completed:
-            return statusOf(report.outcome);
+            return report.endingStruck ? ExitStatus::interrupted : statusOf(report.outcome);
         case RunResult::nothingSelected:
             return ExitStatus::done;
         case RunResult::cancelled:
             return ExitStatus::cancelled;
+        case RunResult::givenUp:
+            return ExitStatus::interrupted;
         case RunResult::notInitiated:
             break;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "app/terminal/Terminal.h"
@@ -8,7 +9,8 @@
 namespace dorvanel::terminal {
 
 /// The status line of Browser Watch: each text that differs from the one before is one line on
-/// `out`, there at once. Colours say nothing here.
+/// `out`, there at once. Colours say nothing here. When nobody reads `out` any more, that is told
+/// once, and `out` swallows from then on what is written to it.
 class StatusLine final : public platform::TextField {
   public:
     /// `terminal` must outlive it.
@@ -17,6 +19,9 @@ class StatusLine final : public platform::TextField {
     void setStringValue(std::string_view text) override;
     void setTextColor(platform::Color) override {}
     void display() override {}
+
+    /// Called when `out` has gone; may be empty.
+    std::function<void()> onGone;
 
   private:
     Terminal& terminal_;

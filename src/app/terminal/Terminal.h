@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/AnswerInput.h"
 #include "platform/Medium.h"
 
 namespace dorvanel::terminal {
@@ -13,7 +14,7 @@ namespace dorvanel::terminal {
 struct Terminal {
     std::ostream& out;
     std::ostream& err;
-    std::istream& in;
+    platform::AnswerInput& in;
     bool outIsTerminal = false;
     bool errIsTerminal = false;
     /// The width of the terminal behind `err` at this moment; 0 where it is not known.

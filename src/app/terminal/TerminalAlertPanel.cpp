@@ -1,7 +1,6 @@
 #include "app/terminal/TerminalAlertPanel.h"
 
 #include <algorithm>
-#include <istream>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -55,6 +54,7 @@ AlertButton TerminalAlertPanel::runAlertPanel(const std::string& title, const st
     }
     if (!otherButton.empty()) buttons.push_back({AlertButton::otherButton, otherButton});
 
+    if (answers_ == Answers::asked) in_.discardPending();
     err_ << title << '\n' << message << '\n';
     if (answers_ == Answers::assumed) {
         err_ << std::flush;
@@ -72,7 +72,7 @@ AlertButton TerminalAlertPanel::runAlertPanel(const std::string& title, const st
             err_ << (isDefault ? "[" : " ") << button.title << (isDefault ? "]" : "");
         }
         err_ << ": " << std::flush;
-        if (!std::getline(in_, line)) {
+        if (in_.readLine(line) != platform::AnswerInput::Read::line) {
             err_ << '\n' << std::flush;  // the person's own line end did not come
             return AlertButton::defaultButton;
         }

@@ -3,13 +3,14 @@
 #include <iosfwd>
 
 #include "platform/AlertPanel.h"
+#include "platform/AnswerInput.h"
 
 namespace dorvanel::terminal {
 
-/// Alerts on a terminal: title, message and buttons on one stream, the answer from another. An
-/// answer is a button's title or its first letter, in any case; an empty line and the end of the
-/// input mean the default button; anything else is asked again. An alert with one button takes any
-/// line.
+/// Alerts on a terminal: title, message and buttons on one stream, the answer from the input. An
+/// answer is a button's title or its first letter, in any case; an empty line, the end of the input
+/// and an interrupted one mean the default button; anything else is asked again. An alert with one
+/// button takes any line. What was typed before the question was there is no answer to it.
 class TerminalAlertPanel final : public platform::AlertPanel {
   public:
     enum class Answers {
@@ -17,8 +18,8 @@ class TerminalAlertPanel final : public platform::AlertPanel {
         assumed  ///< "Yes" and "OK" where there is such a button, else the default one
     };
 
-    /// The streams must outlive the panel.
-    TerminalAlertPanel(std::istream& in, std::ostream& err, Answers answers)
+    /// Both must outlive the panel.
+    TerminalAlertPanel(platform::AnswerInput& in, std::ostream& err, Answers answers)
         : in_(in), err_(err), answers_(answers) {}
 
     platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
@@ -27,7 +28,7 @@ class TerminalAlertPanel final : public platform::AlertPanel {
                                         const std::string& otherButton) override;
 
   private:
-    std::istream& in_;
+    platform::AnswerInput& in_;
     std::ostream& err_;
     Answers answers_;
 };

@@ -46,6 +46,8 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                                                services.listing,
                                                                services.processes,
                                                                services.events,
+                                                               services.quitWait,
+                                                               services.worker,
                                                                platform::terminalSound(),
                                                                bundle_,
                                                                alerts_,
@@ -56,14 +58,14 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                                                shreddingProgress_,
                                                                fileName_,
                                                                outletsOf(status_, label_),
-                                                               *this,
-                                                               {}});
+                                                               *this});
 }
 
 void TerminalSession::requestQuit() {
     // Already now, so that a pass in progress starts no run any more: whoever ends the program
     // with a whole group of processes ends the applications in it too.
-    controller_->run().mAppNeedsToTerminate = 1;
+    controller_->giveUp();
+    terminal_.in.interrupt();
     runLoop_.performOnMainThread([this] { terminate(); });
 }
 
@@ -88,23 +90,24 @@ void TerminalSession::runBegins(const std::vector<std::string>& items) {
 }
 
 void TerminalSession::runEnded(const RunReport& report) {
-    report_ = report;
     {
         const std::lock_guard lock(terminalMutex_);
-        pending_ = report;
+        pending_.push_back(report);
     }
-    runLoop_.performOnMainThread([this] { tellPendingReport(); });
+    runLoop_.performOnMainThread([this] { tellPendingReports(); });
 }
 
-void TerminalSession::tellPendingReport() {
-    std::optional<RunReport> report;
+void TerminalSession::tellPendingReports() {
+    std::deque<RunReport> reports;
     {
         const std::lock_guard lock(terminalMutex_);
-        report.swap(pending_);
+        reports.swap(pending_);
     }
-    if (!report || !onRunEnded) return;
-    clearProgress();
-    onRunEnded(*report);
+    for (const RunReport& report : reports) {
+        if (!onRunEnded) continue;
+        clearProgress();
+        onRunEnded(report);
+    }
 }
 
 }  // namespace dorvanel::terminal

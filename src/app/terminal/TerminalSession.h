@@ -1,10 +1,9 @@
 #pragma once
 
-#include <atomic>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
 
 #include "app/Controller.h"
 #include "app/terminal/LockedOutlets.h"
@@ -25,6 +24,8 @@ struct SessionServices {
     platform::ProcessListing& listing;
     platform::ProcessManager& processes;
     platform::SystemEvents& events;
+    platform::QuitWait& quitWait;
+    platform::Worker& worker;
 };
 
 /// The application controller in a terminal: no window, alerts as questions, progress as a bar. Its
@@ -41,17 +42,15 @@ class TerminalSession final : private platform::Application,
 
     Controller& controller() { return *controller_; }
 
-    /// A quit request: at once when idle, after the run when one is in progress. Any thread, any
-    /// number of times.
+    /// A quit request: what has not reached its worker is given up, a question goes unanswered.
+    /// When a worker works the program ends after it, else at once. Any thread, any number of
+    /// times.
     void requestQuit();
 
-    /// What the last request for a run came to; nothing before one ended. Main thread, when no
-    /// worker works.
-    [[nodiscard]] const std::optional<RunReport>& report() const { return report_; }
-    /// Called on the main thread when a run has ended.
+    /// Called on the main thread for every request that has ended, in their order.
     std::function<void(const RunReport&)> onRunEnded;
-    /// Calls `onRunEnded` for a run that ended just before the main loop did.
-    void tellPendingReport();
+    /// Calls `onRunEnded` for what ended just before the main loop did, or without one.
+    void tellPendingReports();
 
     /// Takes the progress line away, so that other text can be written.
     void clearProgress();
@@ -88,8 +87,7 @@ class TerminalSession final : private platform::Application,
     LockedTextField fileName_;
     LockedTextField status_;
 
-    std::optional<RunReport> report_;
-    std::optional<RunReport> pending_;  ///< not told yet; guarded by `terminalMutex_`
+    std::deque<RunReport> pending_;  ///< not told yet; guarded by `terminalMutex_`
     std::unique_ptr<Controller> controller_;
 };
 

@@ -1,18 +1,20 @@
 #include <CLI/CLI.hpp>
 #include <atomic>
-#include <cstdlib>
 #include <memory>
 
 #include "app/terminal/Commands.h"
 #include "app/terminal/RunReportText.h"
 #include "app/terminal/TerminalSession.h"
 #include "platform/QuitSignals.h"
+#include "platform/QuitWait.h"
+#include "platform/Worker.h"
 
 namespace dorvanel::terminal {
 namespace {
 
 ExitStatus watch(Terminal& terminal, bool yes) {
     OpenedPreferences opened(terminal);
+    if (!opened.preferences().areKnown()) return ExitStatus::notInitiated;
     const auto loop = platform::makeRunLoop();
     if (loop == nullptr) {
         terminal.complain("no main loop: out of descriptors");
@@ -21,9 +23,12 @@ ExitStatus watch(Terminal& terminal, bool yes) {
     const auto listing = platform::makeProcessListing();
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
+    const auto quitWait = platform::makeQuitWait();
+    const auto worker = platform::makeWorker();
     StatusLine status(terminal);
     TerminalSession session(
-        terminal, opened, {platform::systemClock(), *loop, *listing, *processes, *events},
+        terminal, opened,
+        {platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
         yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked, status);
     Controller& controller = session.controller();
 
@@ -36,15 +41,19 @@ ExitStatus watch(Terminal& terminal, bool yes) {
     {
         std::atomic<int> requests = 0;
         const auto signals = platform::catchQuitSignals([&] {
-            if (controller.run().isWaitingForSomebody()) std::_Exit(0);
             if (++requests > 1) controller.fileAccessInstance().requestStop();
             session.requestQuit();
         });
+        if (signals == nullptr) {
+            terminal.complain("signals cannot be caught: out of threads or descriptors");
+            return ExitStatus::notInitiated;
+        }
+        status.onGone = [&session] { session.requestQuit(); };
         controller.applicationDidFinishLaunching();
         loop->run();
         controller.run().waitForWorker();
     }
-    session.tellPendingReport();
+    session.tellPendingReports();
     return opened.statusOf(controller.applicationWillTerminate());
 }
 

@@ -11,10 +11,15 @@ int main(int argc, char** argv) {
 
     std::ios::sync_with_stdio(false);
     const auto medium = platform::makeMediumInspector();
+    const auto answers = platform::makeAnswerInput();
+    if (answers == nullptr) {
+        std::cerr << "dorvanel: no descriptor is left to read answers with\n";
+        return static_cast<int>(terminal::ExitStatus::notInitiated);
+    }
     terminal::Terminal terminal{
         std::cout,
         std::cerr,
-        std::cin,
+        *answers,
         platform::isTerminal(StandardStream::out),
         platform::isTerminal(StandardStream::error),
         [] { return platform::columnsOfTerminal(StandardStream::error); },

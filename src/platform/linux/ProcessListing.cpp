@@ -12,6 +12,7 @@
 #include <future>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "platform/linux/LoginName.h"
 
@@ -70,20 +71,21 @@ struct TimedPipe {
 
 /// Closes the pipe, which ends a command that still writes, and waits for the command, but no
 /// longer than to the deadline: a thread does it, and goes on with it where the command hangs.
-void closePipe(FILE* pipe, Steady::time_point deadline, const HangingCount& hanging) {
+/// Whether the command ended in time, and by itself and well.
+bool closePipe(FILE* pipe, Steady::time_point deadline, const HangingCount& hanging) {
     ++*hanging;
-    auto closed = std::make_shared<std::promise<void>>();
-    const std::future<void> end = closed->get_future();
+    auto closed = std::make_shared<std::promise<int>>();
+    std::future<int> status = closed->get_future();
     try {
         std::thread([pipe, hanging, closed] {
-            ::pclose(pipe);
+            const int ended = ::pclose(pipe);
             --*hanging;
-            closed->set_value();
+            closed->set_value(ended);
         }).detach();
     } catch (const std::system_error&) {
-        return;  // no thread to be had: the command stays unwaited for, and stays counted
+        return false;  // no thread to be had: the command stays unwaited for, and stays counted
     }
-    end.wait_until(deadline);
+    return status.wait_until(deadline) == std::future_status::ready && status.get() == 0;
 }
 
 class PipeOutput final : public CommandOutput {
@@ -95,9 +97,15 @@ class PipeOutput final : public CommandOutput {
         lines_ = ::fopencookie(&source_, "r", functions);
     }
 
-    ~PipeOutput() override {
+    ~PipeOutput() override { PipeOutput::close(); }
+
+    bool close() override {
+        if (source_.pipe == nullptr) return false;
+        const bool wasRead = lines_ != nullptr && feof(lines_) != 0 && ferror(lines_) == 0;
         if (lines_ != nullptr) std::fclose(lines_);
-        closePipe(source_.pipe, source_.deadline, hanging_);
+        lines_ = nullptr;
+        FILE* pipe = std::exchange(source_.pipe, nullptr);
+        return closePipe(pipe, source_.deadline, hanging_) && wasRead;
     }
 
     bool atEnd() const override {

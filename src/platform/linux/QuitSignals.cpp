@@ -2,9 +2,11 @@
 
 #include <sys/eventfd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <system_error>
 #include <thread>
 
 #include "platform/linux/FileDescriptor.h"
@@ -23,36 +25,47 @@ void countSignal(int) {
     errno = before;
 }
 
+constexpr std::array<int, 3> quitSignals{SIGINT, SIGTERM, SIGHUP};
+
 class CaughtSignals final : public QuitSignals {
   public:
+    /// Throws std::system_error where there is no thread to be had; no signal is caught then.
     CaughtSignals(FileDescriptor counter, std::function<void()> received)
         : counter_(std::move(counter)) {
+        // The thread that waits for the count is not interrupted by what it waits for.
+        sigset_t counted;
+        sigset_t former;
+        sigemptyset(&counted);
+        for (const int signal : quitSignals) sigaddset(&counted, signal);
+        pthread_sigmask(SIG_BLOCK, &counted, &former);
+        try {
+            thread_ = std::thread([this, received = std::move(received)] { tell(received); });
+        } catch (const std::system_error&) {
+            pthread_sigmask(SIG_SETMASK, &former, nullptr);
+            throw;
+        }
         gCounter = counter_.get();
         // A handler, not a mask: a mask is inherited by every program that we start.
         struct sigaction action {};
         action.sa_handler = countSignal;
         action.sa_flags = SA_RESTART;
         sigemptyset(&action.sa_mask);
-        sigaction(SIGINT, &action, &formerInterrupt_);
-        sigaction(SIGTERM, &action, &formerTerminate_);
-        // The thread that waits for the count is not interrupted by what it waits for.
-        sigset_t counted;
-        sigset_t former;
-        sigemptyset(&counted);
-        sigaddset(&counted, SIGINT);
-        sigaddset(&counted, SIGTERM);
-        pthread_sigmask(SIG_BLOCK, &counted, &former);
-        thread_ = std::thread([this, received = std::move(received)] { tell(received); });
+        for (std::size_t i = 0; i < quitSignals.size(); ++i) {
+            sigaction(quitSignals[i], nullptr, &former_[i]);
+            // Who starts a program for longer than his terminal lasts has it ignore the hang-up.
+            const bool isIgnored = quitSignals[i] == SIGHUP && former_[i].sa_handler == SIG_IGN;
+            if (!isIgnored) sigaction(quitSignals[i], &action, nullptr);
+        }
         pthread_sigmask(SIG_SETMASK, &former, nullptr);
     }
 
     ~CaughtSignals() override {
-        if (told_) {
-            std::signal(SIGINT, SIG_IGN);
-            std::signal(SIGTERM, SIG_IGN);
-        } else {
-            sigaction(SIGINT, &formerInterrupt_, nullptr);
-            sigaction(SIGTERM, &formerTerminate_, nullptr);
+        for (std::size_t i = 0; i < quitSignals.size(); ++i) {
+            if (told_) {
+                std::signal(quitSignals[i], SIG_IGN);
+            } else {
+                sigaction(quitSignals[i], &former_[i], nullptr);
+            }
         }
         gCounter = -1;
         done_ = true;
@@ -72,8 +85,7 @@ class CaughtSignals final : public QuitSignals {
     }
 
     FileDescriptor counter_;
-    struct sigaction formerInterrupt_ {};
-    struct sigaction formerTerminate_ {};
+    std::array<struct sigaction, quitSignals.size()> former_{};
     std::atomic<bool> done_ = false;
     std::atomic<bool> told_ = false;
     std::thread thread_;
@@ -84,7 +96,11 @@ class CaughtSignals final : public QuitSignals {
 std::unique_ptr<QuitSignals> catchQuitSignals(std::function<void()> received) {
     FileDescriptor counter(::eventfd(0, EFD_CLOEXEC));
     if (!counter.isOpen()) return nullptr;
-    return std::make_unique<CaughtSignals>(std::move(counter), std::move(received));
+    try {
+        return std::make_unique<CaughtSignals>(std::move(counter), std::move(received));
+    } catch (const std::system_error&) {
+        return nullptr;
+    }
 }
 
 }  // namespace dorvanel::platform

@@ -54,7 +54,7 @@ TEST_F(LaunchAndQuitTest, WithBrowserWatchTheQuitCommandAsksAndCancelLeavesEvery
     EXPECT_TRUE(window().isVisible());
     EXPECT_FALSE(window().isMinimized());
     EXPECT_TRUE(desktop->controller().browserWatch().isWatching());
-    EXPECT_EQ(desktop->controller().run().mAppNeedsToTerminate, 0);
+    EXPECT_EQ(desktop->controller().run().appNeedsToTerminate(), 0);
 }
 
 TEST_F(LaunchAndQuitTest, HideInTheQuitSheetPutsTheWindowAwayAndKeepsWatching) {
@@ -126,7 +126,7 @@ TEST_F(LaunchAndQuitTest, QuittingWhileAWorkerShredsWaitsForTheEndOfTheRun) {
     draws.hold();
     ASSERT_TRUE(launch());
     trigger("shredAndNothingAction");
-    ASSERT_EQ(desktop->controller().run().mThreadCount, 1);
+    ASSERT_EQ(desktop->controller().run().threadCount(), 1);
 
     desktop->application().terminate();
     EXPECT_FALSE(desktop->controller().browserWatch().isWatching());
@@ -157,9 +157,9 @@ TEST_F(LaunchAndQuitTest, WhileFilesOfSomeMegabytesAreShreddedTheWindowIsPainted
 
     onAlert([](QMessageBox& box) { click(box, "Quit"); });
     trigger("reallyQuitAction");
-    waitUntil([this] { return desktop->controller().run().mAppNeedsToTerminate == 1; });
+    waitUntil([this] { return desktop->controller().run().appNeedsToTerminate() == 1; });
     EXPECT_FALSE(desktop->controller().browserWatch().isWatching());
-    EXPECT_EQ(desktop->controller().run().mThreadCount, 1);
+    EXPECT_EQ(desktop->controller().run().threadCount(), 1);
 
     int painted = 0;
     QTimer paint;
@@ -227,7 +227,7 @@ TEST_F(LaunchAndQuitTest, AFileOpenedThroughTheSystemIsAcknowledgedAndNothingHap
     EXPECT_TRUE(desktop->controller().applicationOpenFile(file));
     desktop->instanceHandlers().open({file});
     EXPECT_EQ(readFile(file), "dear");
-    EXPECT_EQ(desktop->controller().run().mThreadCount, 0);
+    EXPECT_EQ(desktop->controller().run().threadCount(), 0);
 }
 
 TEST_F(LaunchAndQuitTest, ABackgroundElementStartsHidden) {
@@ -247,7 +247,7 @@ TEST_F(LaunchAndQuitTest, ItemsOfTheLaunchAreShreddedAtOnce) {
     const std::string file = home / "old.txt";
     writeFile(file, "secret");
     ASSERT_TRUE(launch({file}));
-    waitUntil([this] { return desktop->controller().run().mThreadCount == 0; });
+    waitUntil([this] { return desktop->controller().run().threadCount() == 0; });
     desktop->controller().run().waitForWorker();
     EXPECT_FALSE(std::filesystem::exists(file));
 }
@@ -255,7 +255,7 @@ TEST_F(LaunchAndQuitTest, ItemsOfTheLaunchAreShreddedAtOnce) {
 TEST_F(LaunchAndQuitTest, TheHomeFolderIsNoItemOfALaunch) {
     const std::string page = addSafariCache();
     ASSERT_TRUE(launch({home.path().native()}));
-    EXPECT_EQ(desktop->controller().run().mThreadCount, 0);
+    EXPECT_EQ(desktop->controller().run().threadCount(), 0);
     EXPECT_TRUE(std::filesystem::exists(page));
     EXPECT_TRUE(desktop->mainWindow().failures().message().startsWith("Nothing was shredded: "));
 }

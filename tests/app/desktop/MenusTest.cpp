@@ -57,7 +57,7 @@ TEST_F(MenusTest, EachEndingOfTheShredMenuStartsItsRun) {
                                          {"shredAndRestartAction", 3}}) {
         onAlert([this, &alerts, expected = status](QMessageBox& box) {
             ++alerts;
-            EXPECT_EQ(desktop->controller().run().mShutdownStatus, expected);
+            EXPECT_EQ(desktop->controller().run().shutdownStatus(), expected);
             click(box, "No");
         });
         trigger(action);

@@ -75,7 +75,7 @@ TEST_F(WindowTest, TheWindowStaysAliveDuringARun) {
     draws.hold();
     ASSERT_TRUE(launch());
     find<QPushButton>("shredNowButton")->click();
-    ASSERT_EQ(desktop->controller().run().mThreadCount, 1);
+    ASSERT_EQ(desktop->controller().run().threadCount(), 1);
     trigger("showPanelAction");
     EXPECT_TRUE(desktop->panel().window()->isVisible());
     trigger("shredAndNothingAction");  // refused, and told
@@ -83,7 +83,7 @@ TEST_F(WindowTest, TheWindowStaysAliveDuringARun) {
     trigger("openDocAction");  // the engine has one request at a time: no panel opens
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     draws.release();
-    waitUntil([this] { return desktop->controller().run().mThreadCount == 0; });
+    waitUntil([this] { return desktop->controller().run().threadCount() == 0; });
 }
 
 TEST_F(WindowTest, WhileApplicationsAreAskedToQuitTheWindowSaysSoAndIsPainted) {
@@ -122,7 +122,7 @@ TEST_F(WindowTest, DroppedFilesAreAskedAboutOnceByNameAndCountAndThenShredded) {
     EXPECT_FALSE(std::filesystem::exists(one));
     EXPECT_FALSE(std::filesystem::exists(two));
     EXPECT_TRUE(desktop->mainWindow().message().startsWith("Shredded: 2 files"));
-    EXPECT_EQ(desktop->controller().run().mThreadCount, 0);
+    EXPECT_EQ(desktop->controller().run().threadCount(), 0);
 }
 
 TEST_F(WindowTest, ManyDroppedFilesAreCountedAndNoNameTakesASecondLine) {
@@ -225,7 +225,7 @@ TEST_F(WindowTest, EveryActionOfTheLauncherStartsItsRun) {
                                          {"shred-and-restart", 3}}) {
         onAlert([this, &alerts, expected = status](QMessageBox& box) {
             ++alerts;
-            EXPECT_EQ(desktop->controller().run().mShutdownStatus, expected);
+            EXPECT_EQ(desktop->controller().run().shutdownStatus(), expected);
             click(box, "No");
         });
         desktop->instanceHandlers().activateAction(action);

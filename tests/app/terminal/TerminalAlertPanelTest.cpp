@@ -4,6 +4,8 @@
 
 #include <sstream>
 
+#include "support/FakeAnswers.h"
+
 namespace dorvanel::test {
 namespace {
 
@@ -15,13 +17,12 @@ class TerminalAlertPanelTest : public ::testing::Test {
     /// Asks "No" (the default one) or "Yes" and gives these lines to the person's hand.
     AlertButton answer(const std::string& lines,
                        TerminalAlertPanel::Answers answers = TerminalAlertPanel::Answers::asked) {
-        in.clear();
         in.str(lines);
         TerminalAlertPanel panel(in, err, answers);
         return panel.runAlertPanel("Title", "Sure?", "No", "Yes", "");
     }
 
-    std::istringstream in;
+    FakeAnswers in;
     std::ostringstream err;
 };
 
@@ -54,7 +55,7 @@ TEST_F(TerminalAlertPanelTest, AnythingElseIsAskedAgain) {
 TEST_F(TerminalAlertPanelTest, OneAnswerTakesOneLine) {
     EXPECT_EQ(answer("y\nnext\n"), AlertButton::alternateButton);
     std::string rest;
-    std::getline(in, rest);
+    in.readLine(rest);
     EXPECT_EQ(rest, "next");
 }
 
@@ -66,7 +67,7 @@ TEST_F(TerminalAlertPanelTest, AssumedAnswersAreYesAndOkAndReadNothing) {
     EXPECT_EQ(panel.runAlertPanel("T", "M", "OK", "", ""), AlertButton::defaultButton);
     EXPECT_EQ(panel.runAlertPanel("T", "M", "Quit", "Hide", ""), AlertButton::defaultButton);
     std::string rest;
-    std::getline(in, rest);
+    in.readLine(rest);
     EXPECT_EQ(rest, "n");
 }
 

@@ -9,6 +9,7 @@
 #include "support/FakeDesktop.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeQuitWait.h"
 #include "support/FakeRunLoop.h"
 #include "support/TemporaryFolder.h"
 
@@ -47,12 +48,14 @@ class TerminalSessionTest : public ::testing::Test {
     FakeProcessManager processes;
     CallLog calls;
     FakeSystemEvents events{calls};
+    FakeQuitWait quitWait{clock};
+    std::unique_ptr<platform::Worker> worker = platform::makeWorker();
     TestTerminal memory;
     terminal::OpenedPreferences opened{memory.terminal};
     terminal::StatusLine status{memory.terminal};
     terminal::TerminalSession session{memory.terminal,
                                       opened,
-                                      {clock, loop, listing, processes, events},
+                                      {clock, loop, listing, processes, events, quitWait, *worker},
                                       terminal::TerminalAlertPanel::Answers::assumed,
                                       status};
     std::vector<RunReport> reports;
@@ -77,7 +80,7 @@ TEST_F(TerminalSessionTest, AnApplicationThatQuitsIsCleanedUpAfterAndTheRunIsTol
     writeFile(home / "Library/Caches/Safari/page", "secret");
     linesOf({{kSafari}, {}, {}});
     session.controller().run().waitForWorker();
-    session.tellPendingReport();
+    session.tellPendingReports();
     EXPECT_EQ(readFile(home / "Library/Caches/Safari/page"), "");
     ASSERT_EQ(reports.size(), 1U);
     EXPECT_EQ(reports[0].outcome.filesOverwritten, 1U);

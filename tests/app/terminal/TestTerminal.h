@@ -6,6 +6,7 @@
 
 #include "app/terminal/CommandLine.h"
 #include "app/terminal/Terminal.h"
+#include "support/FakeAnswers.h"
 
 namespace dorvanel::test {
 
@@ -28,7 +29,7 @@ class TestTerminal {
 
     std::ostringstream out;
     std::ostringstream err;
-    std::istringstream in;
+    FakeAnswers in;
     terminal::Terminal terminal{out, err, in, false, false, {}};
 };
 
