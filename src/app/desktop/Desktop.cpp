@@ -1,15 +1,11 @@
 #include "app/desktop/Desktop.h"
 
 #include <QApplication>
-#include <QDateTime>
 #include <QEvent>
-#include <QLocale>
 #include <QMessageBox>
-#include <QProgressBar>
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
-#include "app/desktop/OutcomeText.h"
 #include "engine/ActivityLog.h"
 
 namespace dorvanel::desktop {
@@ -22,8 +18,28 @@ Desktop::Desktop(DesktopServices services)
 }
 
 Desktop::~Desktop() {
+    reachable_ = nullptr;
     if (controller_ != nullptr) controller_->run().waitForWorker();
     documents_.clear();
+}
+
+bool Desktop::runFromLaunch(const std::vector<std::string>& droppedItems,
+                            const std::string& action) {
+    bool isLaunched = true;
+    loop_.performOnMainThread([&] {
+        if (quitAsked_) return loop_.stop();
+        isLaunched = launch(droppedItems);
+        if (!isLaunched) return loop_.stop();
+        if (!action.empty() && !loop_.isStopping()) performAction(action);
+    });
+    run();
+    return isLaunched;
+}
+
+void Desktop::askToQuit() {
+    quitAsked_ = true;
+    if (Controller* controller = reachable_) controller->giveUp();
+    application_.terminate();
 }
 
 bool Desktop::launch(const std::vector<std::string>& droppedItems) {
@@ -43,23 +59,31 @@ bool Desktop::launch(const std::vector<std::string>& droppedItems) {
     // A menu without a single profile says nothing; it is dimmed, as its item in the main menu is.
     window_->profilesMenu().menuAction()->setEnabled(mainMenu_.itemAtIndex(0).isEnabled());
     launched_ = true;
-    for (const auto& work : std::exchange(waiting_, {})) work();
+    for (const auto& work : std::exchange(waiting_, {})) {
+        if (!loop_.isStopping()) work();
+    }
     return true;
 }
 
 bool Desktop::makeWindow() {
     std::unique_ptr<QWidget> mainMenu = loadInterfaceFile(services_.resourcesFolder, "MainMenu");
     if (mainMenu == nullptr) return false;
-    window_ = MainWindow::create(std::move(mainMenu), [this] { paintWhileBusy(); });
+    window_ = MainWindow::create(std::move(mainMenu));
     if (window_ == nullptr) return false;
+    activity_ = std::make_unique<ActivityView>(
+        ActivityView::Parts{[this](const QString& message) { window_->showMessage(message); },
+                            [this](bool enabled) {
+                                window_->setCommandsEnabled(enabled);
+                                if (tray_ != nullptr) tray_->setCommandsEnabled(enabled);
+                            }});
     alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_);
     myWindow_ = std::make_unique<QtWindow>(window_->window(), services_.defaults);
-    auto* bar = window_->window().findChild<QProgressBar*>("shreddingProgress");
-    connect(bar, &QProgressBar::valueChanged, this, &Desktop::tellRunning);
     return true;
 }
 
 void Desktop::makeController() {
+    quitWait_ = services_.makeQuitWait(loop_);
+    worker_ = services_.makeWorker();
     controller_ = std::make_unique<Controller>(ControllerParts{services_.system,
                                                                services_.clock,
                                                                services_.draws,
@@ -83,12 +107,11 @@ void Desktop::makeController() {
                                                                window_->fileName(),
                                                                window_->watchOutlets(),
                                                                *this});
+    reachable_ = controller_.get();
+    if (quitAsked_) controller_->giveUp();  // it came before there was anybody to tell
     application_.setDelegate({
         [this] { return controller_->applicationShouldTerminate(); },
-        [this] {
-            quitDeferred_ = true;
-            window_->showMessage(QStringLiteral("Dorvanel quits when shredding has ended."));
-        },
+        [this] { activity_->setQuitDeferred(); },
         [this] {
             // Saves the window's frame too, while there is still somebody to save it.
             myWindow_->saveFrame();
@@ -180,47 +203,6 @@ void Desktop::openFiles(const std::vector<std::string>& files) {
         services_.log.log("Failed to load MyDocument.nib");
         workspace_.beep();
     }
-}
-
-void Desktop::performAction(const std::string& name) {
-    if (workOnMainThread_) return workspace_.beep();
-    if (name == "shred") return controller_->shredAndNothing();
-    if (name == "shred-and-log-out") return controller_->shredAndLogout();
-    if (name == "shred-and-shut-down") return controller_->shredAndShutdown();
-    if (name == "shred-and-restart") return controller_->shredAndRestart();
-    activate();
-}
-
-void Desktop::paintWhileBusy() {
-    if (!workOnMainThread_) return;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
-void Desktop::tellRunning() {
-    if (quitDeferred_ || controller_->run().threadCount() == 0) return;
-    window_->showMessage(QStringLiteral("Shredding…"));
-}
-
-void Desktop::runEnded(const RunReport& report) {
-    const auto tell = [this, report] {
-        if (quitDeferred_) return;
-        const bool shreddedNothing =
-            report.result == RunResult::cancelled || report.result == RunResult::nothingSelected;
-        if (shreddedNothing) window_->showMediumNotice({}, {});
-        window_->showMessage(messageOf(report));
-        if (!failureOf(report.outcome).isEmpty()) {
-            tellFailure(failureOf(report.outcome), detailsOf(report.outcome));
-        }
-        for (const auto& document : documents_) document->refresh();
-    };
-    if (isMainThread()) return tell();
-    loop_.performOnMainThread(tell);
-}
-
-void Desktop::tellFailure(const QString& message, const QString& details) {
-    const QDateTime now = QDateTime::fromSecsSinceEpoch(services_.clock.time());
-    window_->failures().add(
-        {message, details, QLocale().toString(now.time(), QLocale::ShortFormat)});
 }
 
 void Desktop::hideWindows() {

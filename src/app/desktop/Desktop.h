@@ -3,19 +3,21 @@
 #include <QList>
 #include <QMenu>
 #include <QPointer>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/Controller.h"
+#include "app/desktop/ActivityView.h"
 #include "app/desktop/MainWindow.h"
 #include "app/desktop/MenuView.h"
 #include "app/desktop/MyDocument.h"
 #include "app/desktop/PreferencesPanel.h"
 #include "app/desktop/QtAlertPanel.h"
 #include "app/desktop/QtApplication.h"
-#include "app/desktop/QtOpenPanel.h"
+#include "app/desktop/QtQuitWait.h"
 #include "app/desktop/QtRunLoop.h"
 #include "app/desktop/QtWindow.h"
 #include "app/desktop/QtWorkspace.h"
@@ -23,6 +25,7 @@
 #include "app/desktop/Tray.h"
 #include "platform/Medium.h"
 #include "platform/SystemLog.h"
+#include "platform/Worker.h"
 
 namespace dorvanel::desktop {
 
@@ -43,6 +46,9 @@ struct DesktopServices {
     std::string resourcesFolder;
     /// Whether there is a status area for an icon now; empty where there never is one.
     std::function<bool()> hasStatusArea = {};
+    std::function<std::unique_ptr<platform::QuitWait>(QtRunLoop&)> makeQuitWait =
+        [](QtRunLoop& loop) { return std::make_unique<QtQuitWait>(loop); };
+    std::function<std::unique_ptr<platform::Worker>()> makeWorker = platform::makeWorker;
 };
 
 /// The desktop program put together: the window, the panel, the menus and the tray around one
@@ -58,6 +64,13 @@ class Desktop final : public QObject, private RunObserver {
 
     /// The main loop, until the program has quit.
     void run() { loop_.run(); }
+    /// The whole program: launches from within the main loop, so that what asks a question on the
+    /// way can be quit like any other, performs the action, where one is named, and returns when
+    /// the program has quit. False when it could not be launched.
+    bool runFromLaunch(const std::vector<std::string>& droppedItems, const std::string& action);
+    /// A signal, for one, asks the program to quit: nothing that has not reached the worker is
+    /// shredded from this moment on. Any thread, also before the launch.
+    void askToQuit();
 
     // What second launches and other programs ask; before launch() is through, it waits.
 
@@ -94,7 +107,7 @@ class Desktop final : public QObject, private RunObserver {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    class MainThreadWork;
+    class Question;
 
     bool makeWindow();
     void makeController();
@@ -105,16 +118,17 @@ class Desktop final : public QObject, private RunObserver {
     void showHiddenWindows();
     [[nodiscard]] bool isClosed(const MyDocument& document) const;
     void tellFailure(const QString& message, const QString& details);
-    bool engineIsBusy();
+    /// Whether something goes on that a request has to wait for; the window says so then.
+    bool refuses();
     /// The items as they can be shredded; none, and the window tells why, when one of them must not
     /// be: the home folder, a mount point, something that does not exist.
     std::vector<std::string> checkedItems(const std::vector<std::string>& items);
-    void tellOutcome();
     /// Says which of the items a request is about to shred lie where overwriting in place does not
     /// surely reach their old contents.
     void tellMedium(const std::vector<std::string>& items);
-    void paintWhileBusy();
-    void tellRunning();
+    void tellEnd(const RunReport& report);
+    void tellRefusal(Refusal refusal);
+    void activityChanged(Activity now) override;
     void runBegins(const std::vector<std::string>& items) override { tellMedium(items); }
     void runEnded(const RunReport& report) override;
 
@@ -127,17 +141,19 @@ class Desktop final : public QObject, private RunObserver {
     std::unique_ptr<QtAlertPanel> alerts_;
     std::unique_ptr<QtWindow> myWindow_;
     platform::Menu mainMenu_;
-    std::unique_ptr<platform::QuitWait> quitWait_ = platform::makeQuitWait();
-    std::unique_ptr<platform::Worker> worker_ = platform::makeWorker();
+    std::unique_ptr<ActivityView> activity_;
+    std::unique_ptr<platform::QuitWait> quitWait_;
+    std::unique_ptr<platform::Worker> worker_;
     std::unique_ptr<Controller> controller_;
+    std::atomic<Controller*> reachable_ = nullptr;  ///< the controller, for other threads
+    std::atomic<bool> quitAsked_ = false;
     std::unique_ptr<MenuView> profilesView_;
     std::unique_ptr<Tray> tray_;
     std::vector<std::unique_ptr<MyDocument>> documents_;
     QList<QPointer<QWidget>> hidden_;  ///< the windows beside the main one that `hide` put away
     std::vector<std::function<void()>> waiting_;
     bool launched_ = false;
-    bool workOnMainThread_ = false;
-    bool quitDeferred_ = false;
+    int questions_ = 0;  ///< of the window's own that wait for an answer
 };
 
 }  // namespace dorvanel::desktop

@@ -6,10 +6,11 @@
 #include "app/desktop/Bytes.h"
 #include "app/desktop/Desktop.h"
 #include "app/desktop/OutcomeText.h"
-#include "engine/MediumNotice.h"
+#include "app/desktop/QtOpenPanel.h"
 #include "platform/MountPoints.h"
 
-// What people ask of the window besides a run: files picked in the Open panel or dropped on it.
+// What people ask for beside the window's own commands: files picked in the Open panel or dropped
+// on it, and actions of the launcher.
 
 namespace dorvanel::desktop {
 
@@ -47,53 +48,58 @@ std::string questionAbout(const std::vector<std::string>& files, int width) {
     return lines.join(u'\n').toStdString();
 }
 
-/// A path as a person knows it: in the home folder without the way there.
-QString shortPath(const std::string& path) {
-    const std::string home = platform::homeDirectory() + "/";
-    return displayText(path.starts_with(home) ? "~/" + path.substr(home.size()) : path);
-}
-
 }  // namespace
 
-/// The engine at work on the main thread: no timer fires, no action comes in between, and the
-/// window is painted but takes no input.
-class Desktop::MainThreadWork {
+/// A question of the window's own: while it waits for its answer no timer fires, and no other
+/// request is taken.
+class Desktop::Question {
   public:
-    explicit MainThreadWork(Desktop& desktop) : desktop_(desktop), hold_(desktop.loop_) {
-        desktop_.workOnMainThread_ = true;
+    explicit Question(Desktop& desktop) : desktop_(desktop), hold_(desktop.loop_) {
+        desktop_.activity_->setAsking(++desktop_.questions_ > 0);
     }
-    ~MainThreadWork() { desktop_.workOnMainThread_ = false; }
-    MainThreadWork(const MainThreadWork&) = delete;
-    MainThreadWork& operator=(const MainThreadWork&) = delete;
+    ~Question() { desktop_.activity_->setAsking(--desktop_.questions_ > 0); }
+    Question(const Question&) = delete;
+    Question& operator=(const Question&) = delete;
 
   private:
     Desktop& desktop_;
     QtRunLoop::Hold hold_;
 };
 
-bool Desktop::engineIsBusy() {
-    const bool busy = workOnMainThread_ || controller_->isBusy();
-    if (busy) {
-        window_->showMessage(QStringLiteral("Not started: a run is still in progress."));
+bool Desktop::refuses() {
+    if (controller_->isBusy()) {
+        tellRefusal(Refusal::atWork);
+    } else if (questions_ > 0) {
+        activity_->showRefusal(
+            QStringLiteral("Not started: another question waits for your answer."));
         workspace_.beep();
     }
-    return busy;
+    return controller_->isBusy() || questions_ > 0;
+}
+
+void Desktop::performAction(const std::string& name) {
+    // The controller refuses what comes while something is at work, and its log says so.
+    const auto request = [this](void (Controller::*shred)()) {
+        if (questions_ == 0 || !refuses()) ((*controller_).*shred)();
+    };
+    if (name == "shred") return request(&Controller::shredAndNothing);
+    if (name == "shred-and-log-out") return request(&Controller::shredAndLogout);
+    if (name == "shred-and-shut-down") return request(&Controller::shredAndShutdown);
+    if (name == "shred-and-restart") return request(&Controller::shredAndRestart);
+    activate();
 }
 
 void Desktop::openDoc() {
-    if (engineIsBusy()) return;
-    bool picked = false;
-    QtOpenPanel panel(window_->window(), [this, &picked](const std::vector<std::string>& items) {
-        picked = true;
-        tellMedium(items);
-    });
+    if (refuses()) return;
+    std::vector<std::string> picked;
     {
-        const MainThreadWork work(*this);
-        FileAccess::openDoc(panel, [this](std::vector<std::string> items) {
-            controller_->fileAccessInstance().shredDroppedFile(items);
-        });
+        const Question question(*this);
+        QtOpenPanel panel(window_->window());
+        FileAccess::openDoc(
+            panel, [&picked](std::vector<std::string> items) { picked = std::move(items); });
     }
-    if (picked) tellOutcome();
+    picked = checkedItems(picked);
+    if (!picked.empty()) controller_->shredFiles(std::move(picked));
 }
 
 std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& items) {
@@ -115,45 +121,23 @@ std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& i
             reasons << sentence.arg(path, reason);
         }
     }
-    window_->showMessage(QStringLiteral("Nothing was shredded."));
+    activity_->showResult(QStringLiteral("Nothing was shredded."));
     tellFailure(QStringLiteral("Nothing was shredded: %1").arg(first), reasons.join(u'\n'));
     workspace_.beep();
     return {};
 }
 
 void Desktop::filesDropped(std::vector<std::string> files) {
-    if (engineIsBusy()) return;
+    if (refuses()) return;
     files = checkedItems(files);
     if (files.empty()) return;
-    const AlertButton answer =
-        alerts_->ask({"Shred Dropped Items", questionAbout(files, alertMessageWidth), "Cancel",
-                      "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
-    if (answer != AlertButton::alternateButton || engineIsBusy()) return;
-    tellMedium(files);
+    AlertButton answer = AlertButton::defaultButton;
     {
-        const MainThreadWork work(*this);
-        controller_->fileAccessInstance().shredDroppedFile(files);
+        const Question question(*this);
+        answer = alerts_->ask({"Shred Dropped Items", questionAbout(files, alertMessageWidth),
+                               "Cancel", "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
     }
-    tellOutcome();
-}
-
-void Desktop::tellOutcome() {
-    const Outcome& outcome = controller_->fileAccessInstance().outcome();
-    window_->showMessage(messageOf(outcome));
-    if (!failureOf(outcome).isEmpty()) tellFailure(failureOf(outcome), detailsOf(outcome));
-}
-
-void Desktop::tellMedium(const std::vector<std::string>& items) {
-    QStringList whole;
-    const std::string notice = mediumNotice(items, services_.medium, [&](const std::string& path) {
-        const QString text = shortPath(path);
-        whole << text;
-        return "“" + cut(text, pathWidth).toStdString() + "”";
-    });
-    if (notice.empty()) return window_->showMediumNotice({}, {});
-    QString sentence = QString::fromStdString(notice) + u'.';
-    sentence[0] = sentence[0].toUpper();
-    window_->showMediumNotice(sentence, whole.join(u'\n'));
+    if (answer == AlertButton::alternateButton) controller_->shredFiles(std::move(files));
 }
 
 }  // namespace dorvanel::desktop

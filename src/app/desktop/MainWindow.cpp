@@ -33,17 +33,16 @@ std::vector<std::string> draggedPaths(const QMimeData& data) {
 
 }  // namespace
 
-std::unique_ptr<MainWindow> MainWindow::create(std::unique_ptr<QWidget> mainMenu,
-                                               const AfterDisplay& afterDisplay) {
+std::unique_ptr<MainWindow> MainWindow::create(std::unique_ptr<QWidget> mainMenu) {
     std::unique_ptr<MainWindow> made(new MainWindow);
     made->window_ = qobject_cast<QMainWindow*>(mainMenu.get());
     made->owner_ = std::move(mainMenu);
-    if (made->window_ == nullptr || !made->connectOutlets(afterDisplay)) return nullptr;
+    if (made->window_ == nullptr || !made->connectOutlets()) return nullptr;
     made->window_->installEventFilter(made.get());
     return made;
 }
 
-bool MainWindow::connectOutlets(const AfterDisplay& afterDisplay) {
+bool MainWindow::connectOutlets() {
     // The panel is loaded apart, when it is first shown.
     delete window_->findChild<QWidget*>("mPreferencesWindow");
 
@@ -60,17 +59,17 @@ bool MainWindow::connectOutlets(const AfterDisplay& afterDisplay) {
           static_cast<QObject*>(failures_.get()), static_cast<QObject*>(profilesMenu_)}) {
         if (found == nullptr) return false;
     }
-    progress_ = std::make_unique<QtProgressIndicator>(*bar, afterDisplay);
-    fileName_ = std::make_unique<QtTextField>(*file, afterDisplay, QtTextField::Elide::middle);
-    mediumColor_ = std::make_unique<QtTextField>(*mediumNotice_, AfterDisplay());
+    progress_ = std::make_unique<QtProgressIndicator>(*bar);
+    fileName_ = std::make_unique<QtTextField>(*file, QtTextField::Elide::middle);
+    mediumColor_ = std::make_unique<QtTextField>(*mediumNotice_);
     mediumColor_->setTextColor(platform::Color::darkGray);
-    status_ = std::make_unique<QtTextField>(*status, afterDisplay);
+    status_ = std::make_unique<QtTextField>(*status);
     for (std::size_t i = 0; i < labelNames.size(); ++i) {
         const QString name = QLatin1String(labelNames[i]);
         auto* label = window_->findChild<QLabel*>(name);
         auto* mark = window_->findChild<QLabel*>(name + "Mark");
         if (label == nullptr || mark == nullptr) return false;
-        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark, afterDisplay);
+        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark);
         labels_[i]->setTextColor(platform::Color::lightGray);
     }
     // The keyboard is nobody's until somebody takes it: the first button shreds.

@@ -31,8 +31,7 @@ struct MainWindowActions {
 class MainWindow final : public QObject {
   public:
     /// Null when something is missing in `mainMenu`, the file's top widget.
-    static std::unique_ptr<MainWindow> create(std::unique_ptr<QWidget> mainMenu,
-                                              const AfterDisplay& afterDisplay);
+    static std::unique_ptr<MainWindow> create(std::unique_ptr<QWidget> mainMenu);
 
     void setActions(const MainWindowActions& actions);
 
@@ -60,7 +59,7 @@ class MainWindow final : public QObject {
 
   private:
     MainWindow() = default;
-    bool connectOutlets(const AfterDisplay& afterDisplay);
+    bool connectOutlets();
     void restyle();
 
     std::unique_ptr<QWidget> owner_;

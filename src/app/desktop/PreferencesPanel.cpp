@@ -102,7 +102,7 @@ void PreferencesPanel::connectControls(const Controls& found) {
         connect(box, &QAbstractButton::toggled, this, [this, box] { enableChanged(*box); });
     }
     for (QLabel* text : found.mailsmithTexts) {
-        mailsmithTexts_.push_back(std::make_unique<QtTextField>(*text, AfterDisplay()));
+        mailsmithTexts_.push_back(std::make_unique<QtTextField>(*text));
     }
     const auto button = [&found](const char* name) {
         return found.window->findChild<QAbstractButton*>(QLatin1String(name));

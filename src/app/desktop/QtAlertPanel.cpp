@@ -79,7 +79,7 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
 
 AlertButton clickedButton(const QMessageBox& box) {
     const QAbstractButton* clicked = box.clickedButton();
-    // The program ended, and its alerts with it: as if nobody had agreed to anything.
+    // The program ended, and its alerts with it: nobody has agreed to anything.
     if (clicked == nullptr) clicked = box.escapeButton();
     for (std::size_t i = 1; i < buttonNames.size(); ++i) {
         if (clicked != nullptr && clicked->objectName() == QLatin1String(buttonNames[i])) {
@@ -100,7 +100,8 @@ AlertButton QtAlertPanel::ask(const AlertText& text) {
     const QtRunLoop::Hold hold(loop_);
     QPointer<QMessageBox> box(makeAlert(&parent_, text));
     box->setWindowModality(Qt::ApplicationModal);
-    box->exec();
+    // Once the program ends, nobody is asked any more: the answer is that of a box that was shut.
+    if (!loop_.isStopping()) box->exec();
     const AlertButton answer = box ? clickedButton(*box) : AlertButton::defaultButton;
     delete box;
     return answer;

@@ -58,12 +58,8 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;
     }
-    const auto quitSignals =
-        platform::catchQuitSignals([&program] { program.application().terminate(); });
-    if (!program.launch(line.files)) return 1;
-    if (!line.action.empty()) program.performAction(line.action);
-    program.run();
-    return 0;
+    const auto quitSignals = platform::catchQuitSignals([&program] { program.askToQuit(); });
+    return program.runFromLaunch(line.files, line.action) ? 0 : 1;
 }
 
 }  // namespace
