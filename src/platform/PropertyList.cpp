@@ -11,6 +11,7 @@
 #include <set>
 
 #include "platform/BinaryPropertyList.h"
+#include "platform/PortableNumbers.h"
 
 namespace dorvanel::platform {
 
@@ -187,6 +188,7 @@ PropertyList& PropertyList::operator=(PropertyList&&) noexcept = default;
 PropertyList::~PropertyList() = default;
 
 std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::string& reason) {
+    const PortableNumbers portable;
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
     reason = bytes.empty() ? "the file is empty" : "not a whole property list";
@@ -206,7 +208,7 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
         return std::nullopt;
     }
     const std::string written = PropertyList(std::move(root)).serialized();
-    if (written.size() > maximumBytes - spareBytes) {
+    if (written.size() > maximumBytes) {
         reason = "too large for a list of preferences";
         return std::nullopt;
     }
@@ -220,6 +222,7 @@ std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::str
 }
 
 std::string PropertyList::serialized() const {
+    const PortableNumbers portable;
     char* bytes = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(root_->tree, &bytes, &length);

@@ -12,7 +12,7 @@
 namespace dorvanel::platform {
 
 /// A property list whose root is a dictionary: values of any kind by key, the order of the keys
-/// kept. One thread at a time.
+/// kept. Numbers are read and written the same way in every locale. One thread at a time.
 class PropertyList {
   public:
     /// The kinds of value that the program stores itself.
@@ -22,9 +22,6 @@ class PropertyList {
     /// recurses, and half a mebibyte is a thousand times what preferences need.
     static constexpr std::size_t maximumBytes = std::size_t{512} * 1024;
     static constexpr int maximumDepth = 200;
-
-    /// What is left of `maximumBytes` for what the program adds to a list that it read.
-    static constexpr std::size_t spareBytes = std::size_t{16} * 1024;
 
     /// An empty dictionary.
     PropertyList();

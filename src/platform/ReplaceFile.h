@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,9 +21,11 @@ Result<Done> replaceFile(const std::string& path, std::string_view bytes,
 /// path.
 Result<std::string> setFileAside(const std::string& path);
 
-/// The bytes of a regular file, "" where there is none. More than `limit` bytes are not read: the
-/// result is then longer than `limit`, cut.
-Result<std::string> readWholeFile(const std::string& path, std::size_t limit);
+/// The bytes of a regular file; nothing where there is no file. More than `limit` bytes are not
+/// read: the result is then longer than `limit`, cut. A link below the folder `linksUpTo` is
+/// refused; where that is empty, links are followed.
+Result<std::optional<std::string>> readWholeFile(const std::string& path, std::size_t limit,
+                                                 const std::string& linksUpTo = {});
 
 /// `path` with symbolic links at its end followed, also where they lead to nothing yet.
 std::string followingLinks(const std::string& path);

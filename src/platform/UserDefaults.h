@@ -16,6 +16,16 @@ class UserDefaults {
   public:
     virtual ~UserDefaults() = default;
 
+    /// False where what is stored could not be read. Nobody can tell then what the user chose:
+    /// every key reads as absent, changes are dropped and `synchronize` fails, until
+    /// `startAfresh`.
+    [[nodiscard]] virtual bool isKnown() const { return true; }
+
+    /// Where the stored list cannot be read, sets it aside under a new name that replaces nothing,
+    /// and stores what this process knows in its place: nothing, or what it read before the damage.
+    /// A list that can be read stays, and is read. On failure nothing is known that was not before.
+    virtual Result<Done> startAfresh() { return Done{}; }
+
     /// Whether anything, of any kind, is stored under the key.
     [[nodiscard]] virtual bool hasObjectForKey(const std::string& key) const = 0;
 

@@ -46,6 +46,7 @@ std::shared_ptr<Preferences> Preferences::init(platform::UserDefaults& defaults)
 }
 
 Preferences::Preferences(platform::UserDefaults& defaults) : defaults_(defaults) {
+    known_ = defaults.isKnown();
     replaceCurValues(preferencesFromDefaults(defaults));
     discardDisplayedValues();
     mCanStrip = 1;
@@ -99,6 +100,20 @@ std::optional<Number> Preferences::objectForKey(std::string_view key) const {
     return found->second;
 }
 
+bool Preferences::areKnown() const {
+    return known_.load(std::memory_order_acquire);
+}
+
+platform::Result<platform::Done> Preferences::startAfresh() {
+    platform::Result<platform::Done> started = defaults_.startAfresh();
+    if (!started || areKnown()) return started;
+    mEnableBrowsers.reset();
+    replaceCurValues(preferencesFromDefaults(defaults_));
+    known_.store(true, std::memory_order_release);
+    discardDisplayedValues();
+    return started;
+}
+
 std::uint64_t Preferences::changeCount() const {
     return changeCount_.load(std::memory_order_acquire);
 }
@@ -115,8 +130,15 @@ void Preferences::replaceCurValues(PreferenceValues values) {
 
 void Preferences::loadBrowserInfo() {
     if (mEnableBrowsers) return;
-    mEnableBrowsers = defaults_.arrayForKey(std::string(enabledBrowsersKey));
-    if (!mEnableBrowsers) mEnableBrowsers.emplace(applicationNames.begin(), applicationNames.end());
+    const std::string key(enabledBrowsersKey);
+    mEnableBrowsers = defaults_.arrayForKey(key);
+    if (mEnableBrowsers) return;
+    // Only where nothing is stored are all of them enabled: what is stored in another form, or
+    // cannot be read, may have meant fewer.
+    mEnableBrowsers.emplace();
+    if (areKnown() && !defaults_.hasObjectForKey(key)) {
+        mEnableBrowsers->assign(applicationNames.begin(), applicationNames.end());
+    }
 }
 
 bool Preferences::browserIsEnabled(std::string_view name) {

@@ -56,6 +56,9 @@ class Preferences final : public PreferenceReader {
     [[nodiscard]] std::shared_ptr<const PreferenceValues> preferences() const;
     [[nodiscard]] std::optional<Number> objectForKey(std::string_view key) const override;
     [[nodiscard]] std::uint64_t changeCount() const override;
+    /// False where the stored preferences could not be read when the object was made. The values
+    /// are then the factory's, no application is enabled, and every save fails.
+    [[nodiscard]] bool areKnown() const override;
     /// Any thread.
     [[nodiscard]] bool prefsConfirmShredding() const { return boolForKey("ConfirmShredding"); }
     [[nodiscard]] bool prefsDoDSanitize() const { return boolForKey("DoDSanitize"); }
@@ -67,6 +70,13 @@ class Preferences final : public PreferenceReader {
     /// Takes the application out of the list or adds it at the end, Mozilla and Netscape together;
     /// stores the list and synchronizes.
     platform::Result<platform::Done> enableChanged(std::string_view name);
+
+    /// For a person who wants to begin again: a stored list that cannot be read is set aside under a
+    /// new name, which the defaults' owner is told, and a good one written in its place; the
+    /// preferences are then known. Where they were known the values stay as they are; otherwise
+    /// they become what is stored now, and the panel shows them. Going back to the factory values
+    /// is `startAfresh`, then `revertToDefault` and `saveDefaults`. A failure changes nothing here.
+    platform::Result<platform::Done> startAfresh();
 
     /// The values as the panel shows and edits them.
     PreferenceValues displayedValues;
@@ -98,6 +108,7 @@ class Preferences final : public PreferenceReader {
     mutable std::mutex curValuesMutex_;
     std::shared_ptr<const PreferenceValues> curValues;  ///< the pointer is guarded, not the values
     std::atomic<std::uint64_t> changeCount_ = 0;
+    std::atomic<bool> known_ = true;
 };
 
 }  // namespace dorvanel

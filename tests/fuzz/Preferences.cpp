@@ -42,6 +42,12 @@ void loadAndSave(const std::string& bytes) {
 
     const auto defaults = platform::openUserDefaults(path, [](const platform::Error&) {});
     const auto preferences = Preferences::sharedInstance(*defaults);
+    if (!preferences->areKnown()) {
+        insist(!preferences->commitDisplayedValues().ok(), "what is not known is not saved");
+        insist(test::readFile(path) == bytes, "a file that cannot be read stays as it is");
+        insist(preferences->startAfresh().ok(), "a fresh start is always possible");
+        insist(test::readFile(path + " (damaged 1)") == bytes, "it is kept under another name");
+    }
     preferences->loadBrowserInfo();
     const auto before = *preferences->preferences();
     preferences->displayedValues = before;

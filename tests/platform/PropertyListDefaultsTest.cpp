@@ -1,6 +1,7 @@
 #include <climits>
 
 #include "platform/DefaultsFixture.h"
+#include "support/CommaLocale.h"
 
 namespace dorvanel::test {
 namespace {
@@ -71,6 +72,36 @@ TEST_P(BothForms, KeepKeysOfAnyKindThroughASave) {
                          others + ", 'NumberOfWrites': 4})\n"),
               "True");
     EXPECT_TRUE(readFile(path()).starts_with("<?xml"));
+}
+
+TEST_F(PropertyListDefaultsTest, NumbersAreTheSameBytesWhereTheLocaleWritesThemWithAComma) {
+    const std::string values =
+        "{'real': 0.75, 'third': 1/3, 'small': -2.5e-7, 'NumberOfWrites': 4.9, 'NSA': 0.5}";
+    store(values);
+    const auto changed = [&] {
+        const auto defaults = open();
+        EXPECT_EQ(defaults->integerForKey("NumberOfWrites"), 4);
+        EXPECT_TRUE(defaults->boolForKey("NSA"));
+        EXPECT_TRUE(defaults->hasObjectForKey("real"));
+        defaults->setBool(true, "ShredHistory");
+        EXPECT_TRUE(defaults->synchronize());
+        return readFile(path());
+    };
+    const std::string plain = changed();
+    store(values);
+    {
+        const CommaLocale locale;
+        if (!locale.isSet()) {
+            std::puts("not run: no locale with a decimal comma can be made here");
+            return;
+        }
+        ASSERT_STREQ(localeconv()->decimal_point, ",");
+        EXPECT_EQ(changed(), plain);
+        EXPECT_STREQ(localeconv()->decimal_point, ",") << "the program's own locale stays";
+    }
+    EXPECT_EQ(stored("(d['real'], d['third'], d['small'])"),
+              "(0.75, 0.3333333333333333, -2.5e-07)");
+    EXPECT_EQ(reports, Strings{});
 }
 
 TEST_F(PropertyListDefaultsTest, ABooleanIsStoredAsABooleanAndAnIntegerAsAnInteger) {

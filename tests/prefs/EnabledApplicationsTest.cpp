@@ -26,6 +26,24 @@ TEST_F(EnabledApplicationsTest, AnEmptyListMeansThatNoneIsEnabled) {
     EXPECT_EQ(preferences->mEnableBrowsers, Strings{});
 }
 
+TEST_F(EnabledApplicationsTest, AListStoredAsAnythingElseMeansThatNoneIsEnabled) {
+    defaults.values["EnabledBrowsers"] = true;
+    EXPECT_FALSE(make()->browserIsEnabled("Safari"));
+    defaults.values["EnabledBrowsers"] = 3;
+    const auto preferences = make();
+    for (const char* name : {"Safari", "Firefox", "Mailsmith"}) {
+        EXPECT_FALSE(preferences->browserIsEnabled(name)) << name;
+    }
+}
+
+TEST_F(EnabledApplicationsTest, NoneIsEnabledWhereWhatIsStoredCannotBeRead) {
+    defaults.known = false;
+    const auto preferences = make();
+    EXPECT_FALSE(preferences->browserIsEnabled("Safari"));
+    ASSERT_TRUE(preferences->startAfresh());
+    EXPECT_TRUE(preferences->browserIsEnabled("Safari")) << "nothing is stored now";
+}
+
 TEST_F(EnabledApplicationsTest, ANameThatIsNotAmongTheTwelveIsNotEnabled) {
     const auto preferences = make();
     for (const char* name : {"OmniWeb", "safari", "Safari ", "", "Mail", "IE"}) {

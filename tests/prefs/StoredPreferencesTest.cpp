@@ -85,5 +85,50 @@ TEST_F(StoredPreferencesTest, ProgramsAtWorkOnOneHomeDoNotUndoEachOther) {
     EXPECT_EQ(stored(), "{'NSA': True, 'ShredHistory': True}");
 }
 
+TEST_F(StoredPreferencesTest, EnabledApplicationsStoredAsATextOrANumberMeanNone) {
+    for (const char* value : {"'Safari'", "True", "7", "{'Safari': True}", "b'x'", "1.5"}) {
+        store(std::string("{'EnabledBrowsers': ") + value + "}", "XML");
+        const auto defaults = open();
+        EXPECT_FALSE(Preferences::sharedInstance(*defaults)->browserIsEnabled("Safari")) << value;
+    }
+    store("{'EnabledBrowsers': ['Safari', 1, True]}", "XML");
+    const auto defaults = open();
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    EXPECT_TRUE(preferences->browserIsEnabled("Safari"));
+    EXPECT_FALSE(preferences->browserIsEnabled("iCab"));
+}
+
+TEST_F(StoredPreferencesTest, AreNotKnownWhereTheFileIsDamagedUntilTheyAreStartedAfresh) {
+    store("{'ShredCache': False}", "XML");
+    const std::string whole = readFile(file);
+    writeFile(file, whole.substr(0, whole.size() / 2));
+    std::vector<std::string> reports;
+    const auto defaults = platform::openUserDefaults(
+        file, [&](const platform::Error& error) { reports.push_back(error.message()); });
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    EXPECT_FALSE(preferences->areKnown());
+    preferences->displayedValues.insert_or_assign("ShredHistory", Number::fromBool(true));
+    EXPECT_FALSE(preferences->commitDisplayedValues());
+    EXPECT_FALSE(Preferences::saveDefaults());
+    EXPECT_EQ(readFile(file), whole.substr(0, whole.size() / 2));
+
+    ASSERT_TRUE(preferences->startAfresh());
+    EXPECT_TRUE(preferences->areKnown());
+    EXPECT_FALSE(preferences->boolForKey("ShredHistory")) << "what could not be saved is gone";
+    EXPECT_EQ(readFile(file + " (damaged 1)"), whole.substr(0, whole.size() / 2));
+    EXPECT_EQ(stored(), "{}");
+    EXPECT_EQ(reports.size(), 2U);
+}
+
+TEST_F(StoredPreferencesTest, AFreshStartChangesNoValueThatIsKnown) {
+    store("{'ShredHistory': True, 'EnabledBrowsers': []}", "XML");
+    const auto defaults = open();
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    ASSERT_TRUE(preferences->startAfresh());
+    EXPECT_TRUE(preferences->boolForKey("ShredHistory"));
+    EXPECT_FALSE(preferences->browserIsEnabled("Safari"));
+    EXPECT_EQ(stored(), "{'EnabledBrowsers': [], 'ShredHistory': True}");
+}
+
 }  // namespace
 }  // namespace dorvanel::test

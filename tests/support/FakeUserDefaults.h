@@ -54,6 +54,15 @@ class FakeUserDefaults final : public platform::UserDefaults {
         return platform::Done{};
     }
 
+    bool isKnown() const override { return known; }
+    platform::Result<platform::Done> startAfresh() override {
+        calls.emplace_back("startAfresh");
+        known = true;
+        return platform::Done{};
+    }
+
+    /// What `isKnown` answers.
+    bool known = true;
     std::map<std::string, Value> values;
     std::vector<std::string> calls;
 };

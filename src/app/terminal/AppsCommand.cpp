@@ -12,6 +12,7 @@ namespace {
 
 ExitStatus list(Terminal& terminal) {
     OpenedPreferences opened(terminal);
+    if (!opened.areKnown()) return ExitStatus::incomplete;
     for (const std::string_view name : applicationNames) {
         const bool isEnabled = opened.preferences().browserIsEnabled(name);
         terminal.out << name << ' ' << (isEnabled ? "YES" : "NO") << '\n';
@@ -26,6 +27,7 @@ ExitStatus enable(Terminal& terminal, const std::string& name, bool enabled) {
         return ExitStatus::usage;
     }
     OpenedPreferences opened(terminal);
+    if (!opened.areKnown()) return ExitStatus::incomplete;
     if (opened.preferences().browserIsEnabled(name) == enabled) return ExitStatus::done;
     return opened.statusOf(opened.preferences().enableChanged(name));
 }

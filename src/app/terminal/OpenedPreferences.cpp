@@ -2,20 +2,29 @@
 
 #include "platform/AccountFolders.h"
 #include "platform/PropertyListDefaults.h"
+#include "platform/UserSwitch.h"
 
 namespace dorvanel::terminal {
 
-OpenedPreferences::OpenedPreferences(Terminal& terminal) : terminal_(terminal) {
+OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable)
+    : terminal_(terminal) {
     const auto report = [&terminal](const platform::Error& error) {
         terminal.complain(error.message());
     };
     const std::string path = platform::userDefaultsPath();
-    if (!path.empty()) {
+    // Root, who stays root where a command must be able to shred anybody's files, makes no folders
+    // in a home whose owner may have put links there.
+    if (!path.empty() && !platform::isRootInAnothersHome()) {
         const platform::Result<platform::Done> made = platform::makeAccountFolders();
         if (!made) report(made.error());
     }
     defaults_ = platform::openUserDefaults(path, report);
     preferences_ = dorvanel::Preferences::sharedInstance(*defaults_);
+    if (!areKnown() && unreadable == Unreadable::stopsIt) {
+        terminal.complain(
+            "without knowing the preferences nothing is shredded or changed; "
+            "\"dorvanel prefs revert\" sets the file aside and goes back to the factory values");
+    }
 }
 
 ExitStatus OpenedPreferences::statusOf(const platform::Result<platform::Done>& saved) const {

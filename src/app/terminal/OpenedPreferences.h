@@ -10,11 +10,21 @@
 namespace dorvanel::terminal {
 
 /// The user defaults and the preferences of a command, with the account's folders made first.
-/// What is wrong with them is told on `err`; the factory values then stand in.
+/// What is wrong with them is told on `err`, with the file and the reason.
 class OpenedPreferences {
   public:
+    /// What the command is about to do, where the stored preferences cannot be read.
+    enum class Unreadable {
+        stopsIt,   ///< nothing by them: the person is told the way out
+        isMended,  ///< the command is that way out
+    };
+
     /// `terminal` must outlive the object.
-    explicit OpenedPreferences(Terminal& terminal);
+    explicit OpenedPreferences(Terminal& terminal, Unreadable unreadable = Unreadable::stopsIt);
+
+    /// False where what is stored could not be read; this has been told. What the person chose
+    /// cannot be told then: nothing may be shredded, listed or saved by these preferences.
+    [[nodiscard]] bool areKnown() const { return preferences_->areKnown(); }
 
     platform::UserDefaults& defaults() { return *defaults_; }
     Preferences& preferences() { return *preferences_; }

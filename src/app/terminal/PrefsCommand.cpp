@@ -52,6 +52,7 @@ std::optional<Number> parsed(const PreferenceKey& key, const std::string& text) 
 
 ExitStatus list(Terminal& terminal) {
     OpenedPreferences opened(terminal);
+    if (!opened.areKnown()) return ExitStatus::incomplete;
     for (const PreferenceKey& key : preferenceKeys) {
         const std::optional<Number> value = opened.preferences().objectForKey(key.name);
         terminal.out << key.name << ' ' << shown(value.value_or(key.factoryDefault)) << '\n';
@@ -63,6 +64,7 @@ ExitStatus get(Terminal& terminal, const Words& words) {
     const PreferenceKey* key = findKey(terminal, words.key);
     if (key == nullptr) return ExitStatus::usage;
     OpenedPreferences opened(terminal);
+    if (!opened.areKnown()) return ExitStatus::incomplete;
     const std::optional<Number> value = opened.preferences().objectForKey(key->name);
     terminal.out << shown(value.value_or(key->factoryDefault)) << '\n';
     return ExitStatus::done;
@@ -77,13 +79,16 @@ ExitStatus set(Terminal& terminal, const Words& words) {
         return ExitStatus::usage;
     }
     OpenedPreferences opened(terminal);
+    if (!opened.areKnown()) return ExitStatus::incomplete;
     dorvanel::Preferences& preferences = opened.preferences();
     preferences.displayedValues.insert_or_assign(words.key, *value);
     return opened.statusOf(preferences.commitDisplayedValues());
 }
 
 ExitStatus revert(Terminal& terminal) {
-    OpenedPreferences opened(terminal);
+    OpenedPreferences opened(terminal, OpenedPreferences::Unreadable::isMended);
+    const platform::Result<platform::Done> started = opened.preferences().startAfresh();
+    if (!started) return opened.statusOf(started);
     opened.preferences().revertToDefault();
     return opened.statusOf(dorvanel::Preferences::saveDefaults());
 }

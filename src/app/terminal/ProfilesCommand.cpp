@@ -15,8 +15,8 @@ namespace {
 /// The Profiles menu of a command, built as a launch builds it.
 class OpenedProfiles {
   public:
-    explicit OpenedProfiles(Terminal& terminal)
-        : opened_(terminal),
+    OpenedProfiles(OpenedPreferences& opened, Terminal& terminal)
+        : opened_(opened),
           alerts_(terminal.in, terminal.err, TerminalAlertPanel::Answers::asked),
           item_(mainMenu_.addItemWithTitle("Profiles", {}, "")),
           submenu_(item_.makeSubmenu()),
@@ -37,7 +37,7 @@ class OpenedProfiles {
     [[nodiscard]] ExitStatus save() { return opened_.statusOf(opened_.defaults().synchronize()); }
 
   private:
-    OpenedPreferences opened_;
+    OpenedPreferences& opened_;
     TerminalAlertPanel alerts_;
     platform::Menu mainMenu_;
     platform::MenuItem& item_;
@@ -46,7 +46,9 @@ class OpenedProfiles {
 };
 
 ExitStatus list(Terminal& terminal) {
-    OpenedProfiles opened(terminal);
+    OpenedPreferences preferences(terminal);
+    if (!preferences.areKnown()) return ExitStatus::incomplete;
+    OpenedProfiles opened(preferences, terminal);
     opened.eachItem([&](const platform::MenuItem& item) {
         if (const std::string* name = opened.nameOf(item)) {
             terminal.out << (item.state() ? "[x] " : "[ ] ") << terminal.forOut(*name) << '\n';
@@ -58,7 +60,9 @@ ExitStatus list(Terminal& terminal) {
 }
 
 ExitStatus select(Terminal& terminal, const std::string& name, bool selected) {
-    OpenedProfiles opened(terminal);
+    OpenedPreferences preferences(terminal);
+    if (!preferences.areKnown()) return ExitStatus::incomplete;
+    OpenedProfiles opened(preferences, terminal);
     platform::MenuItem* first = nullptr;
     bool isSelected = false;
     // Mozilla and Firefox may each have a profile of this name; the selection holds names alone.

@@ -5,12 +5,15 @@
 #include <cerrno>
 #include <filesystem>
 #include <map>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 #include "platform/AccountFolders.h"
 #include "platform/FileManager.h"
 #include "platform/PropertyList.h"
 #include "platform/ReplaceFile.h"
+#include "platform/UserSwitch.h"
 #include "platform/linux/FolderLock.h"
 
 namespace dorvanel::platform {
@@ -23,8 +26,12 @@ class PropertyListDefaults final : public UserDefaults {
     PropertyListDefaults(std::string path, std::function<void(const Error&)> report)
         : path_(std::move(path)), report_(std::move(report)) {
         const Result<Done> loaded = load();
-        if (!loaded) report_(loaded.error());
+        if (loaded) return;
+        trouble_ = loaded.error();
+        report_(loaded.error());
     }
+
+    bool isKnown() const override { return !trouble_; }
 
     bool hasObjectForKey(const std::string& key) const override { return reading(key).has(key); }
     bool boolForKey(const std::string& key) const override { return reading(key).asBool(key); }
@@ -42,7 +49,28 @@ class PropertyListDefaults final : public UserDefaults {
     }
     void removeObjectForKey(const std::string& key) override { change(key, std::nullopt); }
 
-    Result<Done> synchronize() override { return changes_.empty() ? load() : save(); }
+    Result<Done> synchronize() override {
+        if (trouble_) return *trouble_;
+        return changes_.empty() ? load() : save();
+    }
+
+    Result<Done> startAfresh() override {
+        if (path_.empty()) return noHome("read preferences");
+        const std::string file = storedFile();
+        const Result<FolderLock> lock = lockFolderOf(file);
+        if (!lock) return lock.error();
+        Result<PropertyList> list = readList(file);
+        if (list) {
+            current_ = std::move(list.value());
+            for (const auto& [key, value] : changes_) apply(key, value, current_);
+        } else {
+            Result<Done> replaced = setAsideAndWrite(file, list.error(), lock.value());
+            if (!replaced) return replaced;
+        }
+        trouble_.reset();
+        known_.clear();
+        return Done{};
+    }
 
   private:
     /// What is stored under a key, for comparison; absent when nothing is.
@@ -58,6 +86,7 @@ class PropertyListDefaults final : public UserDefaults {
     }
 
     void change(const std::string& key, const Change& value) {
+        if (trouble_) return;  // made of what nobody chose
         const auto known = known_.find(key);
         const bool isKnown = known != known_.end() &&
                              (value ? known->second.value == value : !known->second.isStored);
@@ -75,74 +104,94 @@ class PropertyListDefaults final : public UserDefaults {
         }
     }
 
-    Result<PropertyList> readList(const std::string& file, std::string& damage) const {
-        Result<std::string> bytes = readWholeFile(file, PropertyList::maximumBytes);
-        if (!bytes) return bytes.error();
-        std::error_code ignored;
-        if (bytes.value().empty() && !fs::exists(file, ignored)) return PropertyList();
-        std::optional<PropertyList> list = PropertyList::parse(bytes.value(), damage);
-        if (list) damage.clear();
-        return list ? std::move(*list) : PropertyList();
+    static Error noHome(const char* operation) {
+        return Error{0, operation, {}, "there is no home folder"};
     }
 
-    /// Reads the file; one that cannot be parsed is set aside, which another process may not do
-    /// at the same time.
-    Result<PropertyList> readOrSetAside(const std::string& file) {
-        std::string damage;
-        Result<PropertyList> list = readList(file, damage);
-        if (!list || damage.empty()) return list;
-        const Result<std::string> aside = setFileAside(file);
-        if (!aside) {
-            return Error{aside.error().code, "set aside", file, damage};
+    [[nodiscard]] bool refusesLinks() const {
+        return isRootInAnothersHome() && path_ == userDefaultsPath();
+    }
+
+    [[nodiscard]] std::string storedFile() const {
+        return refusesLinks() ? path_ : followingLinks(path_);
+    }
+
+    [[nodiscard]] Result<FolderLock> lockFolderOf(const std::string& file) const {
+        const fs::path folder = fs::path(file).parent_path();
+        std::error_code ignored;
+        if (path_ == userDefaultsPath() && !fs::exists(folder, ignored)) {
+            const Result<Done> made = makeAccountFolders();
+            if (!made) return made.error();
         }
-        report_(Error{0, "parse", file, damage + "; kept as " + aside.value()});
-        return list;
+        return FolderLock::take(folder);
+    }
+
+    [[nodiscard]] Result<PropertyList> readList(const std::string& file) const {
+        const Result<std::optional<std::string>> bytes =
+            readWholeFile(file, PropertyList::maximumBytes, refusesLinks() ? homeDirectory() : "");
+        if (!bytes) return bytes.error();
+        if (!bytes.value()) return PropertyList();
+        std::string damage;
+        std::optional<PropertyList> list = PropertyList::parse(*bytes.value(), damage);
+        if (!list) return Error{0, "parse", file, damage};
+        return std::move(*list);
     }
 
     Result<Done> load() {
-        if (path_.empty()) return Error{0, "read preferences", {}, "there is no home folder"};
-        const std::string file = followingLinks(path_);
-        std::string damage;
-        Result<PropertyList> list = readList(file, damage);
-        if (list && !damage.empty()) {
-            const Result<FolderLock> lock = FolderLock::take(fs::path(file).parent_path());
-            if (!lock) return lock.error();
-            list = readOrSetAside(file);
-        }
+        if (path_.empty()) return noHome("read preferences");
+        Result<PropertyList> list = readList(storedFile());
         if (!list) return list.error();
         current_ = std::move(list.value());
         return Done{};
     }
 
     Result<Done> save() {
-        if (path_.empty()) return Error{0, "save preferences", {}, "there is no home folder"};
-        const std::string file = followingLinks(path_);
-        const fs::path folder = fs::path(file).parent_path();
-        std::error_code ignored;
-        if (path_ == userDefaultsPath() && !fs::exists(folder, ignored)) {
-            Result<Done> made = makeAccountFolders();
-            if (!made) return made;
-        }
-        const Result<FolderLock> lock = FolderLock::take(folder);
+        if (path_.empty()) return noHome("save preferences");
+        const std::string file = storedFile();
+        const Result<FolderLock> lock = lockFolderOf(file);
         if (!lock) return lock.error();
-        Result<PropertyList> list = readOrSetAside(file);
+        Result<PropertyList> list = readList(file);
         if (!list) return list.error();
         for (const auto& [key, value] : changes_) apply(key, value, list.value());
-
-        // Without a lock two writers must not share a temporary file.
-        std::string temporary = "." + fs::path(file).filename().string() + ".new";
-        if (!lock.value().isHeld()) temporary += "-" + std::to_string(::getpid());
-        const std::string bytes = list.value().serialized();
-        if (bytes.empty()) return Error{ENOMEM, "save preferences", file, {}};
-        Result<Done> written = replaceFile(file, bytes, temporary);
+        Result<Done> written = write(file, list.value(), lock.value());
         if (!written) return written;
         current_ = std::move(list.value());
         changes_.clear();
         return Done{};
     }
 
+    Result<Done> setAsideAndWrite(const std::string& file, const Error& trouble,
+                                  const FolderLock& lock) {
+        const Result<std::string> aside = setFileAside(file);
+        if (!aside) return aside.error();
+        const std::string reason = trouble.code == 0
+                                       ? trouble.detail
+                                       : std::generic_category().message(trouble.code);
+        report_(Error{0, trouble.operation, file, reason + "; kept as " + aside.value()});
+        Result<Done> written = write(file, current_, lock);
+        if (written) changes_.clear();
+        return written;
+    }
+
+    static Result<Done> write(const std::string& file, const PropertyList& list,
+                              const FolderLock& lock) {
+        // Without a lock two writers must not share a temporary file.
+        std::string temporary = "." + fs::path(file).filename().string() + ".new";
+        if (!lock.isHeld()) temporary += "-" + std::to_string(::getpid());
+        const std::string bytes = list.serialized();
+        if (bytes.empty()) return Error{ENOMEM, "save preferences", file, {}};
+        // What could not be read back would stop every run from the next start on.
+        std::string reason;
+        if (!PropertyList::parse(bytes, reason)) {
+            return Error{0, "save preferences", file, reason};
+        }
+        return replaceFile(file, bytes, temporary);
+    }
+
     std::string path_;
     std::function<void(const Error&)> report_;
+    /// Why the file could not be read when it was first; nothing is known then.
+    std::optional<Error> trouble_;
     /// The file as last read, with the changes made since.
     PropertyList current_;
     /// What is not in the file yet.

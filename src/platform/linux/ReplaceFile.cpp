@@ -9,8 +9,10 @@
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/OpenWithoutLinks.h"
 
 namespace dorvanel::platform {
 namespace {
@@ -93,10 +95,13 @@ Result<std::string> setFileAside(const std::string& path) {
     return Error::fromErrno("set aside", path);
 }
 
-Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
+Result<std::optional<std::string>> readWholeFile(const std::string& path, std::size_t limit,
+                                                 const std::string& linksUpTo) {
     // Not waiting: something put a pipe there.
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (!file.isOpen() && errno == ENOENT) return std::string();
+    constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const FileDescriptor file(linksUpTo.empty() ? ::open(path.c_str(), flags)
+                                                : openWithoutLinks(linksUpTo, path, flags));
+    if (!file.isOpen() && errno == ENOENT) return std::optional<std::string>();
     if (!file.isOpen()) return Error::fromErrno("open", path);
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return Error::fromErrno("read", path);
@@ -111,7 +116,7 @@ Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
         if (count == 0) break;
         bytes.append(buffer, static_cast<std::size_t>(count));
     }
-    return bytes;
+    return std::optional(std::move(bytes));
 }
 
 std::string followingLinks(const std::string& path) {

@@ -114,22 +114,51 @@ TEST_F(PrefsCommandTest, AStoredValueThatNobodyCouldChooseIsShownAsItIs) {
     EXPECT_EQ(console.out.str(), "YES\n");
 }
 
-TEST_F(PrefsCommandTest, AFileThatCannotBeParsedIsReportedWithItsPathAndReason) {
+TEST_F(PrefsCommandTest, AFileThatCannotBeReadIsToldAndNothingIsListedOrChanged) {
     const std::string path = platform::userDefaultsPath();
     writeFile(path, "junk");
+    using Words = std::vector<std::string>;
+    for (const Words& words : {Words{"prefs"}, Words{"prefs", "list"},
+                               Words{"prefs", "get", "ShredCache"},
+                               Words{"prefs", "set", "ShredHistory", "YES"}, Words{"apps"},
+                               Words{"apps", "disable", "Safari"},
+                               Words{"apps", "enable", "Safari"}, Words{"profiles"},
+                               Words{"profiles", "select", "default"},
+                               Words{"profiles", "deselect", "default"}}) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        EXPECT_EQ(console.run(words), 1);
+        EXPECT_EQ(console.out.str(), "");
+        EXPECT_TRUE(console.err.str().starts_with("dorvanel: " + path +
+                                                  ": parse: not a whole property list\n"))
+            << console.err.str();
+        EXPECT_NE(console.err.str().find("dorvanel prefs revert"), std::string::npos);
+        EXPECT_EQ(readFile(path), "junk");
+        EXPECT_FALSE(std::filesystem::exists(path + " (damaged 1)"));
+    }
+}
+
+TEST_F(PrefsCommandTest, ARevertSetsAFileThatCannotBeReadAsideAndWritesAGoodOne) {
+    const std::string path = platform::userDefaultsPath();
+    writeFile(path, "junk");
+    writeFile(path + " (damaged 1)", "of another day");
+    EXPECT_EQ(console.run({"prefs", "revert"}), 0);
+    EXPECT_EQ(console.err.str(), "dorvanel: " + path + ": parse: not a whole property list\n" +
+                                     "dorvanel: " + path +
+                                     ": parse: not a whole property list; kept as " + path +
+                                     " (damaged 2)\n");
+    EXPECT_EQ(readFile(path + " (damaged 1)"), "of another day");
+    EXPECT_EQ(readFile(path + " (damaged 2)"), "junk");
+    EXPECT_EQ(stored(), "{}");
     EXPECT_EQ(console.run({"prefs", "get", "ShredCache"}), 0);
     EXPECT_EQ(console.out.str(), "YES\n");
-    EXPECT_EQ(console.err.str(), "dorvanel: " + path +
-                                     ": parse: not a whole property list; kept as " + path +
-                                     " (damaged 1)\n");
-    EXPECT_EQ(readFile(path + " (damaged 1)"), "junk");
+    EXPECT_EQ(console.err.str(), "");
 }
 
 TEST_F(PrefsCommandTest, AChangeThatCannotBeSavedIsToldAndFails) {
-    std::filesystem::create_directory(platform::userDefaultsPath());
+    // A link to where no file can be made: the list is known, and empty.
+    std::filesystem::create_symlink(home / "missing folder/list", platform::userDefaultsPath());
     EXPECT_EQ(console.run({"prefs", "set", "NSA", "YES"}), 1);
-    EXPECT_NE(console.err.str().find("dorvanel: not saved: " + platform::userDefaultsPath()),
-              std::string::npos)
+    EXPECT_NE(console.err.str().find("dorvanel: not saved: "), std::string::npos)
         << console.err.str();
 }
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/Result.h"
+
+namespace dorvanel::platform {
+
+/// Whether root works in a home folder that belongs to somebody else.
+[[nodiscard]] bool isRootInAnothersHome();
+
+/// Where root works in the home folder of somebody else, makes this process that person's, for
+/// good: user, groups, and the variables USER and LOGNAME; HOME stays. Whatever that person put in
+/// the home folder, links among it, then leads no further than that person's own rights. Anywhere
+/// else nothing is changed. Before any thread is started. After a failure the process may be left
+/// with part of its rights and must end.
+Result<Done> becomeOwnerOfHome();
+
+}  // namespace dorvanel::platform

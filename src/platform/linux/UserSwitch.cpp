@@ -1,0 +1,56 @@
+#include "platform/UserSwitch.h"
+
+#include <grp.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/FileManager.h"
+
+namespace dorvanel::platform {
+namespace {
+
+/// Whose the home folder is, where this is root and it is not root's.
+std::optional<struct stat> othersHome() {
+    struct stat home {};
+    if (::geteuid() != 0 || ::stat(homeDirectory().c_str(), &home) != 0) return std::nullopt;
+    if (home.st_uid == 0) return std::nullopt;
+    return home;
+}
+
+}  // namespace
+
+bool isRootInAnothersHome() {
+    return othersHome().has_value();
+}
+
+Result<Done> becomeOwnerOfHome() {
+    const std::optional<struct stat> home = othersHome();
+    if (!home) return Done{};
+    const std::string path = homeDirectory();
+    constexpr const char* operation = "become the owner of the home folder";
+    const passwd* user = ::getpwuid(home->st_uid);
+    // An owner without an account has no groups but the folder's, and never root's.
+    constexpr gid_t nobodys = 65534;
+    const gid_t itsGroup = home->st_gid == 0 ? nobodys : home->st_gid;
+    const gid_t group = user != nullptr ? user->pw_gid : itsGroup;
+    const int grouped = user != nullptr ? ::initgroups(user->pw_name, group)
+                                        : ::setgroups(1, &group);
+    if (grouped != 0 || ::setresgid(group, group, group) != 0 ||
+        ::setresuid(home->st_uid, home->st_uid, home->st_uid) != 0) {
+        return Error::fromErrno(operation, path);
+    }
+    const std::string name = user != nullptr ? user->pw_name : std::to_string(home->st_uid);
+    for (const char* variable : {"USER", "LOGNAME"}) {
+        if (::setenv(variable, name.c_str(), 1) != 0) return Error::fromErrno(operation, path);
+    }
+    // Where HOME was unset it came from root's own account, and would now come from another's.
+    if (::setenv("HOME", path.c_str(), 1) != 0) return Error::fromErrno(operation, path);
+    return Done{};
+}
+
+}  // namespace dorvanel::platform
