@@ -79,6 +79,7 @@ QString ActivityView::message() const {
 }
 
 void ActivityView::update() {
+    if (!isBusy()) refusal_.clear();  // what it waited for is over
     parts_.showMessage(message());
     if (isBusy()) {
         pauseTimer_.stop();

@@ -13,7 +13,8 @@ namespace dorvanel::desktop {
 Desktop::Desktop(DesktopServices services)
     : services_(std::move(services)),
       panel_({services_.preferencesInstance, services_.files, services_.log, workspace_,
-              [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); }}) {
+              [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); },
+              services_.preferencesTrouble}) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
 }
 
@@ -53,6 +54,7 @@ bool Desktop::launch(const std::vector<std::string>& droppedItems) {
     window_->setActions(actions());
     qApp->installEventFilter(this);
 
+    if (!services_.preferencesInstance.areKnown()) tellRefusal(Refusal::preferencesUnknown);
     controller_->setDroppedItems(checkedItems(droppedItems));
     controller_->applicationDidFinishLaunching();
     profilesView_->sync();
@@ -76,7 +78,8 @@ bool Desktop::makeWindow() {
                                 window_->setCommandsEnabled(enabled);
                                 if (tray_ != nullptr) tray_->setCommandsEnabled(enabled);
                             }});
-    alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_);
+    alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_,
+                                             [this](bool asking) { setAsking(asking); });
     myWindow_ = std::make_unique<QtWindow>(window_->window(), services_.defaults);
     return true;
 }

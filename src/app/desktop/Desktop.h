@@ -44,6 +44,9 @@ struct DesktopServices {
     platform::BundleInformation& bundle;
     platform::MediumInspector& medium;
     std::string resourcesFolder;
+    /// What became of the stored preferences where they are not as they should be: the file and the
+    /// reason. May be empty.
+    std::function<std::string()> preferencesTrouble = {};
     /// Whether there is a status area for an icon now; empty where there never is one.
     std::function<bool()> hasStatusArea = {};
     std::function<std::unique_ptr<platform::QuitWait>(QtRunLoop&)> makeQuitWait =
@@ -107,8 +110,6 @@ class Desktop final : public QObject, private RunObserver {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    class Question;
-
     bool makeWindow();
     void makeController();
     void makeTray();
@@ -118,6 +119,8 @@ class Desktop final : public QObject, private RunObserver {
     void showHiddenWindows();
     [[nodiscard]] bool isClosed(const MyDocument& document) const;
     void tellFailure(const QString& message, const QString& details);
+    /// A question comes up or has been answered; while there is one, no request is taken.
+    void setAsking(bool asking);
     /// Whether something goes on that a request has to wait for; the window says so then.
     bool refuses();
     /// The items as they can be shredded; none, and the window tells why, when one of them must not
@@ -153,7 +156,7 @@ class Desktop final : public QObject, private RunObserver {
     QList<QPointer<QWidget>> hidden_;  ///< the windows beside the main one that `hide` put away
     std::vector<std::function<void()>> waiting_;
     bool launched_ = false;
-    int questions_ = 0;  ///< of the window's own that wait for an answer
+    int questions_ = 0;  ///< that wait for an answer
 };
 
 }  // namespace dorvanel::desktop

@@ -49,7 +49,10 @@ void Desktop::tellEnd(const RunReport& report) {
 }
 
 void Desktop::tellRefusal(Refusal refusal) {
-    const QString message = messageOf(refusal);
+    QString message = messageOf(refusal);
+    if (refusal == Refusal::preferencesUnknown && services_.preferencesTrouble) {
+        message += u' ' + displayText(services_.preferencesTrouble());
+    }
     workspace_.beep();
     // What passes by itself is told in passing; the rest stays until somebody has seen it.
     if (refusal == Refusal::atWork || refusal == Refusal::quitting) {

@@ -50,21 +50,10 @@ std::string questionAbout(const std::vector<std::string>& files, int width) {
 
 }  // namespace
 
-/// A question of the window's own: while it waits for its answer no timer fires, and no other
-/// request is taken.
-class Desktop::Question {
-  public:
-    explicit Question(Desktop& desktop) : desktop_(desktop), hold_(desktop.loop_) {
-        desktop_.activity_->setAsking(++desktop_.questions_ > 0);
-    }
-    ~Question() { desktop_.activity_->setAsking(--desktop_.questions_ > 0); }
-    Question(const Question&) = delete;
-    Question& operator=(const Question&) = delete;
-
-  private:
-    Desktop& desktop_;
-    QtRunLoop::Hold hold_;
-};
+void Desktop::setAsking(bool asking) {
+    questions_ += asking ? 1 : -1;
+    activity_->setAsking(questions_ > 0);
+}
 
 bool Desktop::refuses() {
     if (controller_->isBusy()) {
@@ -93,10 +82,12 @@ void Desktop::openDoc() {
     if (refuses()) return;
     std::vector<std::string> picked;
     {
-        const Question question(*this);
+        const QtRunLoop::Hold hold(loop_);
         QtOpenPanel panel(window_->window());
+        setAsking(true);
         FileAccess::openDoc(
             panel, [&picked](std::vector<std::string> items) { picked = std::move(items); });
+        setAsking(false);
     }
     picked = checkedItems(picked);
     if (!picked.empty()) controller_->shredFiles(std::move(picked));
@@ -131,12 +122,9 @@ void Desktop::filesDropped(std::vector<std::string> files) {
     if (refuses()) return;
     files = checkedItems(files);
     if (files.empty()) return;
-    AlertButton answer = AlertButton::defaultButton;
-    {
-        const Question question(*this);
-        answer = alerts_->ask({"Shred Dropped Items", questionAbout(files, alertMessageWidth),
-                               "Cancel", "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
-    }
+    const AlertButton answer =
+        alerts_->ask({"Shred Dropped Items", questionAbout(files, alertMessageWidth), "Cancel",
+                      "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
     if (answer == AlertButton::alternateButton) controller_->shredFiles(std::move(files));
 }
 

@@ -59,6 +59,12 @@ void PreferencesPanel::showPanel() {
 
 void PreferencesPanel::prepareToShow() {
     reallyupdateUI();
+    if (!parts_.preferences.areKnown()) {
+        showMessage(QStringLiteral("The stored preferences cannot be read, and nothing is shredded "
+                                   "until they can. “Factory Settings” sets the file aside and "
+                                   "begins again. ") +
+                    trouble());
+    }
     centerOnScreen(*mPreferencesWindow);
 }
 
@@ -120,7 +126,7 @@ void PreferencesPanel::connectCommands() {
         if (found != nullptr) connect(found, &QAbstractButton::clicked, this, command);
     };
     onClick("revertButton", [this] { parts_.preferences.revert(); });
-    onClick("revertToDefaultButton", [this] { parts_.preferences.revertToDefault(); });
+    onClick("revertToDefaultButton", [this] { beginAgain(); });
     onClick("closeButton", [this] { mPreferencesWindow->close(); });
     message_ = mPreferencesWindow->findChild<QLabel*>("preferencesMessage");
     closeByKey(*mPreferencesWindow);
@@ -186,13 +192,34 @@ void PreferencesPanel::miscChanged() {
     showSaved(parts_.preferences.commitDisplayedValues());
 }
 
-void PreferencesPanel::showSaved(const platform::Result<platform::Done>& saved) {
-    if (message_ == nullptr) return;
-    message_->setVisible(!saved);
-    if (!saved) {
-        showCut(*message_,
-                QStringLiteral("In force, but not saved: ") + displayText(saved.error().message()));
+void PreferencesPanel::beginAgain() {
+    const bool wereKnown = parts_.preferences.areKnown();
+    if (const auto started = parts_.preferences.startAfresh(); !started) {
+        return showMessage(QStringLiteral("Not done: ") + displayText(started.error().message()));
     }
+    parts_.preferences.revertToDefault();
+    if (wereKnown) return;
+    const auto saved = Preferences::saveDefaults();
+    if (!saved) return showSaved(saved);
+    showMessage(QStringLiteral("The preferences begin again. ") + trouble());
+}
+
+QString PreferencesPanel::trouble() const {
+    return parts_.trouble ? displayText(parts_.trouble()) : QString();
+}
+
+void PreferencesPanel::showSaved(const platform::Result<platform::Done>& saved) {
+    if (saved) return showMessage({});
+    const QString reason = displayText(saved.error().message());
+    showMessage(parts_.preferences.areKnown()
+                    ? QStringLiteral("In force, but not saved: ") + reason
+                    : QStringLiteral("Not saved, and nothing is shredded by it: ") + reason);
+}
+
+void PreferencesPanel::showMessage(const QString& message) {
+    if (message_ == nullptr) return;
+    message_->setVisible(!message.isEmpty());
+    showCut(*message_, message);
 }
 
 void PreferencesPanel::windowWillClose() {

@@ -32,6 +32,8 @@ class PreferencesPanel final : public QObject, public PreferencesView {
         platform::SystemSound& sound;
         /// Loads the interface file "MainMenu"; null when it cannot be.
         std::function<std::unique_ptr<QWidget>()> loadMainMenu;
+        /// What became of the stored preferences: the file and the reason. May be empty.
+        std::function<std::string()> trouble = {};
     };
     explicit PreferencesPanel(Parts parts);
     ~PreferencesPanel() override;
@@ -72,6 +74,10 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     void enableChanged(const QAbstractButton& box);
     void miscChanged();
     void showMailsmith();
+    /// Goes back to the factory settings; stored preferences that cannot be read are set aside.
+    void beginAgain();
+    void showMessage(const QString& message);
+    [[nodiscard]] QString trouble() const;
     void showSaved(const platform::Result<platform::Done>& saved);
 
     Parts parts_;

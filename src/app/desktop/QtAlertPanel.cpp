@@ -101,7 +101,11 @@ AlertButton QtAlertPanel::ask(const AlertText& text) {
     QPointer<QMessageBox> box(makeAlert(&parent_, text));
     box->setWindowModality(Qt::ApplicationModal);
     // Once the program ends, nobody is asked any more: the answer is that of a box that was shut.
-    if (!loop_.isStopping()) box->exec();
+    if (!loop_.isStopping()) {
+        asking_(true);
+        box->exec();
+        asking_(false);
+    }
     const AlertButton answer = box ? clickedButton(*box) : AlertButton::defaultButton;
     delete box;
     return answer;

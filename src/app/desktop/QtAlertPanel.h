@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "app/desktop/QtRunLoop.h"
 #include "platform/AlertPanel.h"
@@ -32,8 +33,12 @@ platform::AlertButton clickedButton(const QMessageBox& box);
 /// Modal alerts over the main window. While one is up, the timers stand still.
 class QtAlertPanel final : public platform::AlertPanel {
   public:
+    /// Told when an alert comes up and when it has gone.
+    using Asking = std::function<void(bool)>;
+
     /// `parent` and `loop` outlive the panel.
-    QtAlertPanel(QWidget& parent, QtRunLoop& loop) : parent_(parent), loop_(loop) {}
+    QtAlertPanel(QWidget& parent, QtRunLoop& loop, Asking asking)
+        : parent_(parent), loop_(loop), asking_(std::move(asking)) {}
 
     platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
                                         const std::string& defaultButton,
@@ -44,6 +49,7 @@ class QtAlertPanel final : public platform::AlertPanel {
   private:
     QWidget& parent_;
     QtRunLoop& loop_;
+    Asking asking_;
 };
 
 }  // namespace dorvanel::desktop

@@ -60,7 +60,9 @@ void QtRunLoop::run() {
 void QtRunLoop::stop() {
     stopping_ = true;
     // Not quit(), which asks every window first. It ends the loops of alerts too, from within.
-    performOnMainThread([] { QCoreApplication::exit(); });
+    performOnMainThread([this] {
+        if (stopping_) QCoreApplication::exit();
+    });
 }
 
 void QtRunLoop::performOnMainThread(std::function<void()> work) {

@@ -34,11 +34,17 @@ void setUp(QApplication& application, const std::string& resources) {
 }
 
 int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instance) {
+    std::string trouble;
     const auto report = [](const platform::Error& error) {
         platform::systemLog().log(error.message());
     };
+    const auto reportOfPreferences = [&](const platform::Error& error) {
+        trouble = error.message();
+        report(error);
+    };
     if (const auto made = platform::makeAccountFolders(); !made) report(made.error());
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), report);
+    const auto defaults =
+        platform::openUserDefaults(platform::userDefaultsPath(), reportOfPreferences);
     const auto preferences = Preferences::sharedInstance(*defaults);
     const auto system = platform::makeSystemCalls();
     const auto draws = makeDrawSequence();
@@ -53,7 +59,8 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
     desktop::Desktop program({*system, platform::systemClock(), *draws,
                               platform::defaultFileManager(), *defaults, *preferences, *listing,
                               *processes, *events, platform::systemLog(), bundle, *medium,
-                              resources, [&statusArea] { return statusArea.isThere(); }});
+                              resources, [&trouble] { return trouble; },
+                              [&statusArea] { return statusArea.isThere(); }});
     statusArea.watch([&program] { program.checkStatusArea(); });
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;

@@ -120,9 +120,7 @@ TEST_F(DocumentTest, WithoutItsInterfaceFileTheSystemsLogSaysSo) {
 }
 
 TEST_F(DocumentTest, WhatIsHandedOverBeforeTheLaunchIsThroughWaits) {
-    desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
-        *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
-        processes, events, log, bundle, medium, resources});
+    make();
     desktop->instanceHandlers().open({"/tmp/a"});
     EXPECT_TRUE(desktop->documents().empty());
     ASSERT_TRUE(desktop->launch({}));
