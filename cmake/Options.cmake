@@ -36,16 +36,21 @@ function(dorvanel_library name)
   target_link_libraries(${name} PUBLIC dorvanel_options ${ARG_DEPENDS})
 endfunction()
 
-# dorvanel_test(NAME [ALONE] SOURCES... DEPENDS... [ENVIRONMENT NAME=VALUE]): one test program per
-# folder of tests. With ALONE no other test runs beside one of its tests.
+# dorvanel_test(NAME [ALONE] [OWN_PROCESSES] SOURCES... DEPENDS... [ENVIRONMENT NAME=VALUE]): one
+# test program per folder of tests. With ALONE no other test runs beside one of its tests; with
+# OWN_PROCESSES its tests see no process that they did not start.
 function(dorvanel_test name)
-  cmake_parse_arguments(ARG "ALONE" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "ALONE;OWN_PROCESSES" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
   set(properties TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
   if(ARG_ENVIRONMENT)
     list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
   endif()
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE dorvanel_test_support ${ARG_DEPENDS} GTest::gmock
-                                        GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE dorvanel_test_support ${ARG_DEPENDS} GTest::gmock)
+  if(ARG_OWN_PROCESSES)
+    target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/OwnProcessesMain.cpp)
+  else()
+    target_link_libraries(${name} PRIVATE GTest::gtest_main)
+  endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()

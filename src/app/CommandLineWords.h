@@ -25,4 +25,25 @@ inline std::vector<std::string> plainFileNames(std::span<const std::string> word
     return plain;
 }
 
+/// Whether a word for help or for the version stands beside names of files: "*" stands for a file
+/// of that name too, which must not turn an order to shred into a page of help. `words` are those
+/// behind the command.
+inline bool asksAmongFileNames(std::span<const std::string> words) {
+    bool asks = false;
+    bool names = false;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        if (word == "--") {
+            names = names || i + 1 < words.size();
+            break;
+        }
+        const bool isShort = word.starts_with("-h");
+        const bool isLong = word.starts_with("--help") || word.starts_with("--version");
+        asks = asks || isShort || isLong;
+        if (word == "--home") ++i;  // its folder
+        names = names || !word.starts_with('-');
+    }
+    return asks && names;
+}
+
 }  // namespace dorvanel

@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
-#include <unordered_set>
+#include <unordered_map>
+
+#include "app/HeldTreeCheck.h"
 
 namespace dorvanel {
 namespace {
@@ -15,126 +17,192 @@ using platform::EntryKind;
 using platform::FileStatus;
 using Links = platform::SystemCalls::Links;
 
-/// Looks at paths; keeps what must never be shredded because the home folder hangs on it.
-class Checker {
-  public:
-    Checker(const std::string& home, const std::vector<std::string>& mountPoints,
-            platform::SystemCalls& system)
-        : mountPoints_(mountPoints), system_(system) {
-        if (home.empty()) return;
-        std::error_code error;
-        const fs::path absolute = fs::absolute(home, error);
-        protect(absolute);
-        protect(fs::weakly_canonical(absolute, error));
-    }
+/// An argument on its way through the checks.
+struct Candidate {
+    std::string path;      ///< absolute; "" where a reason was found before
+    std::string reason;    ///< why it is refused; "" for none
+    std::size_t item = 0;  ///< which of the held ones it is
+};
 
-    /// The reason to refuse `argument`, or none and `path` is what it stands for.
-    std::optional<std::string> refuse(const std::string& argument, std::string& path) const {
-        if (argument.empty()) return "an empty name stands for nothing";
+bool saysFolder(const std::string& argument) {
+    return argument.ends_with('/');
+}
+
+std::string reasonOf(int code) {
+    if (code == ENOENT) return "does not exist";
+    return "cannot be looked at: " + std::generic_category().message(code);
+}
+
+/// Turns arguments into absolute paths; keeps the last folder, since many arguments are of one.
+class PathMaker {
+  public:
+    Candidate make(const std::string& argument) {
+        if (argument.empty()) return {{}, "an empty name stands for nothing"};
         std::string trimmed = argument;
         while (trimmed.ends_with('/')) trimmed.pop_back();
-        if (trimmed.empty()) return "is the root of the file system";
+        if (trimmed.empty()) return {{}, "is the root of the file system"};
         const std::size_t slash = trimmed.rfind('/');
         const std::string name = trimmed.substr(slash + 1);  // npos + 1 is 0
-        if (name == "." || name == "..") return "is never shredded";
+        if (name == "." || name == "..") return {{}, "is never shredded"};
 
         const std::string folder = slash == std::string::npos ? "."
                                    : slash == 0               ? "/"
                                                               : trimmed.substr(0, slash);
-        std::error_code error;
-        path = fs::canonical(folder, error) / name;
-        if (error) return reasonOf(error.value());
-        FileStatus status;
-        if (const int result = look(path, Links::stay, status); result < 0)
-            return reasonOf(-result);
-        const bool saysFolder = trimmed.size() != argument.size();
-        if (status.kind == EntryKind::link) {
-            if (std::optional<std::string> reason = refuseLink(path, saysFolder)) return reason;
-        } else if (saysFolder && status.kind != EntryKind::folder) {
-            return reasonOf(ENOTDIR);
+        if (folder_ != folder) {
+            std::error_code error;
+            canonical_ = fs::canonical(folder, error);
+            if (error) return {{}, reasonOf(error.value())};
+            folder_ = folder;
         }
-        if (holdsHome(path, status)) return "is the home folder or a folder above it";
-        return status.kind == EntryKind::link ? std::nullopt : refuseMountPoint(path);
+        return {canonical_ / name, {}};
     }
 
   private:
-    int look(const std::string& path, Links links, FileStatus& status) const {
-        return system_.statusAt(platform::SystemCalls::workingFolder, path.c_str(), links, status);
+    std::string folder_;
+    fs::path canonical_;
+};
+
+/// Every folder on the way to the home folder, and links among them, as they stand and as they
+/// lead: the home folder hangs on them.
+class HomeFolders {
+  public:
+    HomeFolders(const std::string& home, platform::SystemCalls& system) {
+        if (home.empty()) return;
+        std::error_code error;
+        const fs::path absolute = fs::absolute(home, error);
+        add(absolute, system);
+        add(fs::weakly_canonical(absolute, error), system);
     }
 
-    /// Every folder on the way to `path`, and links among them, as they stand and as they lead.
-    void protect(const fs::path& path) {
+    [[nodiscard]] bool includePath(const std::string& path) const {
+        return std::find(paths_.begin(), paths_.end(), path) != paths_.end();
+    }
+
+    std::vector<Identity> identities;
+
+  private:
+    void add(const fs::path& home, platform::SystemCalls& system) {
         fs::path way;
-        for (const fs::path& component : path) {
+        for (const fs::path& component : home) {
             way /= component;
             for (const Links links : {Links::stay, Links::follow}) {
                 FileStatus status;
-                if (look(way, links, status) >= 0) protected_.push_back(status);
+                const int result = system.statusAt(platform::SystemCalls::workingFolder,
+                                                   way.c_str(), links, status);
+                if (result >= 0) identities.push_back(Identity::of(status));
             }
-            protectedPaths_.push_back(way.lexically_normal());
+            paths_.push_back(way.lexically_normal());
         }
     }
 
-    bool holdsHome(const std::string& path, const FileStatus& status) const {
-        return std::find(protectedPaths_.begin(), protectedPaths_.end(), path) !=
-                   protectedPaths_.end() ||
-               std::any_of(protected_.begin(), protected_.end(),
-                           [&](const FileStatus& other) { return other.isSameAs(status); });
+    std::vector<std::string> paths_;
+};
+
+/// Says of items that are held why they must not be shredded.
+class Judge {
+  public:
+    Judge(const HomeFolders& home, const std::vector<std::string>& mountPoints,
+          platform::SystemCalls& system)
+        : home_(home), mountPoints_(mountPoints), system_(system), tree_(system, home.identities) {}
+
+    std::optional<std::string> refuse(const HeldItem& item, bool asFolder) {
+        if (!item.isThere()) return reasonOf(item.code);
+        const bool isLink = item.status.kind == EntryKind::link;
+        if (isLink) {
+            if (std::optional<std::string> reason = refuseLink(item, asFolder)) return reason;
+        } else if (item.code != 0) {
+            return reasonOf(item.code);
+        } else if (asFolder && item.status.kind != EntryKind::folder) {
+            return reasonOf(ENOTDIR);
+        }
+        if (home_.includePath(item.path) || tree_.isProtected(item.status)) {
+            return "is the home folder or a folder above it";
+        }
+        if (isLink) return std::nullopt;
+        if (std::optional<std::string> reason = refuseMountPoint(item)) return reason;
+        return item.status.kind == EntryKind::folder ? tree_.refuse(item) : std::nullopt;
     }
 
-    std::optional<std::string> refuseLink(const std::string& path, bool saysFolder) const {
-        FileStatus target;
-        const int result = look(path, Links::follow, target);
-        if (result == -ELOOP) return "is a symbolic link that leads in a circle";
-        if (result < 0) {
+  private:
+    std::optional<std::string> refuseLink(const HeldItem& item, bool asFolder) const {
+        if (item.code == ELOOP) return "is a symbolic link that leads in a circle";
+        if (item.code != 0) {
             std::error_code error;
-            const std::string text = fs::read_symlink(path, error);
-            const std::string reason = std::generic_category().message(-result);
-            if (result == -ENOENT) {
-                return "is a symbolic link to \"" + text + "\", which does not exist";
-            }
-            return "is a symbolic link to \"" + text + "\": " + reason;
+            const std::string text = fs::read_symlink(item.path, error);
+            const std::string what = "is a symbolic link to \"" + text + "\"";
+            if (item.code == ENOENT) return what + ", which does not exist";
+            return what + ": " + std::generic_category().message(item.code);
         }
-        if (saysFolder && target.kind != EntryKind::folder) return reasonOf(ENOTDIR);
+        FileStatus target;
+        const int result = system_.statusAt(platform::SystemCalls::workingFolder, item.path.c_str(),
+                                            Links::follow, target);
+        if (result < 0) return reasonOf(-result);
+        if (asFolder && target.kind != EntryKind::folder) return reasonOf(ENOTDIR);
         return std::nullopt;
     }
 
-    std::optional<std::string> refuseMountPoint(const std::string& path) const {
+    /// By the system's table, which knows mounted files too, and by where the item really is.
+    [[nodiscard]] std::optional<std::string> refuseMountPoint(const HeldItem& item) const {
         for (const std::string& point : mountPoints_) {
-            if (point == path) return "is a mount point";
-            if (point.starts_with(path + "/")) return "holds the mount point \"" + point + "\"";
+            if (point == item.path) return "is a mount point";
+            if (point.size() > item.path.size() && point[item.path.size()] == '/' &&
+                point.starts_with(item.path)) {
+                return "holds the mount point \"" + point + "\"";
+            }
         }
+        if (item.status.isBeyondMountOf(item.parentStatus)) return "is a mount point";
         return std::nullopt;
     }
 
-    static std::string reasonOf(int code) {
-        if (code == ENOENT) return "does not exist";
-        return "cannot be looked at: " + std::generic_category().message(code);
-    }
-
+    const HomeFolders& home_;
     const std::vector<std::string>& mountPoints_;
     platform::SystemCalls& system_;
-    std::vector<FileStatus> protected_;
-    std::vector<std::string> protectedPaths_;
+    HeldTreeCheck tree_;
 };
 
 }  // namespace
+
+std::vector<std::string> ShredArguments::paths() const {
+    std::vector<std::string> all;
+    for (const HeldItem& item : items) all.push_back(item.path);
+    return all;
+}
 
 ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
                                    const std::string& home,
                                    const std::vector<std::string>& mountPoints,
                                    platform::SystemCalls& system) {
-    const Checker checker(home, mountPoints, system);
-    ShredArguments checked;
-    std::unordered_set<std::string> known;
+    std::vector<Candidate> candidates;
+    std::vector<std::string> paths;
+    std::unordered_map<std::string, std::size_t> known;
+    PathMaker maker;
     for (const std::string& argument : arguments) {
-        std::string path;
-        if (const std::optional<std::string> reason = checker.refuse(argument, path)) {
-            checked.complaints.push_back({argument, *reason});
-        } else if (known.insert(path).second) {
-            checked.paths.push_back(path);
-        }
+        Candidate& candidate = candidates.emplace_back(maker.make(argument));
+        if (!candidate.reason.empty()) continue;
+        const auto [entry, isNew] = known.try_emplace(candidate.path, paths.size());
+        candidate.item = entry->second;
+        if (isNew) paths.push_back(candidate.path);
     }
+
+    // From here on each item is the one that is held, whatever its path may lead to.
+    std::vector<HeldItem> held = holdAll(system, paths);
+    std::vector<bool> refused(held.size());
+    ShredArguments checked;
+    HomeFolders homeFolders(home, system);
+    Judge judge(homeFolders, mountPoints, system);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string reason = candidates[i].reason;
+        if (reason.empty()) {
+            const std::size_t item = candidates[i].item;
+            reason = judge.refuse(held[item], saysFolder(arguments[i])).value_or("");
+            if (!reason.empty()) refused[item] = true;
+        }
+        if (!reason.empty()) checked.complaints.push_back({arguments[i], reason});
+    }
+    for (std::size_t i = 0; i < held.size(); ++i) {
+        if (!refused[i]) checked.items.push_back(std::move(held[i]));
+    }
+    checked.protectedFolders = std::move(homeFolders.identities);
     return checked;
 }
 

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/HeldItem.h"
 #include "platform/SystemCalls.h"
 
 namespace dorvanel {
@@ -14,16 +15,22 @@ struct ShredArguments {
         std::string reason;    ///< goes on from the argument: "does not exist"
     };
 
-    /// What to shred: absolute paths in bytes, in the order given, each once. The folders on the
-    /// way are free of links and dots; the last component is as it was given.
-    std::vector<std::string> paths;
+    /// What to shred, held since it was looked at: absolute paths in bytes, in the order given,
+    /// each once. The folders on the way are free of links and dots; the last component is as it
+    /// was given.
+    std::vector<HeldItem> items;
     /// Every argument that must not be shredded; when there is one, nothing is to be shredded.
     std::vector<Complaint> complaints;
+    /// The home folder and those above it, whatever they are called: never to be touched.
+    std::vector<Identity> protectedFolders;
+
+    [[nodiscard]] std::vector<std::string> paths() const;
 };
 
 /// Refuses what does not exist (a symbolic link that leads nowhere included), "/", "." and "..",
-/// the home folder and every folder above it, and what is or holds a mount point. An argument
-/// that is a symbolic link stands for the link, not for what it leads to. Empty `home`: none.
+/// what is or holds the home folder or one above it, by whatever name and mount, and what is or
+/// holds a mount point. An argument that is a symbolic link stands for the link, not for what it
+/// leads to. Empty `home`: none. `system` must outlive the items.
 ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
                                    const std::string& home,
                                    const std::vector<std::string>& mountPoints,

@@ -1,11 +1,12 @@
 #include "engine/ActivityLog.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <mutex>
 
-#include "platform/Permissions.h"
+#include "platform/LogFile.h"
 
 namespace dorvanel {
 namespace {
@@ -13,6 +14,8 @@ namespace {
 std::FILE* gLog = nullptr;
 /// A run that is asked for while another works starts the log afresh under the worker's hands.
 std::mutex gLogMutex;
+/// Why the last opening failed.
+std::optional<platform::Error> gTrouble;
 
 }  // namespace
 
@@ -24,9 +27,31 @@ std::string activityLogPath() {
 void kalvet_logger_open() {
     const std::lock_guard lock(gLogMutex);
     const std::string path = activityLogPath();
-    if (path.empty() || gLog != nullptr) return;
-    gLog = std::fopen(path.c_str(), "we");  // "e": not inherited by the programs we start
-    platform::letEverybodyUse(path);
+    if (gLog != nullptr) return;
+    ::tzset();  // the person may have travelled since the last run
+    gTrouble.reset();
+    if (path.empty()) {
+        gTrouble = platform::Error{0, "open the Activity Log", {}, "HOME is not set"};
+        return;
+    }
+    const platform::Result<std::FILE*> opened = platform::openLogFile(path);
+    if (opened) {
+        gLog = opened.value();
+    } else {
+        gTrouble = opened.error();
+    }
+}
+
+std::optional<platform::Error> activityLogTrouble() {
+    const std::lock_guard lock(gLogMutex);
+    return gTrouble;
+}
+
+std::string onOneLine(std::string_view name) {
+    std::string line(name);
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return line;
 }
 
 void kalvet_logger(std::string_view message) {

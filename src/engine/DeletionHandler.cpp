@@ -1,6 +1,9 @@
 #include "engine/DeletionHandler.h"
 
 #include <cerrno>
+#include <utility>
+
+#include "engine/FolderRights.h"
 
 namespace dorvanel {
 
@@ -10,177 +13,244 @@ using platform::SystemCalls;
 
 namespace {
 
-constexpr std::uint32_t everybody = 0777;
+constexpr std::uint32_t ownerMayReadAndWrite = 0600;
+constexpr std::uint32_t ownerMayDoAll = 0700;
+
+bool leadsNowhere(int result) {
+    return result == -ENOENT || result == -ENOTDIR || result == -ELOOP;
+}
 
 }  // namespace
 
+int DeletionHandler::enter(const TreeEntry& entry) {
+    ++entries;
+    const int folder = fileManagerWillProcessPath(entry);
+    // Ended in mid-file: what was written is flushed, and the file keeps its name.
+    if (stops() && written_.descriptor >= 0) parts_.batch.keep(std::exchange(written_, {}));
+    return folder;
+}
+
 int DeletionHandler::fileManagerWillProcessPath(const TreeEntry& entry) {
+    spared_ = false;
+    written_ = {};
     if (entry.kind == EntryKind::folder) return openFolder(entry);
-    shredOneFile(entry);
+    overwriteEntry(entry);
+    expected_ = nullptr;
     return -1;
 }
 
 void DeletionHandler::shredOneFile(const TreeEntry& entry) {
-    atHand_.reset();
-    EntryKind kind = entry.kind;
-    Links links = Links::stay;
-    if (kind == EntryKind::link) {
-        FileStatus target;
-        const int result = parts_.system.statusAt(entry.folder, entry.name, Links::follow, target);
-        if (result < 0) {
-            const bool leadsNowhere = result == -ENOENT || result == -ENOTDIR || result == -ELOOP;
-            if (!leadsNowhere) countNotOverwritten(entry, "look at", -result);
-            return;
-        }
-        if (!parts_.targets.has(target)) {
-            if (target.kind == EntryKind::regular) countNotOverwritten(entry, "follow", ESTALE);
-            return;
-        }
-        kind = target.kind;
-        links = Links::follow;
+    overwriteEntry(entry);
+    if (written_.descriptor >= 0) parts_.batch.keep(std::exchange(written_, {}));
+}
+
+void DeletionHandler::overwriteEntry(const TreeEntry& entry) {
+    switch (entry.kind) {
+        case EntryKind::link:
+            return overwriteTarget(entry);
+        case EntryKind::regular:
+        case EntryKind::unknown:  // opening tells what it is
+            return overwritePlain(entry, Links::stay);
+        default:
+            return overwriteNothing(entry, entry.kind, Links::stay);
     }
-    // What could not be looked at is tried: opening tells what it is.
-    if (kind == EntryKind::regular || kind == EntryKind::unknown) {
-        const int file = openWritable(entry, links);
-        if (file >= 0) {
-            overwriteOpen(file, entry);
-        } else if (file != -ENOENT) {
-            countNotOverwritten(entry, "open", -file);
-        }
+}
+
+void DeletionHandler::overwriteTarget(const TreeEntry& entry) {
+    FileStatus target;
+    const int result = parts_.system.statusAt(entry.folder, entry.name, Links::follow, target);
+    if (leadsNowhere(result)) return;
+    if (result >= 0 && parts_.targets.has(target)) {
+        if (target.kind == EntryKind::regular) return overwritePlain(entry, Links::follow);
+        return overwriteNothing(entry, target.kind, Links::follow);
+    }
+    if (result >= 0 && target.kind != EntryKind::regular) return;
+    // A relative link leads elsewhere since it was moved; that is nobody's doing.
+    std::string text;
+    const bool isRead = parts_.system.readLink(entry.folder, entry.name, text) >= 0;
+    if (isRead && !text.starts_with('/')) return;
+    if (result < 0) return countNotOverwritten(entry, "look at", -result);
+    countNotOverwritten(entry, "follow", ESTALE);
+}
+
+void DeletionHandler::overwritePlain(const TreeEntry& entry, Links links) {
+    const int file = openWritable(entry, links);
+    if (file >= 0) return overwriteOpen(file, entry);
+    if (file == -ENOENT) return countVanished(entry);
+    if (file == -EAGAIN) return spare(entry, "open", EAGAIN);
+    FileStatus found;
+    if (expected_ != nullptr &&
+        parts_.system.statusAt(entry.folder, entry.name, Links::stay, found) >= 0 &&
+        !isExpected(found)) {
         return;
     }
-    makeWritable(entry, links);
-    if (kind != EntryKind::folder) overwriteNothing(entry, kind);
+    countNotOverwritten(entry, "open", -file);
 }
 
 int DeletionHandler::openFolder(const TreeEntry& entry) {
     SystemCalls& system = parts_.system;
     int folder = parts_.batch.opened([&] { return system.openFolder(entry.folder, entry.name); });
-    if (folder >= 0) {
-        system.changeMode(folder, everybody);
-        return folder;
+    if (folder >= 0) return folder;
+    if (folder == -EACCES) {
+        // Not readable: make it so by a reference, which cannot be swapped for a link meanwhile.
+        const int reference = parts_.batch.opened(
+            [&] { return system.openReference(entry.folder, entry.name, Links::stay); });
+        FileStatus found;
+        if (reference >= 0) {
+            if (system.status(reference, found) >= 0 && found.kind == EntryKind::folder &&
+                !found.isBeyondMountOf(*entry.in) &&
+                addOwnersBits(entry, reference, found, ownerMayDoAll)) {
+                folder = parts_.batch.opened([&] { return system.openFolder(reference, "."); });
+            }
+            system.close(reference);
+        }
     }
-    // Not readable: make it so by a reference, which cannot be swapped for a link meanwhile.
-    atHand_.reset();
-    const int reference = openOurs(entry, Links::stay);
-    if (reference >= 0) {
-        system.changeMode(reference, everybody);
-        folder = parts_.batch.opened([&] { return system.reopenFolder(reference); });
-        system.close(reference);
+    if (folder == -ENOENT) {
+        countVanished(entry);
+    } else if (folder < 0) {
+        parts_.outcome.note(pathOf(entry), "open", -folder);
     }
-    if (folder < 0 && folder != -ENOENT) parts_.outcome.note(pathOf(entry), "open", -folder);
     return folder;
 }
 
+bool DeletionHandler::walksInto(const TreeEntry& entry, int folder, const FileStatus& found) {
+    if (found.isBeyondMountOf(*entry.in)) {
+        spare(entry, "remove", EBUSY, "is a mount point");
+        return false;
+    }
+    if ((found.permissions & ownerMayDoAll) != ownerMayDoAll) {
+        parts_.system.changeMode(folder, found.permissions | ownerMayDoAll);
+    }
+    return true;
+}
+
 int DeletionHandler::openWritable(const TreeEntry& entry, Links links) {
+    const int file = openAfterLease(entry, links);
+    return file == -EACCES ? openWithOwnersBits(entry, links, file) : file;
+}
+
+/// Opens the file; where another process holds a lease on it, once that is given up or taken away.
+int DeletionHandler::openAfterLease(const TreeEntry& entry, Links links) {
+    constexpr int pause = 20;  // milliseconds
+    constexpr int margin = 5;  // seconds
     SystemCalls& system = parts_.system;
-    int file =
-        parts_.batch.opened([&] { return system.openFile(entry.folder, entry.name, links); });
-    if (file >= 0) return file;
-    const int reference = openOurs(entry, links);
-    if (reference < 0) return file;
-    system.changeMode(reference, everybody);
-    file = parts_.batch.opened([&] { return system.reopenFile(reference); });
+    const auto open = [&] {
+        return parts_.batch.opened(
+            [&] { return system.openFile(entry.folder, entry.name, links); });
+    };
+    int file = open();
+    if (file != -EAGAIN) return file;
+    parts_.overwriter.showProgressNow();
+    for (int left = (system.leaseBreakTime() + margin) * 1000; left > 0; left -= pause) {
+        if (stops()) break;
+        system.pause(pause);
+        file = open();
+        if (file != -EAGAIN) break;
+    }
+    return file;
+}
+
+/// Gives the file its owner's bits, opens it, and takes them back where that did not help.
+int DeletionHandler::openWithOwnersBits(const TreeEntry& entry, Links links, int denied) {
+    SystemCalls& system = parts_.system;
+    const int reference =
+        parts_.batch.opened([&] { return system.openReference(entry.folder, entry.name, links); });
+    if (reference < 0) return denied;
+    FileStatus found;
+    int file = denied;
+    const bool isOurs = system.status(reference, found) >= 0 && found.kind == EntryKind::regular &&
+                        (entry.kind == EntryKind::link ? parts_.targets.has(found)
+                                                       : !found.isBeyondMountOf(*entry.in));
+    if (isOurs && addOwnersBits(entry, reference, found, ownerMayReadAndWrite)) {
+        file = openAfterLease(entry, links);
+        FileStatus opened;
+        if (file >= 0 && (system.status(file, opened) < 0 || !opened.isSameAs(found))) {
+            system.close(file);
+            file = -ESTALE;
+        }
+        if (file < 0) addOwnersBits(entry, reference, found, 0);
+    }
     system.close(reference);
     return file;
 }
 
-/// A reference to the entry, or to what it leads to; negative where that is not what was found
-/// there before.
-int DeletionHandler::openOurs(const TreeEntry& entry, Links links) {
-    SystemCalls& system = parts_.system;
-    const int reference =
-        parts_.batch.opened([&] { return system.openReference(entry.folder, entry.name, links); });
-    if (reference < 0) return reference;
-    FileStatus found;
-    const int result = system.status(reference, found);
-    if (result >= 0 && isOurs(entry, found)) return reference;
-    system.close(reference);
-    return result < 0 ? result : -ESTALE;
+/// Sets the permissions to those found and `bits`. Without /proc and on older kernels a reference
+/// cannot do that: then by name, where nobody else could have put a link.
+bool DeletionHandler::addOwnersBits(const TreeEntry& entry, int reference, const FileStatus& found,
+                                    std::uint32_t bits) {
+    const std::uint32_t permissions = found.permissions | bits;
+    if (parts_.system.changeMode(reference, permissions) >= 0) return true;
+    if (entry.kind == EntryKind::link || othersMayWrite(*entry.in)) return false;
+    return parts_.system.changeModeAt(entry.folder, entry.name, permissions) >= 0;
 }
 
-bool DeletionHandler::isOurs(const TreeEntry& entry, const FileStatus& found) const {
-    if (entry.kind == EntryKind::link) return parts_.targets.has(found);
-    if (atHand_) return found.isSameAs(*atHand_);
-    return entry.kind == EntryKind::unknown ? found.kind != EntryKind::link
-                                            : found.kind == entry.kind;
+/// Whether the file is the item that was looked at.
+bool DeletionHandler::isExpected(const FileStatus& found) {
+    if (expected_ == nullptr || isHeldItem(parts_.system, *expected_, found)) return true;
+    foundAnother_ = true;
+    spared_ = true;
+    return false;
 }
 
-void DeletionHandler::makeWritable(const TreeEntry& entry, Links links) {
-    const int reference = openOurs(entry, links);
-    if (reference < 0) return;
-    parts_.system.changeMode(reference, everybody);
-    parts_.system.close(reference);
+/// Whether an opened file is not to be written to, which is then told.
+bool DeletionHandler::isNoneOfOurs(int file, const TreeEntry& entry, const FileStatus& found) {
+    if (found.kind != EntryKind::regular) {
+        // Swapped for something else between the look and the opening.
+        countNotOverwritten(entry, "look at", ESTALE);
+    } else if (entry.kind == EntryKind::link) {
+        if (parts_.targets.has(found)) return false;
+        countNotOverwritten(entry, "follow", ESTALE);
+    } else if (found.isBeyondMountOf(*entry.in)) {
+        spare(entry, "remove", EBUSY, "is a mount point");
+    } else if (isExpected(found)) {
+        return false;
+    }
+    parts_.system.close(file);
+    return true;
 }
 
 void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
     FileStatus status;
     const int result = parts_.system.status(file, status);
-    if (result < 0 || status.kind != EntryKind::regular) {
-        // Swapped for something else between the look and the opening: not ours to write to.
+    if (result < 0) {
         parts_.system.close(file);
-        countNotOverwritten(entry, "look at", result < 0 ? -result : ESTALE);
-        return;
+        return countNotOverwritten(entry, "look at", -result);
     }
-    if (entry.kind != EntryKind::link) {
-        atHand_ = status;
-    } else if (!parts_.targets.has(status)) {
-        parts_.system.close(file);
-        countNotOverwritten(entry, "follow", ESTALE);
-        return;
-    }
-    // The bits of a file about to lose its only name are nobody's to see; if it cannot be removed
-    // it gets them then.
-    if (status.links != 1 || entry.kind == EntryKind::link) {
-        parts_.system.changeMode(file, everybody);
-    }
+    if (isNoneOfOurs(file, entry, status)) return;
     const FileOverwriter::Written written =
         parts_.overwriter.overwrite(file, status.size, entry.name);
+    written_ = {file, status, written.bytes, false};
     if (written.code != 0) {
         countNotOverwritten(entry, "write", written.code);
     } else if (!stops()) {
         ++parts_.outcome.filesOverwritten;
         parts_.outcome.bytesOverwritten += status.size;
-    }
-    if (written.bytes > 0) {
-        parts_.batch.add(file, status.device, written.bytes);
-    } else {
-        parts_.system.close(file);
+        // Other people may see what other names and links lead to, by now overwritten.
+        written_.opensToAll = status.links != 1 || entry.kind == EntryKind::link;
     }
 }
 
-void DeletionHandler::overwriteNothing(const TreeEntry& entry, EntryKind kind) {
+void DeletionHandler::overwriteNothing(const TreeEntry& entry, EntryKind kind, Links links) {
     // A FIFO or a device has no size, so not a byte would be written; opening it could wait for
     // somebody or wake a machine. It is taken in hand like an empty file, where it could be opened.
-    if (kind == EntryKind::socket) return;
-    if (parts_.system.canReadAndWrite(entry.folder, entry.name) < 0) return;
+    if (kind != EntryKind::fifo && kind != EntryKind::device) return;
+    SystemCalls& system = parts_.system;
+    if (system.canReadAndWrite(entry.folder, entry.name) < 0) return;
+    if (kind == EntryKind::device) {
+        const int reference = parts_.batch.opened(
+            [&] { return system.openReference(entry.folder, entry.name, links); });
+        const bool canBeOpened = reference >= 0 && system.allowsDevices(reference) == 1;
+        if (reference >= 0) system.close(reference);
+        if (!canBeOpened) return;
+    }
     parts_.overwriter.overwrite(-1, 0, entry.name);
 }
 
 void DeletionHandler::leave(const TreeEntry& entry) {
-    if (entry.kind == EntryKind::folder) {
-        const FileStatus* folder = walk_.walkedFolder();
-        atHand_ = folder == nullptr ? std::nullopt : std::optional(*folder);
-    }
-    remove(entry);
-}
-
-void DeletionHandler::leaveHolding(const TreeEntry& entry, int holding) {
-    FileStatus status;
-    atHand_.reset();
-    if (parts_.system.status(holding, status) >= 0) atHand_ = status;
-    remove(entry);
-}
-
-void DeletionHandler::remove(const TreeEntry& entry) {
-    const bool isFolder = entry.kind == EntryKind::folder;
-    const int result = isFolder ? parts_.system.removeFolder(entry.folder, entry.name)
-                                : parts_.system.removeFile(entry.folder, entry.name);
-    if (result < 0) {
-        fileManagerShouldProceedAfterError(entry, -result);
-    } else {
-        countRemoved(entry, isFolder);
-    }
+    if (spared_ && !walk_.walkedInto()) return;
+    const DoomedName doomed{entry.folder, entry.name, entry.kind, true, othersMayWrite(*entry.in)};
+    parts_.batch.remove(doomed, std::exchange(written_, {}),
+                        [this] { return place_ + walk_.folderSuffix(); });
 }
 
 void DeletionHandler::countNotOverwritten(const TreeEntry& entry, const char* operation, int code) {
@@ -188,26 +258,20 @@ void DeletionHandler::countNotOverwritten(const TreeEntry& entry, const char* op
     parts_.outcome.note(pathOf(entry), operation, code);
 }
 
-void DeletionHandler::countRemoved(const TreeEntry& entry, bool isFolder) {
-    if (entry.name == uncounted_) return;
-    ++(isFolder ? parts_.outcome.foldersRemoved : parts_.outcome.filesRemoved);
+void DeletionHandler::countVanished(const TreeEntry& entry) {
+    ++parts_.outcome.vanished;
+    parts_.outcome.note(pathOf(entry), "find", ENOENT);
 }
 
-bool DeletionHandler::fileManagerShouldProceedAfterError(const TreeEntry& entry, int code) {
-    makeWritable(entry, entry.kind == EntryKind::link ? Links::follow : Links::stay);
-    const int asFolder = parts_.system.removeFolder(entry.folder, entry.name);
-    const int asFile = parts_.system.removeFile(entry.folder, entry.name);
-    if (asFolder >= 0 || asFile >= 0) {
-        countRemoved(entry, asFolder >= 0);
-        return true;
-    }
-    if (asFile == -ENOENT) return true;  // somebody else removed it
+void DeletionHandler::spare(const TreeEntry& entry, const char* operation, int code,
+                            std::string reason) {
+    spared_ = true;
     ++parts_.outcome.notRemoved;
-    // A folder that is not empty only repeats what was said of its contents.
-    if (code != ENOTEMPTY || parts_.outcome.notRemoved == 1) {
-        parts_.outcome.note(pathOf(entry), "remove", code);
-    }
-    return true;
+    parts_.outcome.note(pathOf(entry), operation, code, std::move(reason));
+}
+
+bool DeletionHandler::othersMayWrite(const FileStatus& folder) const {
+    return othersMayWriteIn(folder, parts_.user);
 }
 
 void DeletionHandler::missed(const std::string& relativePath, int code) {
@@ -215,7 +279,7 @@ void DeletionHandler::missed(const std::string& relativePath, int code) {
 }
 
 std::string DeletionHandler::pathOf(const TreeEntry& entry) const {
-    return entry.name == uncounted_ ? place_ : place_ + "/" + walk_.relativePath(entry);
+    return place_ + "/" + walk_.relativePath(entry);
 }
 
 }  // namespace dorvanel

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <atomic>
-#include <optional>
+#include <cstdint>
 #include <string>
 
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/HeldItem.h"
 #include "engine/LinkTargets.h"
 #include "engine/Outcome.h"
 #include "engine/TreeWalk.h"
@@ -13,8 +14,9 @@
 
 namespace dorvanel {
 
-/// What happens to each entry while a holding folder is deleted: it is made writable, overwritten
-/// if it is a file, and removed; a folder is taken before what is in it and removed after.
+/// What happens to each entry while a holding folder is deleted: it is made writable for its owner
+/// where it must be, overwritten if it is a file, and handed to the batch, which removes it; a
+/// folder is taken before what is in it and removed after.
 ///
 /// A neighbour who may write in the folders can put something else in an entry's place at any time.
 /// What is written to, or made writable, is therefore looked at once it is open: a link leads where
@@ -28,54 +30,63 @@ class DeletionHandler final : public TreeVisitor {
         const LinkTargets& targets;
         const std::atomic<bool>& stop;
         Outcome& outcome;
+        std::uint32_t user;  ///< that the process acts as
     };
 
     /// `place`: the path of the folder that `walk` walks, for naming what went wrong.
     DeletionHandler(Parts parts, const TreeWalk& walk, std::string place)
         : parts_(parts), walk_(walk), place_(std::move(place)) {}
 
-    /// Before an entry is removed: permission bits 0777, then the contents overwritten if it is not
-    /// a folder. What a link leads to is treated in the link's place. Returns a folder, opened, or
-    /// a negative number.
+    /// Before an entry is removed: the contents overwritten if it is not a folder. What a link
+    /// leads to is treated in the link's place. Returns a folder, opened, or a negative number.
     int fileManagerWillProcessPath(const TreeEntry& entry);
 
-    /// After a removal failed with `code`: forces it. Returns true: the rest of the tree goes on.
-    bool fileManagerShouldProceedAfterError(const TreeEntry& entry, int code);
-
-    int enter(const TreeEntry& entry) override { return fileManagerWillProcessPath(entry); }
+    int enter(const TreeEntry& entry) override;
+    bool walksInto(const TreeEntry& entry, int folder, const platform::FileStatus& found) override;
     void leave(const TreeEntry& entry) override;
-    /// As `leave`, for the holding folder, which is entered by its descriptor.
-    void leaveHolding(const TreeEntry& entry, int holding);
     void missed(const std::string& relativePath, int code) override;
     bool stops() override { return parts_.stop.load(std::memory_order_relaxed); }
+    bool keeps(int folder) override { return parts_.batch.takesOver(folder); }
 
-    /// Overwrites one file and hands it to the batch; also for a file that stays.
+    /// Overwrites one file, which stays.
     void shredOneFile(const TreeEntry& entry);
 
-    /// The holding folder itself is made and removed by us and not counted.
-    void setUncounted(const char* holdingName) { uncounted_ = holdingName; }
+    /// The first entry must be this file, which was looked at earlier.
+    void expect(const HeldItem& item) { expected_ = &item; }
+    /// It was another one, which stays as it was.
+    [[nodiscard]] bool foundAnother() const { return foundAnother_; }
+
+    std::uint64_t entries = 0;  ///< met so far
 
   private:
     using Links = platform::SystemCalls::Links;
 
+    void overwriteEntry(const TreeEntry& entry);
+    void overwriteTarget(const TreeEntry& entry);
+    void overwritePlain(const TreeEntry& entry, Links links);
     int openFolder(const TreeEntry& entry);
     int openWritable(const TreeEntry& entry, Links links);
-    int openOurs(const TreeEntry& entry, Links links);
-    void makeWritable(const TreeEntry& entry, Links links);
-    void remove(const TreeEntry& entry);
-    [[nodiscard]] bool isOurs(const TreeEntry& entry, const platform::FileStatus& found) const;
+    int openAfterLease(const TreeEntry& entry, Links links);
+    int openWithOwnersBits(const TreeEntry& entry, Links links, int denied);
+    bool addOwnersBits(const TreeEntry& entry, int reference, const platform::FileStatus& found,
+                       std::uint32_t bits);
+    bool isExpected(const platform::FileStatus& found);
+    bool isNoneOfOurs(int file, const TreeEntry& entry, const platform::FileStatus& found);
     void overwriteOpen(int file, const TreeEntry& entry);
-    void overwriteNothing(const TreeEntry& entry, platform::EntryKind kind);
+    void overwriteNothing(const TreeEntry& entry, platform::EntryKind kind, Links links);
     void countNotOverwritten(const TreeEntry& entry, const char* operation, int code);
-    void countRemoved(const TreeEntry& entry, bool isFolder);
+    void countVanished(const TreeEntry& entry);
+    void spare(const TreeEntry& entry, const char* operation, int code, std::string reason = {});
+    [[nodiscard]] bool othersMayWrite(const platform::FileStatus& folder) const;
     [[nodiscard]] std::string pathOf(const TreeEntry& entry) const;
 
     Parts parts_;
     const TreeWalk& walk_;
     std::string place_;
-    const char* uncounted_ = nullptr;
-    /// What the entry at hand was when it was opened; nothing where it was not.
-    std::optional<platform::FileStatus> atHand_;
+    const HeldItem* expected_ = nullptr;
+    bool foundAnother_ = false;
+    bool spared_ = false;  ///< the entry at hand keeps its name
+    WrittenFile written_;  ///< the entry at hand, or what it leads to, where it was written to
 };
 
 }  // namespace dorvanel

@@ -10,10 +10,12 @@
 #include "engine/DrawSequence.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/HeldItem.h"
+#include "engine/ItemShredder.h"
 #include "engine/LinkTargets.h"
+#include "engine/NameRemover.h"
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
-#include "engine/TreeWalk.h"
 #include "platform/Clock.h"
 #include "platform/OpenPanel.h"
 #include "platform/Outlets.h"
@@ -40,8 +42,17 @@ class FileAccess {
     FileAccess& operator=(const FileAccess&) = delete;
 
     /// Shreds every item of the list, absolute paths in bytes, one after another, and empties the
-    /// list. Items that do not exist are passed over. Nothing is reported; see `outcome`.
+    /// list. Items that do not exist are passed over. Nothing is reported and nothing thrown; see
+    /// `outcome`.
     void shredDroppedFile(std::vector<std::string>& paths);
+
+    /// The same for items that somebody has looked at and holds since: these very items are
+    /// shredded, or told to have gone. Empties the list.
+    void shredItems(std::vector<HeldItem>& items);
+
+    /// Folders that no later request may touch, under whatever name and by whatever mount: the home
+    /// folder and those above it. An item that is or holds one is left whole, and told.
+    void protect(std::vector<Identity> folders) { protected_ = std::move(folders); }
 
     /// Lets the user pick files, and has `shred` shred what was picked. Main thread.
     static void openDoc(platform::OpenPanel& panel,
@@ -67,7 +78,8 @@ class FileAccess {
     [[nodiscard]] const Outcome& outcome() const { return outcome_; }
 
     /// Ends the request at hand after the current block, and every later one before its first:
-    /// nothing more is overwritten or removed, and the outcome says what is left and where.
+    /// nothing more is overwritten, what was overwritten wholly is brought to the medium and
+    /// removed, and the outcome says what is left and where.
     void requestStop() { stop_.store(true, std::memory_order_relaxed); }
     [[nodiscard]] bool stopRequested() const { return stop_.load(std::memory_order_relaxed); }
 
@@ -77,37 +89,26 @@ class FileAccess {
     [[nodiscard]] std::uint64_t deepShreddedSize() const { return overwriter_.mDeepShreddedSize; }
 
   private:
-    /// A holding folder in the folder that holds the item.
-    struct Holding {
-        int parent = -1;        ///< a reference to the folder that holds the item
-        int opened = -1;        ///< the holding folder itself, whatever bears its name by now
-        bool wasThere = false;  ///< something bore its name before
-        std::string folder;     ///< that folder's path
-        std::string name;
-        [[nodiscard]] std::string path() const { return folder + "/" + name; }
-    };
-
-    [[nodiscard]] bool exists(const std::string& path) const;
-    void passOver(const std::string& path);
-    [[nodiscard]] platform::FileStatus parentOf(const std::string& path) const;
-    void shredItem(const std::string& path, const platform::FileStatus& parent);
-    Holding moveIntoHolding(const std::string& path, const platform::FileStatus* parent);
-    int openParent(Holding& holding, const platform::FileStatus* parent);
-    int makeHoldingAndMove(Holding& holding, const std::string& item);
-    int move(const Holding& holding, const std::string& item);
-    void close(const Holding& holding);
-    void renameContents(const Holding& holding);
-    void removeHolding(const Holding& holding);
-    DeletionHandler::Parts deletionParts();
+    void begin();
+    template <typename Work>
+    bool guarded(const std::string& what, Work work);
+    void shredInTurn(const std::vector<HeldItem>& items, std::size_t& next);
+    void passOver(const HeldItem& item);
+    void leaveFrom(const std::vector<HeldItem>& items, std::size_t next);
+    void end();
+    [[nodiscard]] DeletionHandler::Parts deletionParts();
 
     EngineServices services_;
     ProgressReport progress_;
     std::atomic<bool> stop_ = false;
     FileOverwriter overwriter_;
-    FlushBatch batch_;
-    TreeWalk walk_;
-    LinkTargets targets_;  ///< of the request
     Outcome outcome_;
+    NameRemover remover_;
+    FlushBatch batch_;
+    LinkTargets targets_;  ///< of the request
+    std::vector<Identity> protected_;
+    ItemShredder shredder_;
+    std::uint64_t formerFailures_ = 0;
 };
 
 }  // namespace dorvanel

@@ -7,6 +7,13 @@
 #include "engine/ActivityLog.h"
 
 namespace dorvanel {
+namespace {
+
+bool hasNoRoom(int code) {
+    return code == ENOSPC || code == EFBIG || code == EDQUOT;
+}
+
+}  // namespace
 
 FileOverwriter::FileOverwriter(platform::SystemCalls& system, DrawSequence& draws,
                                const PreferenceReader& preferencesInstance,
@@ -27,7 +34,7 @@ FileOverwriter::Written FileOverwriter::overwrite(int file, std::uint64_t size,
     entryNumberOfWrites_ = settings().numberOfWrites;
 
     progress_.setName(name);
-    kalvet_logger(name);
+    kalvet_logger(onOneLine(name));
     randomizeWith(settings().pattern);
 
     std::uint64_t offset = 0;
@@ -73,7 +80,7 @@ void FileOverwriter::writePasses(Stage stage, std::uint64_t offset, std::size_t 
     do {
         if (stage == Stage::slack) randomizeWith(settings().pattern);
         choosePattern(counter);
-        write(offset, length);
+        write(stage, offset, length);
         --counter;
         if (stage == Stage::block && pattern::isRandom(entryPattern_)) {
             randomizeWith(settings().pattern);  // every random pass writes new data
@@ -98,13 +105,15 @@ void FileOverwriter::randomizeWith(unsigned pattern) {
     buffer_.randomize();
 }
 
-void FileOverwriter::write(std::uint64_t offset, std::size_t length) {
+void FileOverwriter::write(Stage stage, std::uint64_t offset, std::size_t length) {
     if (length == 0) return;
     const char* bytes = static_cast<const char*>(buffer_.bytes(length));
     while (length > 0) {
         const std::ptrdiff_t written = system_.writeAt(file_, bytes, length, offset);
         if (written <= 0) {
-            if (written_.code == 0) written_.code = written == 0 ? EIO : static_cast<int>(-written);
+            const int code = written == 0 ? EIO : static_cast<int>(-written);
+            const bool isHarmless = stage == Stage::slack && hasNoRoom(code);
+            if (written_.code == 0 && !isHarmless) written_.code = code;
             return;
         }
         const auto count = static_cast<std::size_t>(written);

@@ -24,7 +24,9 @@ class FileOverwriter {
 
     struct Written {
         std::uint64_t bytes = 0;  ///< written altogether, all passes and the slack
-        int code = 0;             ///< errno of the first write that failed, 0 when none did
+        /// errno of the first write that failed, 0 when none did. Behind the old end a full disk, a
+        /// quota or a size limit is no failure: nothing old is left for it.
+        int code = 0;
     };
 
     /// Overwrites `size` bytes of `file`, a descriptor open for writing, and as many bytes beyond
@@ -36,6 +38,9 @@ class FileOverwriter {
     std::uint64_t mDeepPathSize = 0;      ///< bytes of the whole request
     std::uint64_t mDeepShreddedSize = 0;  ///< bytes of the request taken in hand so far
 
+    /// Brings to the outlets what they were not told yet: something will take long.
+    void showProgressNow() { progress_.flush(); }
+
     RandomName& randomName() { return randomName_; }
 
   private:
@@ -46,7 +51,7 @@ class FileOverwriter {
     void writePasses(Stage stage, std::uint64_t offset, std::size_t length);
     void choosePattern(std::uint16_t counter);
     void randomizeWith(unsigned pattern);
-    void write(std::uint64_t offset, std::size_t length);
+    void write(Stage stage, std::uint64_t offset, std::size_t length);
 
     platform::SystemCalls& system_;
     DrawSequence& draws_;

@@ -1,66 +1,236 @@
 #include "engine/FlushBatch.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace dorvanel {
+
+using platform::EntryKind;
+using platform::FileStatus;
+using Links = platform::SystemCalls::Links;
+
 namespace {
 
 /// Up to here each file is flushed by itself: a flush of the whole file system would also wait for
 /// what other programs have written.
 constexpr std::ptrdiff_t fewFiles = 4;
 
+constexpr std::uint32_t everybody = 0777;
+
 }  // namespace
 
-void FlushBatch::add(int file, std::uint64_t device, std::uint64_t bytes) {
-    if (livesInMemory(file, device)) {
-        system_.close(file);
-        return;
+FlushBatch::FlushBatch(platform::SystemCalls& system, NameRemover& remover,
+                       std::function<void()> beforeWaiting)
+    : system_(system),
+      remover_(remover),
+      beforeWaiting_(std::move(beforeWaiting)),
+      highestDescriptor_(system.descriptorLimit() - sparedDescriptors) {}
+
+FlushBatch::~FlushBatch() {
+    try {
+        flush();
+    } catch (...) {
+        closeFiles();  // no memory to tell of it; the names stay
     }
-    files_.push_back({file, device});
-    bytes_ += bytes;
-    if (files_.size() >= maxFiles || bytes_ >= maxBytes || file >= highestDescriptor_) flush();
+}
+
+void FlushBatch::keep(const WrittenFile& file) {
+    if (needsFlush(file)) {
+        add(file);
+        return flushIfFull(file.descriptor);
+    }
+    if (file.opensToAll) system_.changeMode(file.descriptor, everybody);
+    system_.close(file.descriptor);
+}
+
+void FlushBatch::remove(const DoomedName& doomed, const WrittenFile& file, const Path& folderPath) {
+    if (isEmpty() && !needsFlush(file)) return removeNow(doomed, file, folderPath);
+    const std::uint32_t index = file.descriptor < 0 ? none : add(file);
+    queue(doomed, folderOf(doomed.folder, folderPath), index);
+}
+
+void FlushBatch::remove(const DoomedName& doomed, std::shared_ptr<const HeldDescriptor> folder,
+                        const Path& folderPath) {
+    if (isEmpty()) return removeNow(doomed, {}, folderPath);
+    const std::uint32_t index = folderOf(folder->get(), folderPath);
+    folders_[index].held = std::move(folder);
+    queue(doomed, index, none);
+}
+
+void FlushBatch::removeNow(const DoomedName& doomed, const WrittenFile& file,
+                           const Path& folderPath) {
+    const auto path = [&] { return folderPath() + "/" + doomed.name; };
+    const Identity identity = Identity::of(file.status);
+    const bool swapped = isSwapped(doomed, file.descriptor < 0 ? nullptr : &identity);
+    if (file.descriptor >= 0) {
+        if (file.opensToAll) system_.changeMode(file.descriptor, everybody);
+        system_.close(file.descriptor);
+    }
+    if (swapped) {
+        remover_.leave("remove", ESTALE, path);
+    } else {
+        remover_.remove(doomed, path);
+    }
+}
+
+std::uint32_t FlushBatch::add(const WrittenFile& file) {
+    const State state = needsFlush(file) ? State::dirty : State::clean;
+    files_.push_back({file.descriptor, Identity::of(file.status), state, file.opensToAll});
+    bytes_ += file.bytes;
+    return static_cast<std::uint32_t>(files_.size() - 1);
+}
+
+std::uint32_t FlushBatch::folderOf(int descriptor, const Path& path) {
+    const auto number = static_cast<std::size_t>(descriptor);
+    if (number >= folderOfDescriptor_.size()) folderOfDescriptor_.resize(number + 1, none);
+    std::uint32_t& index = folderOfDescriptor_[number];
+    if (index == none) {
+        folders_.push_back({descriptor, false, nullptr, path()});
+        index = static_cast<std::uint32_t>(folders_.size() - 1);
+    }
+    return index;
+}
+
+void FlushBatch::queue(const DoomedName& doomed, std::uint32_t folder, std::uint32_t file) {
+    const std::size_t offset = text_.size();
+    text_.append(doomed.name);
+    text_.push_back('\0');
+    names_.push_back(
+        {offset, folder, file, doomed.kind, doomed.isCounted, doomed.mayBeSwapped, false});
+    flushIfFull(std::max(doomed.folder, file == none ? -1 : files_[file].descriptor));
+}
+
+/// `highest`: a descriptor that the batch has taken.
+void FlushBatch::flushIfFull(int highest) {
+    if (files_.size() >= maxFiles || bytes_ >= maxBytes || names_.size() >= maxNames ||
+        highest >= highestDescriptor_) {
+        flush();
+    }
+}
+
+bool FlushBatch::takesOver(int folder) {
+    const auto number = static_cast<std::size_t>(folder);
+    if (number >= folderOfDescriptor_.size() || folderOfDescriptor_[number] == none) return false;
+    folders_[folderOfDescriptor_[number]].isOwned = true;
+    return true;
 }
 
 void FlushBatch::flush() {
-    if (files_.empty()) return;
-    beforeWaiting_();
-    std::vector<std::uint64_t> devices;
-    for (const File& file : files_) {
-        if (std::find(devices.begin(), devices.end(), file.device) == devices.end()) {
-            devices.push_back(file.device);
+    if (isEmpty()) return;
+    flushContents();
+    findSwapped();
+    closeFiles();
+    removeNames();
+    clear();
+}
+
+bool FlushBatch::needsFlush(const WrittenFile& file) {
+    if (file.bytes == 0) return false;
+    if (!known_ || knownDevice_ != file.status.device) {
+        knownInMemory_ = system_.livesInMemory(file.descriptor) == 1;
+        knownDevice_ = file.status.device;
+        known_ = true;
+    }
+    return !knownInMemory_;
+}
+
+DoomedName FlushBatch::doomedName(const Name& name) const {
+    return {folders_[name.folder].descriptor, text_.data() + name.offset, name.kind, name.isCounted,
+            name.mayBeSwapped};
+}
+
+/// Whether another file has come in the name's place. As long as `file` is held open no other has
+/// its number; of what is not held only that it was no plain file is certain.
+bool FlushBatch::isSwapped(const DoomedName& doomed, const Identity* file) {
+    if (!doomed.mayBeSwapped || doomed.kind == EntryKind::folder) return false;
+    if (file == nullptr && doomed.kind == EntryKind::regular) return false;
+    FileStatus now;
+    const int result = system_.statusAt(doomed.folder, doomed.name, Links::stay, now);
+    if (result < 0) return result != -ENOENT;
+    if (now.kind != EntryKind::regular) return false;  // nothing of it could be lost
+    return file == nullptr || Identity::of(now) != *file;
+}
+
+void FlushBatch::findSwapped() {
+    for (Name& name : names_) {
+        if (!name.mayBeSwapped || (name.file != none && files_[name.file].descriptor < 0)) continue;
+        name.isSwapped =
+            isSwapped(doomedName(name), name.file == none ? nullptr : &files_[name.file].identity);
+    }
+}
+
+void FlushBatch::closeFiles() {
+    for (File& file : files_) {
+        if (file.descriptor < 0) continue;
+        if (file.opensToAll && file.state != State::failed) {
+            system_.changeMode(file.descriptor, everybody);
+        }
+        system_.close(file.descriptor);
+        file.descriptor = -1;
+        if (file.state == State::dirty) file.state = State::clean;
+    }
+}
+
+void FlushBatch::removeNames() {
+    while (removed_ < names_.size()) {
+        const Name& name = names_[removed_++];
+        const DoomedName doomed = doomedName(name);
+        const std::string& folder = folders_[name.folder].path;
+        const auto path = [&] { return folder + "/" + doomed.name; };
+        if (name.file != none && files_[name.file].state == State::failed) {
+            remover_.leave("flush", failureCode_, path);
+        } else if (name.isSwapped) {
+            remover_.leave("remove", ESTALE, path);
+        } else {
+            remover_.remove(doomed, path);
         }
     }
-    for (const std::uint64_t device : devices) flushDevice(device);
-    for (const File& file : files_) system_.close(file.descriptor);
+}
+
+void FlushBatch::clear() {
+    for (const Folder& folder : folders_) {
+        folderOfDescriptor_[static_cast<std::size_t>(folder.descriptor)] = none;
+        if (folder.isOwned) system_.close(folder.descriptor);
+    }
     files_.clear();
+    folders_.clear();
+    names_.clear();
+    text_.clear();
+    removed_ = 0;
     bytes_ = 0;
 }
 
-bool FlushBatch::livesInMemory(int file, std::uint64_t device) {
-    if (!known_ || knownDevice_ != device) {
-        knownInMemory_ = system_.livesInMemory(file) == 1;
-        knownDevice_ = device;
-        known_ = true;
+void FlushBatch::flushContents() {
+    std::vector<std::uint64_t> devices;
+    for (const File& file : files_) {
+        if (file.state == State::dirty &&
+            std::find(devices.begin(), devices.end(), file.identity.device) == devices.end()) {
+            devices.push_back(file.identity.device);
+        }
     }
-    return knownInMemory_;
+    if (!devices.empty()) beforeWaiting_();
+    for (const std::uint64_t device : devices) flushDevice(device);
 }
 
 void FlushBatch::flushDevice(std::uint64_t device) {
-    const auto isOnDevice = [device](const File& file) { return file.device == device; };
-    if (std::count_if(files_.begin(), files_.end(), isOnDevice) > fewFiles) {
-        const auto any = std::find_if(files_.begin(), files_.end(), isOnDevice);
+    const auto waits = [device](const File& file) {
+        return file.state == State::dirty && file.identity.device == device;
+    };
+    if (std::count_if(files_.begin(), files_.end(), waits) > fewFiles) {
+        const auto any = std::find_if(files_.begin(), files_.end(), waits);
         if (system_.flushFileSystem(any->descriptor) >= 0) return;
     }
     flushEach(device);
 }
 
 void FlushBatch::flushEach(std::uint64_t device) {
-    for (const File& file : files_) {
-        if (file.device != device) continue;
+    for (File& file : files_) {
+        if (file.state != State::dirty || file.identity.device != device) continue;
         const int result = system_.flushFile(file.descriptor);
         if (result < 0) {
             ++failures_;
             failureCode_ = -result;
+            file.state = State::failed;
         }
     }
 }

@@ -3,51 +3,85 @@
 #include <cerrno>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <string>
 #include <vector>
 
+#include "engine/HeldItem.h"
+#include "engine/NameRemover.h"
 #include "platform/SystemCalls.h"
 
 namespace dorvanel {
 
-/// Files that were overwritten and whose contents may still be in memory alone. A file's blocks are
-/// given back when it is removed and closed, and what was not written by then never is: so each
-/// stays open until one flush for the whole batch has brought all contents to the medium.
+/// A file that was overwritten and is still open.
+struct WrittenFile {
+    int descriptor = -1;  ///< -1: there is none
+    platform::FileStatus status;
+    std::uint64_t bytes = 0;  ///< that were written and may still be in memory alone
+    bool opensToAll = false;  ///< gets the permission bits 0777 once its contents are safe
+};
+
+/// Names that go once the contents of their files are on the medium. Were a name to go first, a
+/// kill or a power cut would leave the old contents in blocks without a name, where no second run
+/// reaches them. So files that were overwritten stay open, and their names wait, until one flush
+/// for the whole batch; then the files are closed, and only then the names go, in their order: on
+/// some file systems an open file keeps the folder of its removed name busy.
+///
+/// Names of files whose flush failed stay.
 class FlushBatch {
   public:
-    /// Bounds of a batch: descriptors that stay open, well below the 1024 that a process is given,
-    /// and bytes that wait in memory.
+    using Path = NameRemover::Path;
+
+    /// Bounds of a batch: files that stay open, well below the 1024 descriptors that a process is
+    /// given, bytes that wait in memory, and names that wait.
     static constexpr std::size_t maxFiles = 512;
     static constexpr std::uint64_t maxBytes = std::uint64_t{256} << 20;
+    static constexpr std::size_t maxNames = 8192;
     /// Descriptors that a batch leaves to the rest of the engine, above all to the walk of a tree,
     /// where the process is given fewer.
     static constexpr int sparedDescriptors = 96;
 
     /// `beforeWaiting` is called before a flush that may take long.
-    FlushBatch(platform::SystemCalls& system, std::function<void()> beforeWaiting)
-        : system_(system),
-          beforeWaiting_(std::move(beforeWaiting)),
-          highestDescriptor_(system.descriptorLimit() - sparedDescriptors) {}
+    FlushBatch(platform::SystemCalls& system, NameRemover& remover,
+               std::function<void()> beforeWaiting);
     /// Flushes.
-    ~FlushBatch() { flush(); }
+    ~FlushBatch();
     FlushBatch(const FlushBatch&) = delete;
     FlushBatch& operator=(const FlushBatch&) = delete;
 
-    /// Takes over an open file into which `bytes` were written; flushes when a bound is reached. On
-    /// a file system without a medium the file is closed at once.
-    void add(int file, std::uint64_t device, std::uint64_t bytes);
+    /// Takes over a file that keeps its name.
+    void keep(const WrittenFile& file);
 
-    /// Brings all contents to the medium and closes the files.
+    /// Takes over `file`, or none, and removes the name when that is safe: at once where nothing
+    /// waits and nothing needs a flush. `folderPath` is asked for the path of the folder, if at
+    /// all, before the call returns or in a later one.
+    void remove(const DoomedName& doomed, const WrittenFile& file, const Path& folderPath);
+    /// The same for a name in a folder that somebody holds.
+    void remove(const DoomedName& doomed, std::shared_ptr<const HeldDescriptor> folder,
+                const Path& folderPath);
+
+    /// Whether a name that waits lies in this open folder: then the batch closes it. Never throws.
+    bool takesOver(int folder);
+
+    /// Brings all contents to the medium, closes the files and removes the names. Should memory run
+    /// out in it, a second call goes on where the first one ended.
     void flush();
+
+    /// Whether names or files wait.
+    [[nodiscard]] bool isEmpty() const { return files_.empty() && names_.empty(); }
 
     /// What `open` returns. Where descriptors have run out, the batch gives its own back first, and
     /// it is called once more.
     template <typename Open>
     int opened(Open open) {
         const int result = open();
-        if ((result != -EMFILE && result != -ENFILE) || files_.empty()) return result;
+        if ((result != -EMFILE && result != -ENFILE) || isEmpty()) return result;
         flush();
         return open();
     }
+
+    /// What is known of devices may no longer hold: their numbers are used again.
+    void forgetDevices() { known_ = false; }
 
     /// Files whose flush failed, since the batch was made.
     [[nodiscard]] std::uint64_t failures() const { return failures_; }
@@ -55,19 +89,56 @@ class FlushBatch {
     [[nodiscard]] int failureCode() const { return failureCode_; }
 
   private:
+    enum class State { clean, dirty, failed };
     struct File {
+        int descriptor;  ///< -1 once it is closed
+        Identity identity;
+        State state;
+        bool opensToAll;
+    };
+    struct Folder {
         int descriptor;
-        std::uint64_t device;
+        bool isOwned;
+        std::shared_ptr<const HeldDescriptor> held;
+        std::string path;
+    };
+    static constexpr std::uint32_t none = ~std::uint32_t{0};
+    struct Name {
+        std::size_t offset;  ///< into `text_`
+        std::uint32_t folder;
+        std::uint32_t file;  ///< index, or `none`
+        platform::EntryKind kind;
+        bool isCounted;
+        bool mayBeSwapped;
+        bool isSwapped;
     };
 
-    bool livesInMemory(int file, std::uint64_t device);
+    std::uint32_t add(const WrittenFile& file);
+    std::uint32_t folderOf(int descriptor, const Path& path);
+    void queue(const DoomedName& doomed, std::uint32_t folder, std::uint32_t file);
+    void removeNow(const DoomedName& doomed, const WrittenFile& file, const Path& folderPath);
+    void flushIfFull(int highest);
+    [[nodiscard]] DoomedName doomedName(const Name& name) const;
+    [[nodiscard]] bool needsFlush(const WrittenFile& file);
+    [[nodiscard]] bool isSwapped(const DoomedName& doomed, const Identity* file);
+    void findSwapped();
+    void closeFiles();
+    void removeNames();
+    void clear();
+    void flushContents();
     void flushDevice(std::uint64_t device);
     void flushEach(std::uint64_t device);
 
     platform::SystemCalls& system_;
+    NameRemover& remover_;
     std::function<void()> beforeWaiting_;
     int highestDescriptor_;  ///< a file with this number or more ends the batch
     std::vector<File> files_;
+    std::vector<Folder> folders_;
+    std::vector<std::uint32_t> folderOfDescriptor_;  ///< index into `folders_`, or `none`
+    std::vector<Name> names_;
+    std::string text_;         ///< of all names, each with its NUL
+    std::size_t removed_ = 0;  ///< names of the batch that had their turn
     std::uint64_t bytes_ = 0;
     std::uint64_t failures_ = 0;
     int failureCode_ = 0;

@@ -1,37 +1,46 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <unordered_set>
+#include <memory>
+#include <unordered_map>
 
+#include "engine/HeldItem.h"
 #include "platform/SystemCalls.h"
 
 namespace dorvanel {
 
 /// What the links of a request led to when its items were measured. A link is followed there and
 /// nowhere else: one that a neighbour puts into an item later on, or turns elsewhere by a folder on
-/// its way, is no order to write.
+/// its way, is no order to write. An inode number alone proves nothing, since it is given again
+/// once its file is gone: the targets are held open, and beyond so many known by their birth.
 class LinkTargets {
   public:
+    explicit LinkTargets(platform::SystemCalls& system);
+
     void clear() { files_.clear(); }
-    void add(const platform::FileStatus& target) { files_.insert({target.device, target.inode}); }
-    [[nodiscard]] bool has(const platform::FileStatus& target) const {
-        return files_.contains({target.device, target.inode});
-    }
+    /// The link leads to `target`, which is now held if it is a plain file.
+    void add(int folder, const char* link, const platform::FileStatus& target);
+    /// Whether a link led to this very file.
+    [[nodiscard]] bool has(const platform::FileStatus& target) const;
 
   private:
-    struct File {
-        std::uint64_t device;
-        std::uint64_t inode;
-        bool operator==(const File&) const = default;
+    struct Target {
+        platform::FileStatus status;
+        std::shared_ptr<const HeldDescriptor> held;
     };
     struct Hash {
-        std::size_t operator()(const File& file) const {
+        std::size_t operator()(const Identity& file) const {
             return std::hash<std::uint64_t>()(file.inode ^ file.device << 32);
         }
     };
-    std::unordered_set<File, Hash> files_;
+
+    [[nodiscard]] std::shared_ptr<const HeldDescriptor> hold(int folder, const char* link,
+                                                             const platform::FileStatus& target);
+
+    platform::SystemCalls& system_;
+    std::size_t mostHeld_;
+    std::unordered_map<Identity, Target, Hash> files_;
 };
 
 }  // namespace dorvanel

@@ -14,6 +14,7 @@ struct Outcome {
         std::string path;       ///< bytes; where the thing is, or was, at that moment
         std::string operation;  ///< "open", "write", "remove" and the like
         int code = 0;           ///< errno
+        std::string reason;     ///< in words, where the errno has none; else empty
     };
     /// Troubles that are kept word by word; beyond, they are only counted.
     static constexpr std::size_t keptTroubles = 1000;
@@ -26,14 +27,15 @@ struct Outcome {
     std::uint64_t notOverwritten = 0;    ///< files whose contents are left in part or whole
     std::uint64_t notRemoved = 0;        ///< items, files and folders that are still there
     std::uint64_t notFlushed = 0;        ///< files that perhaps never reached the medium
+    std::uint64_t vanished = 0;          ///< items and entries that went before their turn
     bool stopped = false;                ///< ended early because somebody asked
 
     std::vector<Trouble> troubles;  ///< in the order they were met
     std::vector<std::string> left;  ///< after a stop: holding folders and items not done
 
-    void note(std::string path, std::string operation, int code) {
+    void note(std::string path, std::string operation, int code, std::string reason = {}) {
         if (troubles.size() < keptTroubles) {
-            troubles.push_back({std::move(path), std::move(operation), code});
+            troubles.push_back({std::move(path), std::move(operation), code, std::move(reason)});
         }
     }
 };

@@ -9,7 +9,8 @@ namespace dorvanel {
 std::uint16_t passCount(const OverwriteSettings& settings, std::uint32_t draw) {
     auto count = static_cast<std::uint16_t>((draw & 3) + 1);
     if (settings.numberOfWrites != 0) {
-        count = static_cast<std::uint16_t>(settings.numberOfWrites - 1);
+        // Unsigned, so that no stored number can overflow.
+        count = static_cast<std::uint16_t>(static_cast<unsigned>(settings.numberOfWrites) - 1U);
     }
     // The last five items of the pop-up: 15, 20, 25, 30 and 35 passes.
     if (count >= 11 && count <= 15) count = static_cast<std::uint16_t>(15 + (count - 11) * 5);

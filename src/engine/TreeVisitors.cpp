@@ -1,14 +1,22 @@
 #include "engine/TreeVisitors.h"
 
+#include <algorithm>
+#include <cerrno>
+
 namespace dorvanel {
 
 using platform::EntryKind;
 using platform::FileStatus;
+using platform::FolderListing;
 using Links = platform::SystemCalls::Links;
 
 int PlainVisitor::enter(const TreeEntry& entry) {
     if (entry.kind != EntryKind::folder) return -1;
     return batch_.opened([&] { return system_.openFolder(entry.folder, entry.name); });
+}
+
+bool PlainVisitor::walksInto(const TreeEntry& entry, int /*folder*/, const FileStatus& found) {
+    return !found.isBeyondMountOf(*entry.in);
 }
 
 bool PlainVisitor::leadsToFolder(const TreeEntry& entry) {
@@ -22,28 +30,63 @@ int SizeVisitor::enter(const TreeEntry& entry) {
     if (entry.kind != EntryKind::folder) {
         FileStatus file;
         if (system_.statusAt(entry.folder, entry.name, Links::follow, file) >= 0) {
-            if (entry.kind == EntryKind::link) targets_.add(file);
+            if (entry.kind == EntryKind::link) {
+                targets_.add(entry.folder, entry.name, file);
+            } else if (file.isBeyondMountOf(*entry.in) && mountPoint.empty()) {
+                mountPoint = walk_.relativePath(entry);
+            }
             if (file.kind != EntryKind::folder) total += file.size;
         }
     }
     return PlainVisitor::enter(entry);
 }
 
-int FileRenamer::enter(const TreeEntry& entry) {
-    name_.randomizeName();
-    if (!leadsToFolder(entry)) {
-        // A failure, or a name that is taken, leaves the entry its name: it is removed all the
-        // same.
-        system_.rename(entry.folder, entry.name, entry.folder, name_.mName.data());
+bool SizeVisitor::walksInto(const TreeEntry& entry, int folder, const FileStatus& found) {
+    if (sparedFolder.empty() && std::ranges::find(spared_, Identity::of(found)) != spared_.end()) {
+        sparedFolder = walk_.relativePath(entry);
     }
+    if (PlainVisitor::walksInto(entry, folder, found)) return true;
+    if (mountPoint.empty()) mountPoint = walk_.relativePath(entry);
+    return false;
+}
+
+void SizeVisitor::listed(const FileStatus& folder, const FolderListing& listing) {
+    manifest_.add(folder, listing);
+}
+
+void Renamer::rename(const TreeEntry& entry) {
+    const auto attempt = [&] {
+        return system_.rename(entry.folder, entry.name, entry.folder, name_.mName.data());
+    };
+    int result = attempt();
+    if (result == -EEXIST && !batch_.isEmpty()) {
+        // The name may be that of a file that waits for its flush.
+        batch_.flush();
+        result = attempt();
+    }
+    // A failure, or a name that is taken, leaves the entry its name: it is removed all the same.
+    if (result >= 0 && top_ != nullptr && entry.folder == top_->folder) {
+        top_->name = name_.mName.data();
+    }
+}
+
+int FileRenamer::enter(const TreeEntry& entry) {
+    ++entries;
+    drawName();
+    if (!leadsToFolder(entry)) rename(entry);
     return PlainVisitor::enter(entry);
 }
 
+void FileRenamer::listed(const FileStatus& folder, const FolderListing& listing) {
+    if (manifest_ == nullptr) return;
+    manifest_->compare(folder, listing, [this](std::string_view name) {
+        vanished_(walk_.listedPath() + std::string(name));
+    });
+}
+
 void FolderRenamer::leave(const TreeEntry& entry) {
-    name_.randomizeName();
-    if (leadsToFolder(entry)) {
-        system_.rename(entry.folder, entry.name, entry.folder, name_.mName.data());
-    }
+    drawName();
+    if (leadsToFolder(entry)) rename(entry);
 }
 
 }  // namespace dorvanel

@@ -16,28 +16,50 @@ TreeWalk::TreeWalk(SystemCalls& system)
 
 void TreeWalk::walk(int folder, Order order, TreeVisitor& visitor) {
     depth_ = 0;
-    if (!descend(folder, visitor)) return;
-    while (depth_ > 0) {
-        Level& level = levels_[depth_ - 1];
-        if (level.done == level.listing.size()) {
-            if (!ascend(visitor)) return closeAll();
-            continue;
+    if (descend(folder, visitor)) walkLevels(order, visitor);
+}
+
+void TreeWalk::walkEntry(const TreeEntry& entry, Order order, TreeVisitor& visitor) {
+    depth_ = 0;
+    Level& level = nextLevel();
+    level.listing.clear();
+    level.listing.add(entry.name, entry.kind);
+    level.identity = *entry.in;
+    level.done = 0;
+    level.current = 0;
+    level.folder = entry.folder;
+    level.borrowed = true;
+    depth_ = 1;
+    walkLevels(order, visitor);
+}
+
+void TreeWalk::walkLevels(Order order, TreeVisitor& visitor) {
+    try {
+        while (depth_ > 0) {
+            Level& level = levels_[depth_ - 1];
+            if (level.done == level.listing.size()) {
+                if (!ascend(visitor)) return closeAll(visitor);
+                continue;
+            }
+            if (visitor.stops()) return closeAll(visitor);
+            level.current =
+                order == Order::forward ? level.done : level.listing.size() - 1 - level.done;
+            if (level.listing.kind(level.current) == EntryKind::unknown) {
+                FileStatus status;
+                system_.statusAt(level.folder, level.listing.name(level.current),
+                                 SystemCalls::Links::stay, status);
+                level.listing.setKind(level.current, status.kind);
+            }
+            const int inner = visitor.enter(entryAt(level));
+            if (inner >= 0 && descend(inner, visitor)) continue;
+            if (visitor.stops()) return closeAll(visitor);
+            walkedInto_ = false;
+            visitor.leave(entryAt(levels_[depth_ - 1]));
+            ++levels_[depth_ - 1].done;
         }
-        if (visitor.stops()) return closeAll();
-        level.current =
-            order == Order::forward ? level.done : level.listing.size() - 1 - level.done;
-        if (level.listing.kind(level.current) == EntryKind::unknown) {
-            FileStatus status;
-            system_.statusAt(level.folder, level.listing.name(level.current),
-                             SystemCalls::Links::stay, status);
-            level.listing.setKind(level.current, status.kind);
-        }
-        const int inner = visitor.enter(entryAt(level));
-        if (inner >= 0 && descend(inner, visitor)) continue;
-        if (visitor.stops()) return closeAll();
-        walkedInto_ = false;
-        visitor.leave(entryAt(levels_[depth_ - 1]));
-        ++levels_[depth_ - 1].done;
+    } catch (...) {
+        closeAll(visitor);
+        throw;
     }
 }
 
@@ -54,50 +76,80 @@ std::string TreeWalk::currentPath() const {
     return depth_ == 0 ? std::string() : relativePath(entryAt(levels_[depth_ - 1]));
 }
 
+std::string TreeWalk::folderSuffix() const {
+    std::string path;
+    if (depth_ > deepestPath) return path;
+    for (std::size_t i = 0; i + 1 < depth_; ++i) {
+        path += '/';
+        path += levels_[i].listing.name(levels_[i].current);
+    }
+    return path;
+}
+
 TreeEntry TreeWalk::entryAt(const Level& level) const {
-    return {level.folder, level.listing.name(level.current), level.listing.kind(level.current)};
+    return {level.folder, level.listing.name(level.current), level.listing.kind(level.current),
+            &level.identity};
+}
+
+TreeWalk::Level& TreeWalk::nextLevel() {
+    if (depth_ == levels_.size()) levels_.emplace_back();
+    return levels_[depth_];
 }
 
 bool TreeWalk::descend(int folder, TreeVisitor& visitor) {
-    if (depth_ == levels_.size()) levels_.emplace_back();
-    Level& level = levels_[depth_];
+    bool entered = false;
+    try {
+        entered = enterLevel(folder, nextLevel(), visitor);
+    } catch (...) {
+        system_.close(folder);
+        throw;
+    }
+    if (!entered) {
+        system_.close(folder);
+        return false;
+    }
+    if (depth_ > openFolders_) closeFolder(levels_[depth_ - 1 - openFolders_], visitor);
+    return true;
+}
+
+bool TreeWalk::enterLevel(int folder, Level& level, TreeVisitor& visitor) {
     int result = system_.status(folder, level.identity);
+    if (result >= 0 && depth_ > 0 &&
+        !visitor.walksInto(entryAt(levels_[depth_ - 1]), folder, level.identity)) {
+        return false;
+    }
     if (result >= 0) result = system_.readFolder(folder, level.listing);
     if (result < 0) {
-        system_.close(folder);
         visitor.missed(currentPath(), -result);
         return false;
     }
+    visitor.listed(level.identity, level.listing);
     level.done = 0;
     level.folder = folder;
+    level.borrowed = false;
     ++depth_;
-    if (depth_ > openFolders_) {
-        Level& upper = levels_[depth_ - 1 - openFolders_];
-        system_.close(upper.folder);
-        upper.folder = -1;
-    }
     return true;
 }
 
 bool TreeWalk::ascend(TreeVisitor& visitor) {
-    const int inner = levels_[depth_ - 1].folder;
+    Level& inner = levels_[depth_ - 1];
     --depth_;
     if (depth_ == 0) {
-        system_.close(inner);
+        closeFolder(inner, visitor);
         return true;
     }
     Level& level = levels_[depth_ - 1];
     int result = 0;
     if (level.folder < 0) {
         FileStatus status;
-        result = system_.openFolder(inner, "..");
+        result = system_.openFolder(inner.folder, "..");
         if (result >= 0) {
             level.folder = result;
             result = system_.status(level.folder, status);
             if (result >= 0 && !status.isSameAs(level.identity)) result = -ESTALE;
         }
     }
-    system_.close(inner);
+    closeFolder(inner, visitor);
     if (result < 0) {
         visitor.missed(currentPath(), -result);
         return false;
@@ -108,12 +160,14 @@ bool TreeWalk::ascend(TreeVisitor& visitor) {
     return true;
 }
 
-void TreeWalk::closeAll() {
-    for (; depth_ > 0; --depth_) {
-        int& folder = levels_[depth_ - 1].folder;
-        if (folder >= 0) system_.close(folder);
-        folder = -1;
-    }
+void TreeWalk::closeFolder(Level& level, TreeVisitor& visitor) {
+    if (level.borrowed) return;
+    if (level.folder >= 0 && !visitor.keeps(level.folder)) system_.close(level.folder);
+    level.folder = -1;
+}
+
+void TreeWalk::closeAll(TreeVisitor& visitor) {
+    for (; depth_ > 0; --depth_) closeFolder(levels_[depth_ - 1], visitor);
 }
 
 }  // namespace dorvanel

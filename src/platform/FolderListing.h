@@ -9,7 +9,7 @@
 namespace dorvanel::platform {
 
 /// What an entry of a folder is; a link is a link, whatever it leads to.
-enum class EntryKind : std::uint8_t { regular, folder, link, socket, other, unknown };
+enum class EntryKind : std::uint8_t { regular, folder, link, socket, fifo, device, unknown };
 
 /// The entries of one folder, in order: all names in one block of memory, since a folder may hold
 /// a hundred thousand of them. "." and ".." are left out.
@@ -26,6 +26,8 @@ class FolderListing {
     }
 
     [[nodiscard]] std::size_t size() const { return entries_.size(); }
+    /// All names in order, each with its NUL.
+    [[nodiscard]] std::string_view names() const { return names_; }
     /// NUL-terminated bytes, good until the listing changes.
     [[nodiscard]] const char* name(std::size_t index) const {
         return names_.data() + entries_[index].offset;

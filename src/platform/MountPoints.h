@@ -8,8 +8,9 @@
 
 namespace dorvanel::platform {
 
-/// Where file systems are mounted, as absolute paths in bytes without symbolic links.
-Result<std::vector<std::string>> mountPoints();
+/// Where file systems are mounted, as absolute paths in bytes without symbolic links. An error
+/// where the system's table cannot be read to its end: what is mounted is unknown then.
+Result<std::vector<std::string>> mountPoints(const std::string& table = "/proc/self/mountinfo");
 
 /// The mount points of a table in the form of /proc/self/mountinfo.
 std::vector<std::string> parseMountTable(std::string_view table);

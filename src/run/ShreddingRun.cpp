@@ -49,6 +49,7 @@ void ShreddingRun::shred() {
     // Without the preferences nobody knows what to take, nor whether to ask.
     if (!parts_.preferencesInstance.areKnown()) return refuse(Refusal::preferencesUnknown, false);
     mAwaitingConfirmation = 1;
+    ending_ = mShutdownStatus;
     if (mThreadCount == 0) waitForWorker();  // it may still be at its closing lines
     const bool begun = state_.begin(Activity::asking);
     lookAtProcessesUnwatched();
@@ -58,7 +59,7 @@ void ShreddingRun::shred() {
     kalvet_logger("Dorvanel Initiated");
     kalvet_logger("");
     if (!confirmed()) return;
-    if (mShutdownStatus != nothing && !applicationsQuit()) return;
+    if (ending_ != nothing && !applicationsQuit()) return;
     if (!goesOn(Activity::collecting)) return;
     parts_.browserWatch.HandleBrowserWatchTimer(nullptr);
     if (!collect()) return end(RunResult::givenUp);
@@ -68,7 +69,7 @@ void ShreddingRun::shred() {
     }
     if (!goesOn(Activity::shredding)) return;
     kalvet_logger("Start Shredding Now");
-    startWorker({.paths = &parts_.mPathArray, .ending = mShutdownStatus, .closesLog = true});
+    startWorker({.paths = &parts_.mPathArray, .ending = ending_, .closesLog = true});
     mAwaitingConfirmation = 0;
 }
 
@@ -144,7 +145,7 @@ bool ShreddingRun::confirmed() {
 }
 
 void ShreddingRun::logEnding() {
-    switch (mShutdownStatus) {
+    switch (ending_) {
         case logout:
             return kalvet_logger("User selected Logout");
         case shutdown:
@@ -307,7 +308,7 @@ void ShreddingRun::end(RunResult result) {
         report.listingUnknown = !parts_.browserWatch.isKnown();
     }
     if (result == RunResult::givenUp) {
-        report.endingStruck = mShutdownStatus != nothing;
+        report.endingStruck = ending_ != nothing;
         mShutdownStatus = nothing;
         parts_.mPathArray.clear();
         kalvet_logger_close();

@@ -54,8 +54,8 @@ class ShreddingRun {
     /// already stays.
     void applicationLaunches();
 
-    /// A run that ends as `mShutdownStatus` says. Returns once the worker has been started, or when
-    /// there is to be none; a call that comes while another is in an alert does nothing.
+    /// A run that ends as `mShutdownStatus` says now. Returns once the worker has been started, or
+    /// when there is to be none; a call that comes while another is in an alert does nothing.
     void shred();
     void shredAndNothing();
     void shredAndLogout();
@@ -134,6 +134,9 @@ class ShreddingRun {
     std::atomic<std::int16_t> mShutdownStatus = nothing;
     std::int8_t mLogoutShutdownRestart = 0;
 
+    /// What follows the run being prepared: `mShutdownStatus` when it began, whatever a request
+    /// that is refused makes of that meanwhile. Main thread.
+    std::int16_t ending_ = nothing;
     std::vector<std::string> handedOver_;  ///< the worker's while it works
     std::vector<std::string> skipped_;
 };

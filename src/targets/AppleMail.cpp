@@ -1,4 +1,7 @@
+#include <string>
+#include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "engine/ActivityLog.h"
 #include "targets/Catalogue.h"
@@ -36,12 +39,12 @@ void Collectors::collectAccount(const std::string& account) {
     const bool trash = isOn("ShredMailTrash");
     for (const char* name : {"Deleted Items.mbox", "Deleted Messages.mbox", "Trash.mbox"}) {
         const std::string path = appendingPathComponent(account, name);
-        kalvet_logger(trash ? path : "Skip: " + path);
+        kalvet_logger(onOneLine(trash ? path : "Skip: " + path));
         if (trash) mPathArray.push_back(path);
     }
     // The junk mailbox has the same line whether it is taken or not.
     const std::string junk = appendingPathComponent(account, "Junk.mbox");
-    kalvet_logger(junk);
+    kalvet_logger(onOneLine(junk));
     if (isOn("ShredAppleMailJunk")) mPathArray.push_back(junk);
 }
 
@@ -82,15 +85,18 @@ void Collectors::updateIndex(const std::string& indexPath) {
 void Collectors::removeMessages(EnvelopeIndex& index) {
     // Made once: the list may be long, and each mailbox asks it up to twice.
     const std::unordered_set<std::string_view> shredList(mPathArray.begin(), mPathArray.end());
+    std::vector<std::string> rowids;
     for (const MailboxRow& row : mMailboxRows) {
         if (!mailboxIsSelected(parseMailboxUrl(valueOf(row, "url")), shredList)) continue;
-        const std::string rowid = valueOf(row, "ROWID");
-        kalvet_logger("delete from messages where mailbox == " + rowid);
-        if (const auto removed = index.removeMessages(rowid); !removed) {
-            kalvet_logger("Could not remove messages from index database");
-            kalvet_logger(removed.error().detail);
-            kalvet_logger(separatorLine);
-        }
+        rowids.push_back(valueOf(row, "ROWID"));
+    }
+    const std::vector<EnvelopeIndex::Removal> removals = index.removeMessages(rowids);
+    for (std::size_t i = 0; i < rowids.size(); ++i) {
+        kalvet_logger(onOneLine("delete from messages where mailbox == " + rowids[i]));
+        if (removals[i]) continue;
+        kalvet_logger("Could not remove messages from index database");
+        kalvet_logger(removals[i].error().detail);
+        kalvet_logger(separatorLine);
     }
 }
 

@@ -1,37 +1,63 @@
 #include "targets/EnvelopeIndex.h"
 
-#include <charconv>
-#include <cstdint>
+#include <algorithm>
 #include <utility>
+
+#include "targets/SqlLiteral.h"
 
 namespace dorvanel {
 namespace {
 
 constexpr std::chrono::milliseconds lockPoll{50};
-constexpr int stepsBetweenCounts = 10'000;
+/// Between two looks at the clock: a single step may take milliseconds on the longest values.
+constexpr int stepsBetweenCounts = 100;
+/// Of one value, in bytes. Some functions take time with the square of it, in one step.
+constexpr int longestValue = 256 * 1024;
+/// What SQLite may use in all, in bytes.
+constexpr sqlite3_int64 mostMemory = sqlite3_int64{64} * 1024 * 1024;
+/// What the mailboxes may take, and what each value takes beside its own bytes.
+constexpr std::size_t mostRowBytes = std::size_t{128} * 1024 * 1024;
+constexpr std::size_t bytesBesideValue = 128;
 
 struct Finalizer {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
 
-/// Binds a ROWID: as a number when it is one, so that it also equals a number in a column without
-/// a type; else as text; a missing one as NULL, which equals nothing.
-int bindRowid(sqlite3_stmt* statement, const std::string& rowid) {
-    if (rowid.empty()) return sqlite3_bind_null(statement, 1);
-    std::int64_t number = 0;
-    const char* end = rowid.data() + rowid.size();
-    const auto [stop, failure] = std::from_chars(rowid.data(), end, number);
-    if (failure == std::errc() && stop == end) return sqlite3_bind_int64(statement, 1, number);
-    return sqlite3_bind_text64(statement, 1, rowid.data(), rowid.size(), SQLITE_STATIC,
-                               SQLITE_UTF8);
+void refuse(sqlite3_context* context, int, sqlite3_value**) {
+    sqlite3_result_error(context, "function not allowed", -1);
+}
+
+/// The file is another program's, or anybody's, and what its triggers, views and indexes call runs
+/// here. A trigger may keep a full-text table up to date, so the schema is trusted so far; taken
+/// away are the tables that show or change the file behind the program's back, the functions that
+/// load code, and those that can take for ever in a single step.
+void restrain(sqlite3* database) {
+    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 1, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    const char* modules[] = {"fts3",      "fts4",      "fts5",      "rtree",
+                             "rtree_i32", "json_each", "json_tree", nullptr};
+    sqlite3_drop_modules(database, modules);
+    for (const char* function : {"like", "glob", "load_extension", "fts3_tokenizer"}) {
+        for (int arguments = 1; arguments <= 3; ++arguments) {
+            sqlite3_create_function_v2(database, function, arguments,
+                                       SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                       nullptr, &refuse, nullptr, nullptr, nullptr);
+        }
+    }
+    sqlite3_limit(database, SQLITE_LIMIT_LENGTH, longestValue);
+    sqlite3_hard_heap_limit64(mostMemory);
 }
 
 }  // namespace
 
 int sqlite_mb_callback(void* rows, int count, char** values, char** names) {
-    MailboxRow row;
-    for (int i = 0; i < count; ++i) row[names[i]] = values[i] == nullptr ? "" : values[i];
-    static_cast<MailboxRows*>(rows)->push_back(std::move(row));
+    try {
+        MailboxRow row;
+        for (int i = 0; i < count; ++i) row[names[i]] = values[i] == nullptr ? "" : values[i];
+        static_cast<MailboxRows*>(rows)->push_back(std::move(row));
+    } catch (...) {
+        return 1;  // no exception may pass through SQLite, which would be left half-way
+    }
     return 0;
 }
 
@@ -43,8 +69,7 @@ std::unique_ptr<EnvelopeIndex> EnvelopeIndex::open(const std::string& path,
     const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
     index->database_.reset(database);  // to be closed after a failure too
     if (result != SQLITE_OK) return nullptr;
-    // The file is another program's, so what its triggers and views may call is kept small.
-    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    restrain(database);
     sqlite3_busy_handler(database, &EnvelopeIndex::waitForLock, index.get());
     sqlite3_progress_handler(database, stepsBetweenCounts, &EnvelopeIndex::countSteps, index.get());
     return index;
@@ -62,7 +87,13 @@ int EnvelopeIndex::waitForLock(void* index, int) {
 int EnvelopeIndex::countSteps(void* index) {
     auto& self = *static_cast<EnvelopeIndex*>(index);
     self.steps_ += stepsBetweenCounts;
-    return self.steps_ > self.mostSteps_ ? 1 : 0;
+    return self.steps_ > self.mostSteps_ || self.clock_.now() >= self.deadline_ ? 1 : 0;
+}
+
+void EnvelopeIndex::allowTime(std::chrono::seconds time) {
+    steps_ = 0;
+    mostSteps_ = 0;
+    deadline_ = clock_.now() + time;
 }
 
 void EnvelopeIndex::allowSteps(std::uint64_t most) {
@@ -71,24 +102,69 @@ void EnvelopeIndex::allowSteps(std::uint64_t most) {
     mostSteps_ = most;
 }
 
+int EnvelopeIndex::takeRow(void* reading, int count, char** values, char** names) {
+    auto& self = *static_cast<Reading*>(reading);
+    for (int i = 0; i < count; ++i) {
+        self.bytes += bytesBesideValue + std::char_traits<char>::length(names[i]);
+        if (values[i] != nullptr) self.bytes += std::char_traits<char>::length(values[i]);
+    }
+    if (self.bytes > mostRowBytes) return 1;
+    return sqlite_mb_callback(self.rows, count, values, names);
+}
+
 platform::Result<platform::Done> EnvelopeIndex::readMailboxes(MailboxRows& rows) {
+    allowTime(readingPatience);
     allowSteps(mostStepsToRead);
+    Reading reading{&rows};
     char* message = nullptr;
-    const int result = sqlite3_exec(database_.get(), "select * from mailboxes", &sqlite_mb_callback,
-                                    &rows, &message);
+    const int result = sqlite3_exec(database_.get(), "select * from mailboxes",
+                                    &EnvelopeIndex::takeRow, &reading, &message);
     const std::unique_ptr<char, decltype(&sqlite3_free)> owner(message, &sqlite3_free);
     if (result == SQLITE_OK) return platform::Done{};
     return message == nullptr ? lastError("select") : platform::Error{0, "select", path_, message};
 }
 
-platform::Result<platform::Done> EnvelopeIndex::removeMessages(const std::string& rowid) {
+std::vector<EnvelopeIndex::Removal> EnvelopeIndex::removeMessages(
+    const std::vector<std::string>& rowids) {
+    std::vector<Removal> removals;
+    if (removeTogether(rowids, removals)) return removals;
+    removals.clear();
+    allowTime(removalPatience);
+    for (const std::string& rowid : rowids) removals.push_back(removeOne(rowid));
+    return removals;
+}
+
+bool EnvelopeIndex::removeTogether(const std::vector<std::string>& rowids,
+                                   std::vector<Removal>& removals) {
+    allowTime(removalPatience);
     allowSteps(mostStepsToRemove);
+    if (!runs("begin")) return false;
+    for (const std::string& rowid : rowids) {
+        removals.push_back(removeOne(rowid));
+        // Some failures undo the whole transaction, and what was removed before with it.
+        if (sqlite3_get_autocommit(database_.get()) != 0) return false;
+    }
+    if (runs("commit")) return true;
+    static_cast<void>(runs("rollback"));
+    return false;
+}
+
+bool EnvelopeIndex::runs(const char* statement) {
+    return sqlite3_exec(database_.get(), statement, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+EnvelopeIndex::Removal EnvelopeIndex::removeOne(const std::string& rowid) {
+    allowSteps(mostStepsToRemove);
+    const bool isLiteral = isSqlLiteral(rowid);
+    const std::string text = "delete from messages where mailbox == " + (isLiteral ? rowid : "?");
     sqlite3_stmt* prepared = nullptr;
-    const int result = sqlite3_prepare_v2(
-        database_.get(), "delete from messages where mailbox == ?", -1, &prepared, nullptr);
+    int result = sqlite3_prepare_v2(database_.get(), text.c_str(), -1, &prepared, nullptr);
     const std::unique_ptr<sqlite3_stmt, Finalizer> statement(prepared);
-    if (result != SQLITE_OK || bindRowid(prepared, rowid) != SQLITE_OK) return lastError("delete");
-    if (sqlite3_step(prepared) != SQLITE_DONE) return lastError("delete");
+    if (result == SQLITE_OK && !isLiteral && !rowid.empty()) {  // unbound it is NULL
+        result = sqlite3_bind_text64(prepared, 1, rowid.data(), rowid.size(), SQLITE_STATIC,
+                                     SQLITE_UTF8);
+    }
+    if (result != SQLITE_OK || sqlite3_step(prepared) != SQLITE_DONE) return lastError("delete");
     return platform::Done{};
 }
 

@@ -19,7 +19,7 @@ using MailboxRow = std::map<std::string, std::string>;
 using MailboxRows = std::vector<MailboxRow>;
 
 /// The row callback of the mailboxes query: appends one row to the MailboxRows that `rows` points
-/// to and returns 0, so that the query goes on.
+/// to and returns 0, so that the query goes on; 1, which ends it, where there is no memory left.
 int sqlite_mb_callback(void* rows, int count, char** values, char** names);
 
 /// Apple Mail 2's message index, an SQLite database that Mail owns: a table "mailboxes" and a
@@ -30,6 +30,11 @@ class EnvelopeIndex {
     /// fail: long enough for Mail's background work to let go, short enough for a person who waits
     /// for a run to begin.
     static constexpr std::chrono::milliseconds lockPatience{2000};
+
+    /// How long, by the clock, reading the mailboxes and removing the messages may take: a view or
+    /// a trigger made for it can be slow at every step. What takes longer fails.
+    static constexpr std::chrono::seconds readingPatience{10};
+    static constexpr std::chrono::seconds removalPatience{30};
 
     /// Steps of SQLite's machine that a statement may take before it fails, and every later one
     /// with it: about ten for each row looked at. A database that is damaged, or made for it, would
@@ -45,15 +50,23 @@ class EnvelopeIndex {
     EnvelopeIndex& operator=(const EnvelopeIndex&) = delete;
 
     /// Appends every mailbox to `rows`, in the database's order. On failure some may be there, and
-    /// the error's detail is SQLite's text.
+    /// the error's detail is SQLite's text. Mailboxes of more than about 128 MiB are not read.
     platform::Result<platform::Done> readMailboxes(MailboxRows& rows);
 
-    /// Removes the messages of the mailbox whose ROWID is this text, at once and for good. The text
-    /// is compared as a value and is never part of a statement: one that is no number matches
-    /// nothing. The error's detail is SQLite's text.
-    platform::Result<platform::Done> removeMessages(const std::string& rowid);
+    /// What became of one mailbox; an error's detail is SQLite's text.
+    using Removal = platform::Result<platform::Done>;
+    /// Removes the messages of the mailboxes whose ROWIDs are these texts, for good; what became of
+    /// each, in their order. A failure leaves the others removed. They go in one transaction, and
+    /// one by one where that cannot be had. A text that is a literal is the value that it would be
+    /// in a statement; any other is compared as a text and is never part of a statement.
+    std::vector<Removal> removeMessages(const std::vector<std::string>& rowids);
 
   private:
+    /// The mailboxes as they are read.
+    struct Reading {
+        MailboxRows* rows;
+        std::size_t bytes = 0;
+    };
     struct Closer {
         void operator()(sqlite3* database) const { sqlite3_close(database); }
     };
@@ -62,7 +75,15 @@ class EnvelopeIndex {
         : path_(std::move(path)), clock_(clock) {}
     static int waitForLock(void* index, int attempts);
     static int countSteps(void* index);
+    static int takeRow(void* reading, int count, char** values, char** names);
+    /// Begins a piece of work: no steps are taken, and so much time is left.
+    void allowTime(std::chrono::seconds time);
+    /// Begins a statement; without effect once one has taken too many steps.
     void allowSteps(std::uint64_t most);
+    /// False, with nothing removed, where the mailboxes must go one by one.
+    bool removeTogether(const std::vector<std::string>& rowids, std::vector<Removal>& removals);
+    Removal removeOne(const std::string& rowid);
+    bool runs(const char* statement);
     [[nodiscard]] platform::Error lastError(const char* operation) const;
 
     std::string path_;
@@ -70,6 +91,7 @@ class EnvelopeIndex {
     std::chrono::milliseconds waited_{0};
     std::uint64_t steps_ = 0;  ///< of the statement at hand, or of the one that took too many
     std::uint64_t mostSteps_ = 0;
+    std::chrono::steady_clock::time_point deadline_;
     std::unique_ptr<sqlite3, Closer> database_;
 };
 

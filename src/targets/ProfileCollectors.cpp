@@ -80,7 +80,7 @@ void Collectors::collectProfiles(const ProfileTargets& targets) {
 }
 
 void Collectors::collectProfile(const ProfileTargets& targets, const std::string& profile) {
-    kalvet_logger(profile);
+    kalvet_logger(onOneLine(profile));
     std::optional<std::string> folder = profile;
     if (!targets.noSalt.empty()) folder = saltFolder(targets, profile, files_);
     if (folder) {
@@ -113,7 +113,7 @@ void Collectors::collectPaths(std::string_view key, const std::vector<std::strin
     const bool on = isOn(key);
     kalvet_logger(on ? "Shred:" : "Skip:");
     for (const std::string& path : paths) {
-        kalvet_logger(path);
+        kalvet_logger(onOneLine(path));
         if (on) mPathArray.push_back(path);
     }
 }

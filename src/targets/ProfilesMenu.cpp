@@ -1,6 +1,7 @@
 #include "targets/ProfilesMenu.h"
 
 #include <initializer_list>
+#include <string_view>
 
 #include "targets/PathComponents.h"
 
@@ -12,6 +13,14 @@ constexpr const char* firstRunKey = "FirstRun";
 constexpr const char* mozillaRoot = "~/Library/Mozilla/Profiles";
 constexpr const char* firefoxRoot = "~/Library/Application Support/Firefox/Profiles";
 
+/// Whether it names something in a folder: "", "." and ".." name the folder of all profiles or what
+/// lies above it, and a slash leads anywhere.
+bool isFolderName(const std::string& name) {
+    constexpr std::string_view forbidden("/\0", 2);
+    return !name.empty() && name != "." && name != ".." &&
+           name.find_first_of(forbidden) == std::string::npos;
+}
+
 std::vector<std::string> entries(const platform::FileManager& files, const std::string& root) {
     std::vector<std::string> names = files.directoryContentsAtPath(platform::expandingTilde(root));
     std::erase(names, ".DS_Store");
@@ -21,7 +30,10 @@ std::vector<std::string> entries(const platform::FileManager& files, const std::
 }  // namespace
 
 std::vector<std::string> selectedProfiles(const platform::UserDefaults& defaults) {
-    return defaults.arrayForKey(selectionKey).value_or(std::vector<std::string>());
+    std::vector<std::string> names =
+        defaults.arrayForKey(selectionKey).value_or(std::vector<std::string>());
+    std::erase_if(names, [](const std::string& name) { return !isFolderName(name); });
+    return names;
 }
 
 ProfilesMenu::ProfilesMenu(platform::Menu& mainMenu, platform::FileManager& files,

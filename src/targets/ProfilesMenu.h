@@ -12,7 +12,8 @@
 namespace dorvanel {
 
 /// The profile folder names that the user ticked in the Profiles menu, Mozilla's and Firefox's in
-/// one list; empty when none is stored.
+/// one list; empty when none is stored. What is stored but names no single folder is left out,
+/// whoever stored it.
 std::vector<std::string> selectedProfiles(const platform::UserDefaults& defaults);
 
 /// The Profiles menu, through which the user chooses the Mozilla and Firefox profiles to shred.

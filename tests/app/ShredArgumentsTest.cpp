@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "support/ForwardingSystemCalls.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {
@@ -12,6 +13,57 @@ namespace {
 
 namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
+
+using platform::FileStatus;
+
+/// Moves a folder once the way to it has been looked at and before trees are looked through.
+class MovingSystemCalls final : public ForwardingSystemCalls {
+  public:
+    MovingSystemCalls(platform::SystemCalls& system, std::string from, std::string to)
+        : ForwardingSystemCalls(system), from_(std::move(from)), to_(std::move(to)) {}
+
+    int openFolder(int folder, const char* name) override {
+        if (fs::exists(from_)) fs::rename(from_, to_);
+        return ForwardingSystemCalls::openFolder(folder, name);
+    }
+
+  private:
+    std::string from_, to_;
+};
+
+/// Shows the folder of some name, and what is in it, as on a mount of its own.
+class MountingSystemCalls final : public ForwardingSystemCalls {
+  public:
+    MountingSystemCalls(platform::SystemCalls& system, std::string name)
+        : ForwardingSystemCalls(system), name_(std::move(name)) {}
+
+    int status(int descriptor, FileStatus& status) override {
+        const int result = ForwardingSystemCalls::status(descriptor, status);
+        std::error_code error;
+        const fs::path path =
+            fs::read_symlink("/proc/self/fd/" + std::to_string(descriptor), error);
+        if (std::find(path.begin(), path.end(), name_) != path.end()) status.mount = 4711;
+        return result;
+    }
+
+  private:
+    std::string name_;
+};
+
+/// Cannot open the folder of some name.
+class UnopenableSystemCalls final : public ForwardingSystemCalls {
+  public:
+    UnopenableSystemCalls(platform::SystemCalls& system, std::string name, int code)
+        : ForwardingSystemCalls(system), name_(std::move(name)), code_(code) {}
+
+    int openFolder(int folder, const char* name) override {
+        return name == name_ ? -code_ : ForwardingSystemCalls::openFolder(folder, name);
+    }
+
+  private:
+    std::string name_;
+    int code_;
+};
 
 /// A working folder with a few things in it, and a home folder beside it.
 class ShredArgumentsTest : public ::testing::Test {
@@ -32,7 +84,7 @@ class ShredArgumentsTest : public ::testing::Test {
     /// The reason why one argument is refused; "" when it is not.
     std::string refusal(const std::string& argument) {
         const auto checked = check({argument});
-        EXPECT_EQ(checked.complaints.size() + checked.paths.size(), 1U);
+        EXPECT_EQ(checked.complaints.size() + checked.items.size(), 1U);
         if (checked.complaints.empty()) return "";
         EXPECT_EQ(checked.complaints[0].argument, argument);
         return checked.complaints[0].reason;
@@ -53,7 +105,7 @@ TEST_F(ShredArgumentsTest, AbsolutePathsAreMadeOfTheArgumentsInTheirOrder) {
     writeFile(at("work/-rf"));
     const auto checked = check({"file", "sub/", "./sub/../-rf", at("work//sub/inner")});
     EXPECT_TRUE(checked.complaints.empty());
-    EXPECT_EQ(checked.paths,
+    EXPECT_EQ(checked.paths(),
               (Strings{at("work/file"), at("work/sub"), at("work/-rf"), at("work/sub/inner")}));
 }
 
@@ -64,12 +116,12 @@ TEST_F(ShredArgumentsTest, NamesAreBytes) {
         writeFile(at("work/") + name);
         expected.push_back(at("work/") + name);
     }
-    EXPECT_EQ(check(names).paths, expected);
+    EXPECT_EQ(check(names).paths(), expected);
 }
 
 TEST_F(ShredArgumentsTest, TheSamePathTwiceIsTakenOnce) {
     fs::create_directory_symlink(at("work"), at("alias"));
-    EXPECT_EQ(check({"file", "./file", "sub/../file", at("work/file"), at("alias/file")}).paths,
+    EXPECT_EQ(check({"file", "./file", "sub/../file", at("work/file"), at("alias/file")}).paths(),
               Strings{at("work/file")});
 }
 
@@ -140,7 +192,7 @@ TEST_F(ShredArgumentsTest, TheHomeFolderIsKnownThroughLinksOnTheWay) {
 TEST_F(ShredArgumentsTest, ALinkToTheHomeFolderIsOnlyALink) {
     fs::create_directory_symlink(at("people/jo"), at("work/shortcut"));
     EXPECT_EQ(refusal("shortcut"), "");
-    EXPECT_EQ(check({"shortcut/"}).paths, Strings{at("work/shortcut")});
+    EXPECT_EQ(check({"shortcut/"}).paths(), Strings{at("work/shortcut")});
 }
 
 TEST_F(ShredArgumentsTest, AMissingOrUnknownHomeProtectsWhatIsThereOfIt) {
@@ -167,12 +219,60 @@ TEST_F(ShredArgumentsTest, WhatIsOrHoldsAMountPointIsRefused) {
     EXPECT_EQ(refusal("shortcut"), "") << "only the link would go";
 }
 
+TEST_F(ShredArgumentsTest, TheHomeFolderIsFoundFarInsideOfAnItem) {
+    // The folders above it are known too, so only another way to it leads past them: here the home
+    // folder was moved while somebody was logged in.
+    fs::create_directories(at("work/sub/deep/down"));
+    home = at("people/jo");
+    MovingSystemCalls moving(*system, at("people/jo"), at("work/sub/deep/down/jo"));
+    const auto checked = checkShredArguments({"file", at("work/sub")}, home, mountPoints, moving);
+    ASSERT_EQ(checked.complaints.size(), 1U);
+    EXPECT_EQ(checked.complaints[0].reason, "holds the home folder or a folder above it, \"" +
+                                                at("work/sub/deep/down/jo") + "\"");
+}
+
+TEST_F(ShredArgumentsTest, AnItemIsTheOneThatWasLookedAtWhateverItsPathLeadsToLater) {
+    const auto checked = check({"sub/inner"});
+    fs::rename(at("work/sub"), at("work/former"));
+    fs::create_directory_symlink(at("people/jo"), at("work/sub"));
+    ASSERT_EQ(checked.items.size(), 1U);
+    const HeldItem& item = checked.items[0];
+    platform::FileStatus now;
+    ASSERT_NE(item.parent, nullptr);
+    ASSERT_GE(
+        system->statusAt(item.parent->get(), "inner", platform::SystemCalls::Links::stay, now), 0);
+    EXPECT_TRUE(now.isSameAs(item.status));
+}
+
+TEST_F(ShredArgumentsTest, WhatIsReachedByAnotherMountThanItsFolderIsAMountPoint) {
+    // As a mount is that the table shows at another path.
+    MountingSystemCalls mounting(*system, "disk");
+    fs::create_directories(at("work/sub/deep/disk/more"));
+    const auto refusals = [&](const std::string& argument) {
+        const auto checked = checkShredArguments({argument}, home, mountPoints, mounting);
+        return checked.complaints.empty() ? "" : checked.complaints[0].reason;
+    };
+    EXPECT_EQ(refusals("sub/deep/disk"), "is a mount point");
+    EXPECT_EQ(refusals("sub"), "holds the mount point \"" + at("work/sub/deep/disk") + "\"");
+    EXPECT_EQ(refusals("sub/inner"), "");
+}
+
+TEST_F(ShredArgumentsTest, AFolderThatCannotBeLookedIntoIsRefusedUnlessItsOwnerClosedIt) {
+    fs::create_directories(at("work/sub/odd/more"));
+    UnopenableSystemCalls broken(*system, "odd", EIO);
+    EXPECT_EQ(
+        checkShredArguments({"sub"}, home, mountPoints, broken).complaints.at(0).reason,
+        "holds \"" + at("work/sub/odd") + "\", which cannot be looked at: Input/output error");
+    UnopenableSystemCalls closed(*system, "odd", EACCES);
+    EXPECT_TRUE(checkShredArguments({"sub"}, home, mountPoints, closed).complaints.empty());
+}
+
 TEST_F(ShredArgumentsTest, EveryOffenderIsNamed) {
     const auto checked = check({"file", "nope", ".", at("people/jo"), "sub", "/"});
     Strings offenders;
     for (const auto& complaint : checked.complaints) offenders.push_back(complaint.argument);
     EXPECT_EQ(offenders, (Strings{"nope", ".", at("people/jo"), "/"}));
-    EXPECT_EQ(checked.paths, (Strings{at("work/file"), at("work/sub")}));
+    EXPECT_EQ(checked.paths(), (Strings{at("work/file"), at("work/sub")}));
 }
 
 }  // namespace

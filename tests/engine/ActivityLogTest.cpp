@@ -1,10 +1,15 @@
 #include "engine/ActivityLog.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <ctime>
 #include <filesystem>
+#include <utility>
 
+#include "support/EnvironmentVariable.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {
@@ -112,6 +117,113 @@ TEST_F(ActivityLogTest, TheDebugTraceWritesNothing) {
     kalvet_debugger("trace");
     kalvet_debugger_close();
     EXPECT_TRUE(std::filesystem::is_empty(home / "Library/Logs"));
+}
+
+TEST_F(ActivityLogTest, SaysWhyItCouldNotBeOpenedUntilItCan) {
+    std::filesystem::create_directory(activityLogPath());
+    kalvet_logger_open();
+    ASSERT_TRUE(activityLogTrouble());
+    EXPECT_EQ(activityLogTrouble()->message(), activityLogPath() + ": open: not a regular file");
+    std::filesystem::remove(activityLogPath());
+    kalvet_logger_open();
+    EXPECT_FALSE(activityLogTrouble());
+}
+
+TEST_F(ActivityLogTest, APipeInItsPlaceIsLeftAloneAndNotWaitedFor) {
+    ASSERT_EQ(mkfifo(activityLogPath().c_str(), 0600), 0);
+    for (const bool hasReader : {false, true}) {
+        const int reader = hasReader ? open(activityLogPath().c_str(), O_RDONLY | O_NONBLOCK) : -1;
+        kalvet_logger_open();
+        kalvet_logger("not for this pipe");
+        EXPECT_TRUE(activityLogTrouble());
+        char byte = 0;
+        if (hasReader) {
+            EXPECT_LE(read(reader, &byte, 1), 0);
+            close(reader);
+        }
+    }
+    struct stat status {};
+    ASSERT_EQ(stat(activityLogPath().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
+TEST_F(ActivityLogTest, TheUsersOwnLinkLeadsToTheLogThatIsMeant) {
+    writeFile(home / "elsewhere/log", "the run before");
+    std::filesystem::create_symlink(home / "middle", activityLogPath());
+    std::filesystem::create_symlink("elsewhere/log", home / "middle");
+    kalvet_logger_open();
+    EXPECT_FALSE(activityLogTrouble());
+    EXPECT_EQ(readFile(home / "elsewhere/log"), "");
+    kalvet_logger_close();
+    std::filesystem::remove(home / "elsewhere/log");
+    kalvet_logger_open();
+    EXPECT_TRUE(std::filesystem::exists(home / "elsewhere/log")) << "made where the link leads";
+}
+
+TEST_F(ActivityLogTest, ALinkThatSomebodyElseMadeIsNotFollowed) {
+    if (geteuid() != 0) {
+        GTEST_LOG_(INFO) << "not run: only root makes links of other people";
+        return;
+    }
+    writeFile(home / "important", "kept");
+    std::filesystem::create_symlink(home / "important", activityLogPath());
+    ASSERT_EQ(lchown(activityLogPath().c_str(), 65534, 65534), 0);
+    kalvet_logger_open();
+    EXPECT_TRUE(activityLogTrouble());
+    EXPECT_EQ(readFile(home / "important"), "kept");
+}
+
+TEST_F(ActivityLogTest, AFileOfSomebodyElseThatHasOtherNamesIsNotEmptied) {
+    if (geteuid() != 0) {
+        GTEST_LOG_(INFO) << "not run: only root makes files of other people";
+        return;
+    }
+    writeFile(home / "theirs", "kept");
+    ASSERT_EQ(chown((home / "theirs").c_str(), 65534, 65534), 0);
+    ASSERT_EQ(chmod((home / "theirs").c_str(), 0666), 0);
+    std::filesystem::create_hard_link(home / "theirs", activityLogPath());
+    kalvet_logger_open();
+    EXPECT_TRUE(activityLogTrouble());
+    EXPECT_EQ(readFile(home / "theirs"), "kept");
+    struct stat status {};
+    ASSERT_EQ(stat((home / "theirs").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0666U);
+}
+
+TEST_F(ActivityLogTest, TheUsersOwnFileMayHaveOtherNames) {
+    writeFile(home / "mine", "the run before");
+    std::filesystem::create_hard_link(home / "mine", activityLogPath());
+    kalvet_logger_open();
+    EXPECT_FALSE(activityLogTrouble());
+    EXPECT_EQ(readFile(home / "mine"), "");
+}
+
+TEST_F(ActivityLogTest, TheTimeZoneIsReadAgainAtEachOpening) {
+    const auto stampedAheadOfUtc = [](int minutes, std::time_t at) {
+        const std::time_t shifted = at + std::time_t{60} * minutes;
+        std::tm fields{};
+        gmtime_r(&shifted, &fields);
+        char stamp[26];
+        return std::string(asctime_r(&fields, stamp)).substr(0, 24) + " x\n";
+    };
+    for (const auto& [zone, minutes] : {std::pair("AAA0", 0), std::pair("BBB-11:30", 690)}) {
+        const EnvironmentVariable timeZone("TZ", zone);
+        const std::time_t before = std::time(nullptr);
+        kalvet_logger_open();
+        kalvet_logger("x");
+        kalvet_logger_close();
+        bool isInTheZone = false;
+        for (std::time_t at = before; at <= std::time(nullptr); ++at) {
+            isInTheZone = isInTheZone || text() == stampedAheadOfUtc(minutes, at);
+        }
+        EXPECT_TRUE(isInTheZone) << zone << ": " << text();
+    }
+    tzset();
+}
+
+TEST_F(ActivityLogTest, ANameOnOneLineHasBlanksForItsLineBreaks) {
+    EXPECT_EQ(onOneLine("a\nb\rc\r\nd"), "a b c  d");
+    EXPECT_EQ(onOneLine("\xC4 plain"), "\xC4 plain");
 }
 
 }  // namespace

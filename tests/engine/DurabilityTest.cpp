@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "engine/FlushBatch.h"
 #include "support/Disk.h"
@@ -27,6 +28,29 @@ class DurabilityTest : public EngineFixture {
             writeFile(quick / ("tree/" + std::to_string(i)), recognisable(size));
         }
         return shred({quick / "tree"});
+    }
+
+    /// First writes, flushes, closes of written files and removals, a letter each.
+    [[nodiscard]] std::string order() const {
+        std::string text;
+        std::map<int, bool> written;
+        for (const auto& call : system.calls) {
+            if (call.what == "writeAt" && call.offset == 0) text += 'w';
+            if (call.what == "writeAt") written[call.descriptor] = true;
+            if (call.what == "flushFileSystem") text += 'F';
+            if (call.what == "flushFile") text += 'f';
+            if (call.what == "close" && std::exchange(written[call.descriptor], false)) text += 'c';
+            if (call.what == "removeFile") text += 'r';
+            if (call.what == "removeFolder") text += 'd';
+        }
+        return text;
+    }
+    /// Names of files as they were logged: in the order of their overwriting.
+    [[nodiscard]] std::vector<std::string> overwritten() const { return log.lines(); }
+    [[nodiscard]] std::vector<std::string> removed() const {
+        std::vector<std::string> names;
+        for (const auto& call : system.callsOf("removeFile")) names.push_back(call.name);
+        return names;
     }
 
     /// Closes of written files that no flush came before. The last write decides.
@@ -57,16 +81,64 @@ TEST_F(DurabilityTest, NoOverwrittenFileIsClosedBeforeAFlushHasFollowedItsLastWr
     }
 }
 
-TEST_F(DurabilityTest, FilesAreRemovedInTheirOrderAndFlushedTogetherAtTheEnd) {
+TEST_F(DurabilityTest, NamesGoOnceTheFilesAreFlushedAndClosedAndInTheirOrder) {
     shredFiles(6);
-    std::string order;
-    for (const auto& call : system.calls) {
-        if (call.what == "writeAt" && call.offset == 0) order += 'w';
-        if (call.what == "removeFile") order += 'r';
-        if (call.what == "flushFileSystem") order += 'F';
-        if (call.what == "flushFile") order += 'f';
+    EXPECT_EQ(order(), "wwwwwwFccccccrrrrrrdd") << system.lines();
+    EXPECT_EQ(removed(), overwritten());
+}
+
+TEST_F(DurabilityTest, TheOrderReachesOverManyItems) {
+    std::vector<std::string> items;
+    for (int i = 0; i < 6; ++i) {
+        items.push_back(quick / std::to_string(i));
+        writeFile(items.back() + "/file", "x");
     }
-    EXPECT_EQ(order, "wrwrwrwrwrwrF") << system.lines();
+    EXPECT_EQ(shred(items).filesRemoved, 6U);
+    EXPECT_EQ(order().substr(0, 13), "wwwwwwFcccccc") << system.lines();
+    EXPECT_EQ(removed(), overwritten());
+    EXPECT_THAT(namesIn(quick.path()), IsEmpty());
+}
+
+TEST_F(DurabilityTest, SingleFilesOfOneFolderAndOneSecondShareAHoldingFolder) {
+    clock.step = {};
+    std::vector<std::string> items;
+    for (int i = 0; i < 6; ++i) {
+        items.push_back(quick / std::to_string(i));
+        writeFile(items.back(), "x");
+    }
+    EXPECT_EQ(shred(items).filesRemoved, 6U);
+    EXPECT_EQ(order(), "wwwwwwFccccccrrrrrrd") << system.lines();
+    EXPECT_EQ(removed(), overwritten());
+    EXPECT_THAT(system.callsOf("makeFolder"), SizeIs(1));
+    EXPECT_THAT(namesIn(quick.path()), IsEmpty());
+}
+
+TEST_F(DurabilityTest, AFileThatNeedsNoFlushStillGoesAfterThoseBeforeIt) {
+    writeFile(quick / "a", "x");
+    writeFile(quick / "empty", "");
+    shred({quick / "a", quick / "empty"});
+    EXPECT_THAT(removed(), SizeIs(2));
+    EXPECT_EQ(removed(), log.lines());
+}
+
+TEST_F(DurabilityTest, WithoutAMediumEachFileIsClosedBeforeItsNameGoes) {
+    faulty.inMemory = 1;
+    shredFiles(3);
+    EXPECT_EQ(order(), "wcrwcrwcrdd") << system.lines();
+}
+
+TEST_F(DurabilityTest, AFileWhoseFlushFailedKeepsItsNameAndTheOthersGo) {
+    faulty.failOnce("flushFile", 2, EIO);
+    const Outcome& outcome = shredFiles(3);
+    EXPECT_EQ(outcome.notFlushed, 1U);
+    EXPECT_EQ(outcome.filesRemoved, 2U);
+    // The file, the item and the holding folder.
+    EXPECT_EQ(outcome.notRemoved, 3U);
+    ASSERT_FALSE(outcome.troubles.empty());
+    EXPECT_EQ(outcome.troubles[0].operation, "flush");
+    EXPECT_EQ(outcome.troubles[0].code, EIO);
+    EXPECT_EQ(readFile(outcome.troubles[0].path).size(), 200U) << "it is where it is said to be";
+    EXPECT_EQ(readFile(outcome.troubles[0].path).find("Secret"), std::string::npos);
 }
 
 TEST_F(DurabilityTest, FewFilesAreFlushedOneByOne) {
@@ -129,8 +201,9 @@ TEST_F(DurabilityTest, FailedFlushesAreCounted) {
     faulty.failAlways("flushFile", EIO);
     const Outcome& outcome = shredFiles(10);
     EXPECT_EQ(outcome.notFlushed, 10U);
-    EXPECT_EQ(outcome.notRemoved, 0U);
-    ASSERT_THAT(outcome.troubles, SizeIs(1));
+    EXPECT_EQ(outcome.filesRemoved, 0U);
+    EXPECT_EQ(outcome.notRemoved, 12U);  // the files, the item and the holding folder
+    ASSERT_THAT(outcome.troubles, SizeIs(10));
     EXPECT_EQ(outcome.troubles[0].operation, "flush");
     EXPECT_EQ(outcome.troubles[0].code, EIO);
     faulty.reset();
@@ -165,7 +238,9 @@ class FlushBatchTest : public ::testing::Test {
   protected:
     int add(FlushBatch& to, std::uint64_t device, std::uint64_t bytes = 1) {
         const int file = open((folder / "file").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
-        to.add(file, device, bytes);
+        platform::FileStatus status;
+        status.device = device;
+        to.keep({file, status, bytes});
         return file;
     }
 
@@ -174,7 +249,9 @@ class FlushBatchTest : public ::testing::Test {
     FaultySystemCalls faulty{*real};
     RecordingSystemCalls system{faulty};
     int waits = 0;
-    FlushBatch batch{system, [this] { ++waits; }};
+    Outcome outcome;
+    NameRemover remover{system, outcome};
+    FlushBatch batch{system, remover, [this] { ++waits; }};
 };
 
 TEST_F(FlushBatchTest, AnEmptyBatchIsNotFlushed) {
@@ -232,7 +309,7 @@ TEST_F(FlushBatchTest, AFileSystemThatDoesNotTellIsFlushed) {
 TEST_F(FlushBatchTest, IsFlushedAtItsEnd) {
     faulty.inMemory = 0;
     {
-        FlushBatch ending(system, [] {});
+        FlushBatch ending(system, remover, [] {});
         add(ending, 1);
     }
     EXPECT_THAT(system.callsOf("flushFile"), SizeIs(1));

@@ -84,8 +84,9 @@ class HostileNeighbourTest : public EngineFixture {
 
     /// Makes an item and shreds it while `attack` happens before the call of number 0, then an
     /// item with the attack before call number 1, and so on, as long as there are calls. Calls
-    /// count from the moment when the item has been measured.
-    void attackAtEveryCall(const std::function<void()>& attack) {
+    /// count from the first one of `from` on: when the item has been measured.
+    void attackAtEveryCall(const std::function<void()>& attack,
+                           const std::string& from = "makeFolder") {
         bool attacked = true;
         for (int at = 0; attacked; ++at) {
             attacked = false;
@@ -94,7 +95,7 @@ class HostileNeighbourTest : public EngineFixture {
             int calls = -1;
             std::string when;
             faulty.before = [&](const std::string& operation, const std::string& name) {
-                if (calls < 0 && operation != "openReference") return;
+                if (calls < 0 && operation != from) return;
                 if (++calls != at) return;
                 attacked = true;
                 when = "attacked before " + operation + " " + name;
@@ -172,10 +173,11 @@ TEST_F(HostileNeighbourTest, LinksThatAreAddedLeadNowhereAtAnyMoment) {
 }
 
 TEST_F(HostileNeighbourTest, AParentFolderSwappedForALinkLeadsNowhereAtAnyMoment) {
-    attackAtEveryCall([this] {
+    const auto swapParent = [this] {
         fs::rename(folder / "parent", folder / "former parent");
         fs::create_symlink(victims / "parent", folder / "parent");
-    });
+    };
+    attackAtEveryCall(swapParent, "openFolder");  // also while the item is measured
     EXPECT_THAT(namesIn(victims / "parent"), testing::ElementsAre("tree"));
 }
 
@@ -242,7 +244,7 @@ TEST_F(HostileNeighbourTest, SwappingForThousandsOfRoundsHarmsNobody) {
     std::mutex preparing;
     std::atomic<bool> measured = false;
     faulty.before = [&](const std::string& operation, const std::string&) {
-        if (operation == "openReference") measured = true;
+        if (operation == "makeFolder") measured = true;
     };
     const auto swapAndSwap = [&](const std::stop_token& end) {
         for (unsigned turn = 0; !end.stop_requested(); ++turn) {

@@ -30,6 +30,7 @@ class Visitor final : public TreeVisitor {
         if (stopAfter > 0 && --stopAfter == 0) stopped_ = true;
         return entry.kind == EntryKind::folder ? system_.openFolder(entry.folder, entry.name) : -1;
     }
+    bool walksInto(const TreeEntry&, int, const platform::FileStatus&) override { return true; }
     void leave(const TreeEntry& entry) override { left.push_back(walk_.relativePath(entry)); }
     void missed(const std::string& relativePath, int code) override {
         misses.emplace_back(relativePath, code);

@@ -42,9 +42,9 @@ void checkPaths(const std::vector<std::string>& words) {
     const auto system = platform::makeSystemCalls();
     const ShredArguments checked =
         checkShredArguments(words, "/home/somebody", {"/", "/proc"}, *system);
-    insist(words.empty() || !checked.paths.empty() || !checked.complaints.empty(),
+    insist(words.empty() || !checked.items.empty() || !checked.complaints.empty(),
            "every word is taken or complained about");
-    for (const std::string& path : checked.paths) {
+    for (const std::string& path : checked.paths()) {
         insist(path.starts_with('/') && path != "/" && path != "/home", "no path is too high");
         insist(!path.ends_with("/.") && !path.ends_with("/.."), "no path ends in dots");
     }

@@ -78,5 +78,14 @@ TEST_F(AccountFoldersTest, AnotherFolderStandsInForTheHome) {
     EXPECT_EQ(platform::homeDirectory(), home / "other");
 }
 
+TEST_F(AccountFoldersTest, AHomeThatIsEmptyOrRelativeIsRefused) {
+    for (const char* path : {"", "relative", "./home", ".", "~"}) {
+        setenv("HOME", path, 1);
+        EXPECT_FALSE(platform::checkHomeDirectory()) << path;
+    }
+    setenv("HOME", home.path().c_str(), 1);
+    EXPECT_TRUE(platform::checkHomeDirectory());
+}
+
 }  // namespace
 }  // namespace dorvanel::test

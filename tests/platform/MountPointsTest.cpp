@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 namespace dorvanel::test {
 namespace {
 
@@ -29,6 +31,18 @@ TEST(MountPointsTest, BrokenLinesAreNone) {
     EXPECT_THAT(platform::parseMountTable(""), ElementsAre());
     EXPECT_THAT(platform::parseMountTable("\n\nnonsense\n1 2 3\n1 2 3 4 \n"), ElementsAre());
     EXPECT_THAT(platform::parseMountTable("1 2 3 4 /end"), ElementsAre("/end"));
+}
+
+TEST(MountPointsTest, ATableThatCannotBeReadIsAnErrorAndNotAnEmptyOne) {
+    // A folder can be opened but not read; a process's memory has nothing at its beginning.
+    for (const auto& [table, code] :
+         {std::pair{"/proc/self/no such table", ENOENT}, std::pair{"/proc/self", EISDIR},
+          std::pair{"/proc/self/mem", EIO}, std::pair{"/dev/null", ENODATA}}) {
+        const auto points = platform::mountPoints(table);
+        ASSERT_FALSE(points) << table;
+        EXPECT_EQ(points.error().code, code) << table;
+        EXPECT_EQ(points.error().path, table);
+    }
 }
 
 TEST(MountPointsTest, OfThisMachineHoldTheRootAndTheProcesses) {

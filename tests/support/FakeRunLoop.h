@@ -39,6 +39,8 @@ class FakeRunLoop final : public platform::RunLoop {
         stopped_ = false;
     }
     void stop() override { stopped_ = true; }
+    /// Whether stop() was called and run() has not ended by it yet.
+    [[nodiscard]] bool isStopped() const { return stopped_; }
     void performOnMainThread(std::function<void()> work) override {
         const std::lock_guard lock(mutex_);
         posted_.push_back(std::move(work));

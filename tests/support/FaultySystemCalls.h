@@ -20,10 +20,10 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
     /// The operations that can fail. A failed `close` closes all the same, as the system's does.
     static const std::vector<std::string>& operations() {
         static const std::vector<std::string> all{
-            "openFile",   "openFolder",      "openReference", "reopenFile",   "reopenFolder",
-            "close",      "status",          "statusAt",      "changeMode",   "canReadAndWrite",
-            "readFolder", "makeFolder",      "rename",        "removeFile",   "removeFolder",
-            "writeAt",    "flushFileSystem", "flushFile",     "livesInMemory"};
+            "openFile",      "openFolder", "openReference",   "close",     "status",
+            "statusAt",      "changeMode", "changeModeAt",    "readLink",  "canReadAndWrite",
+            "allowsDevices", "readFolder", "makeFolder",      "rename",    "removeFile",
+            "removeFolder",  "writeAt",    "flushFileSystem", "flushFile", "livesInMemory"};
         return all;
     }
 
@@ -49,6 +49,8 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
 
     std::size_t longestWrite = 0;      ///< no write takes more bytes at once; 0: no bound
     std::optional<int> inMemory;       ///< the answer of `livesInMemory`; none: the system's own
+    std::optional<int> devices;        ///< the answer of `allowsDevices`; none: the system's own
+    int pauses = 0;                    ///< of which none takes any time
     bool listingTellsNoKinds = false;  ///< as on file systems that leave them out
     /// Called before each call that is made.
     std::function<void(const std::string& operation, const std::string& name)> before;
@@ -64,14 +66,6 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
     int openReference(int folder, const char* name, Links links) override {
         if (const int code = fault("openReference", name)) return -code;
         return ForwardingSystemCalls::openReference(folder, name, links);
-    }
-    int reopenFile(int reference) override {
-        if (const int code = fault("reopenFile")) return -code;
-        return ForwardingSystemCalls::reopenFile(reference);
-    }
-    int reopenFolder(int reference) override {
-        if (const int code = fault("reopenFolder")) return -code;
-        return ForwardingSystemCalls::reopenFolder(reference);
     }
     int close(int descriptor) override {
         const int code = fault("close");
@@ -94,6 +88,18 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
         if (const int code = fault("changeMode")) return -code;
         return ForwardingSystemCalls::changeMode(descriptor, permissions);
     }
+    int changeModeAt(int folder, const char* name, std::uint32_t permissions) override {
+        if (const int code = fault("changeModeAt", name)) return -code;
+        return ForwardingSystemCalls::changeModeAt(folder, name, permissions);
+    }
+    int readLink(int folder, const char* name, std::string& text) override {
+        if (const int code = fault("readLink", name)) return -code;
+        return ForwardingSystemCalls::readLink(folder, name, text);
+    }
+    int allowsDevices(int descriptor) override {
+        if (const int code = fault("allowsDevices")) return -code;
+        return devices ? *devices : ForwardingSystemCalls::allowsDevices(descriptor);
+    }
     int readFolder(int folder, platform::FolderListing& listing) override {
         if (const int code = fault("readFolder")) return -code;
         const int result = ForwardingSystemCalls::readFolder(folder, listing);
@@ -102,9 +108,9 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
         }
         return result;
     }
-    int makeFolder(int folder, const char* name) override {
+    int makeFolder(int folder, const char* name, std::uint32_t permissions) override {
         if (const int code = fault("makeFolder", name)) return -code;
-        return ForwardingSystemCalls::makeFolder(folder, name);
+        return ForwardingSystemCalls::makeFolder(folder, name, permissions);
     }
     int rename(int fromFolder, const char* from, int toFolder, const char* to) override {
         if (const int code = fault("rename", from)) return -code;
@@ -135,6 +141,10 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
     int livesInMemory(int file) override {
         if (const int code = fault("livesInMemory")) return -code;
         return inMemory ? *inMemory : ForwardingSystemCalls::livesInMemory(file);
+    }
+    void pause(int) override {
+        ++pauses;
+        if (before) before("pause", {});
     }
 
   private:

@@ -19,8 +19,6 @@ class ForwardingSystemCalls : public platform::SystemCalls {
     int openReference(int folder, const char* name, Links links) override {
         return inner_.openReference(folder, name, links);
     }
-    int reopenFile(int reference) override { return inner_.reopenFile(reference); }
-    int reopenFolder(int reference) override { return inner_.reopenFolder(reference); }
     int close(int descriptor) override { return inner_.close(descriptor); }
     int status(int descriptor, platform::FileStatus& status) override {
         return inner_.status(descriptor, status);
@@ -34,11 +32,18 @@ class ForwardingSystemCalls : public platform::SystemCalls {
     int changeMode(int descriptor, std::uint32_t permissions) override {
         return inner_.changeMode(descriptor, permissions);
     }
+    int changeModeAt(int folder, const char* name, std::uint32_t permissions) override {
+        return inner_.changeModeAt(folder, name, permissions);
+    }
+    int readLink(int folder, const char* name, std::string& text) override {
+        return inner_.readLink(folder, name, text);
+    }
+    int allowsDevices(int descriptor) override { return inner_.allowsDevices(descriptor); }
     int readFolder(int folder, platform::FolderListing& listing) override {
         return inner_.readFolder(folder, listing);
     }
-    int makeFolder(int folder, const char* name) override {
-        return inner_.makeFolder(folder, name);
+    int makeFolder(int folder, const char* name, std::uint32_t permissions) override {
+        return inner_.makeFolder(folder, name, permissions);
     }
     int rename(int fromFolder, const char* from, int toFolder, const char* to) override {
         return inner_.rename(fromFolder, from, toFolder, to);
@@ -56,7 +61,11 @@ class ForwardingSystemCalls : public platform::SystemCalls {
     int flushFile(int file) override { return inner_.flushFile(file); }
     int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
     int livesInMemory(int file) override { return inner_.livesInMemory(file); }
+    int keepsNoOwners(int descriptor) override { return inner_.keepsNoOwners(descriptor); }
     int descriptorLimit() override { return inner_.descriptorLimit(); }
+    std::uint32_t effectiveUser() override { return inner_.effectiveUser(); }
+    int leaseBreakTime() override { return inner_.leaseBreakTime(); }
+    void pause(int milliseconds) override { inner_.pause(milliseconds); }
 
   protected:
     platform::SystemCalls& inner_;

@@ -44,14 +44,6 @@ int RecordingSystemCalls::openFolder(int folder, const char* name) {
     const int opened = ForwardingSystemCalls::openFolder(folder, name);
     return remember("openFolder", opened, name, opened);
 }
-int RecordingSystemCalls::reopenFile(int reference) {
-    const int file = ForwardingSystemCalls::reopenFile(reference);
-    return remember("reopenFile", file, "", file);
-}
-int RecordingSystemCalls::reopenFolder(int reference) {
-    const int folder = ForwardingSystemCalls::reopenFolder(reference);
-    return remember("reopenFolder", folder, "", folder);
-}
 int RecordingSystemCalls::close(int descriptor) {
     return remember("close", descriptor, "", ForwardingSystemCalls::close(descriptor));
 }
@@ -59,8 +51,9 @@ int RecordingSystemCalls::changeMode(int descriptor, std::uint32_t permissions) 
     return remember("changeMode", descriptor, fmt::format("{:o}", permissions).c_str(),
                     ForwardingSystemCalls::changeMode(descriptor, permissions));
 }
-int RecordingSystemCalls::makeFolder(int folder, const char* name) {
-    return remember("makeFolder", folder, name, ForwardingSystemCalls::makeFolder(folder, name));
+int RecordingSystemCalls::makeFolder(int folder, const char* name, std::uint32_t permissions) {
+    return remember("makeFolder", folder, name,
+                    ForwardingSystemCalls::makeFolder(folder, name, permissions));
 }
 int RecordingSystemCalls::rename(int fromFolder, const char* from, int toFolder, const char* to) {
     calls.push_back({"rename", fromFolder, from, to});

@@ -36,11 +36,9 @@ class RecordingSystemCalls final : public ForwardingSystemCalls {
     int openFile(int folder, const char* name, Links links) override;
     int openReference(int folder, const char* name, Links links) override;
     int openFolder(int folder, const char* name) override;
-    int reopenFile(int reference) override;
-    int reopenFolder(int reference) override;
     int close(int descriptor) override;
     int changeMode(int descriptor, std::uint32_t permissions) override;
-    int makeFolder(int folder, const char* name) override;
+    int makeFolder(int folder, const char* name, std::uint32_t permissions) override;
     int rename(int fromFolder, const char* from, int toFolder, const char* to) override;
     int removeFile(int folder, const char* name) override;
     int removeFolder(int folder, const char* name) override;

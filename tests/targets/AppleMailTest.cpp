@@ -1,5 +1,7 @@
 #include <sys/stat.h>
 
+#include <array>
+
 #include "support/SampleIndex.h"
 #include "targets/CollectorTest.h"
 
@@ -310,6 +312,178 @@ TEST_F(AppleMailTest, TheRowCallbackAddsOneRowAndLetsTheQueryGoOn) {
     EXPECT_EQ(sqlite_mb_callback(&rows, 2, values, names), 0);
     EXPECT_EQ(sqlite_mb_callback(&rows, 0, nullptr, nullptr), 0);
     EXPECT_THAT(rows, ElementsAre(MailboxRow{{"ROWID", "5"}, {"url", ""}}, MailboxRow{}));
+}
+
+TEST_F(AppleMailTest, AFullTextTableThatATriggerKeepsLosesTheWordsToo) {
+    for (const char* module : {"fts5", "fts4", "fts3"}) {
+        SCOPED_TRACE(module);
+        fs::remove(indexPath);
+        sample.addEnvelopeIndex({"local:///Trash", "local:///Inbox"}, 2);
+        SampleIndex index(indexPath);
+        index.run(std::string("create virtual table words using ") + module +
+                  "(subject);"
+                  "insert into words (rowid, subject) select ROWID, 'letter' from messages;"
+                  "create trigger forget after delete on messages"
+                  " begin delete from words where rowid = old.ROWID; end");
+        EXPECT_THAT(run(&Collectors::AppleMail20), ElementsAre(label20, statement(1), separator));
+        EXPECT_EQ(index.number("select count(*) from messages"), 2);
+        EXPECT_EQ(index.number("select count(*) from words where words match 'letter'"), 2);
+    }
+}
+
+TEST_F(AppleMailTest, ATriggerCannotReachBehindAFullTextTable) {
+    sample.addEnvelopeIndex({"local:///Trash"}, 1);
+    SampleIndex index(indexPath);
+    index.run(
+        "create virtual table words using fts5(subject);"
+        "create trigger damage after delete on messages begin delete from words_data; end");
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, statement(1), noRemoval,
+                            "table words_data may not be modified", separator, separator));
+    EXPECT_EQ(index.messages(1), 1);
+}
+
+TEST_F(AppleMailTest, ALiteralRowidRemovesWhatTheLoggedStatementWould) {
+    // The ROWID, the same as a text in a statement, and the message that the logged one meets.
+    const std::vector<std::array<std::string, 3>> literals = {{"0x10", "'0x10'", "16"},
+                                                              {"1.5", "'1.5'", "1.5"},
+                                                              {"-3", "'-3'", "-3"},
+                                                              {"2e2", "'2e2'", "200.0"},
+                                                              {"'Post'", "'''Post'''", "'Post'"},
+                                                              {"x'4142'", "'x''4142'''", "x'4142'"},
+                                                              {" 7", "' 7'", "7"}};
+    for (const auto& [rowid, quoted, met] : literals) {
+        SCOPED_TRACE(rowid);
+        fs::remove(indexPath);
+        SampleIndex index(indexPath);
+        index.run(
+            "create table mailboxes (ROWID text, url text);"
+            "create table messages (ROWID integer primary key, mailbox);"
+            "insert into mailboxes values (" +
+            quoted + ", 'local:///Trash'); insert into messages (mailbox) values (" + met + "), (" +
+            quoted + "), (99)");
+        EXPECT_THAT(
+            run(&Collectors::AppleMail20),
+            ElementsAre(label20, "delete from messages where mailbox == " + rowid, separator));
+        EXPECT_EQ(index.number("select count(*) from messages where mailbox = " + met), 0);
+        EXPECT_EQ(index.number("select count(*) from messages"), 2);
+    }
+}
+
+TEST_F(AppleMailTest, ARowidWithALineBreakForgesNoLineOfTheLog) {
+    SampleIndex index(indexPath);
+    index.run(
+        "create table mailboxes (ROWID text, url text);"
+        "create table messages (ROWID integer primary key, mailbox);"
+        "insert into mailboxes values ('1' || char(10) || 'Shred: ~', 'local:///Trash')");
+    EXPECT_THAT(
+        run(&Collectors::AppleMail20),
+        ElementsAre(label20, "delete from messages where mailbox == 1 Shred: ~", separator));
+}
+
+TEST_F(AppleMailTest, AnAccountFolderWithALineBreakForgesNoLineOfTheLog) {
+    turnOn({"ShredMailTrash"});
+    const std::string mail = home / "Library/Mail/";
+    fs::create_directories(mail + "POP-a\nShred: b@h");
+    const Lines lines = run(&Collectors::AppleMail12);
+    ASSERT_EQ(lines.size(), 8U);
+    EXPECT_EQ(lines[3], mail + "POP-a Shred: b@h/Deleted Items.mbox");
+    EXPECT_EQ(lines[6], mail + "POP-a Shred: b@h/Junk.mbox");
+    EXPECT_EQ(shredList.at(0), mail + "POP-a\nShred: b@h/Deleted Items.mbox");
+}
+
+TEST_F(AppleMailTest, AViewThatNeverEndsIsGivenUpWhenItsTimeIsOver) {
+    SampleIndex(indexPath).run(
+        "create view mailboxes as with recursive n(i) as (select 1 union all select i + 1 from n)"
+        " select i as ROWID, 'local:///Trash' as url from n where i < 0");
+    clock.step = std::chrono::milliseconds(100);
+    const auto begin = clock.now();
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, noList, "interrupted", separator));
+    EXPECT_LE(clock.now() - begin, EnvelopeIndex::readingPatience + std::chrono::seconds(1))
+        << "long before it has taken too many steps";
+}
+
+TEST_F(AppleMailTest, ATriggerThatNeverEndsDoesNotUndoWhatWasRemovedBefore) {
+    sample.addEnvelopeIndex({"local:///Trash", "local:///Trash", "local:///Trash"}, 1);
+    SampleIndex index(indexPath);
+    index.run(
+        "create trigger slow before delete on messages when old.mailbox = 2 begin"
+        " select count(*) from (with recursive n(i) as (select 1 union all select i + 1 from n)"
+        " select i from n); end");
+    clock.step = std::chrono::milliseconds(100);
+    const Lines lines = run(&Collectors::AppleMail20);
+    ASSERT_GE(lines.size(), 6U);
+    EXPECT_EQ(lines[1], statement(1));
+    EXPECT_EQ(lines[2], statement(2));
+    EXPECT_EQ(lines[3], noRemoval);
+    EXPECT_EQ(lines[4], "interrupted");
+    EXPECT_EQ(index.messages(1), 0);
+    EXPECT_EQ(index.messages(2), 1);
+}
+
+TEST_F(AppleMailTest, AViewOfHugeValuesOrOfTooManyTakesNoMemory) {
+    SampleIndex(indexPath).run(
+        "create view mailboxes as select 1 as ROWID, hex(zeroblob(100000000)) as url");
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, noList, "string or blob too big", separator));
+    fs::remove(indexPath);
+    SampleIndex(indexPath).run(
+        "create view mailboxes as with recursive n(i) as"
+        " (select 1 union all select i + 1 from n where i < 100000)"
+        " select i as ROWID, hex(zeroblob(100000)) as url from n");
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, noList, "query aborted", separator));
+    std::size_t bytes = 0;
+    for (const MailboxRow& row : collectors.mailboxRows()) bytes += row.at("url").size();
+    EXPECT_LE(bytes, std::size_t{128} * 1024 * 1024);
+}
+
+TEST_F(AppleMailTest, APatternThatWouldTakeForEverInOneStepIsRefused) {
+    SampleIndex(indexPath).run(
+        "create view mailboxes as select 1 as ROWID,"
+        " hex(zeroblob(60000)) like '%0%0%0%0%0%0%0%0%0%1' as url");
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, noList, "function not allowed", separator));
+}
+
+TEST_F(AppleMailTest, AllMailboxesGoInOneTransaction) {
+    sample.addEnvelopeIndex(Lines(50, "local:///Trash"), 1);
+    const auto transactions = [&] {
+        const std::string counter = readFile(indexPath).substr(24, 4);  // of changes to the file
+        unsigned count = 0;
+        for (const char byte : counter) count = count << 8 | static_cast<unsigned char>(byte);
+        return count;
+    };
+    const unsigned before = transactions();
+    EXPECT_EQ(run(&Collectors::AppleMail20).size(), 52U);
+    EXPECT_EQ(transactions() - before, 1U);
+    EXPECT_EQ(SampleIndex(indexPath).number("select count(*) from messages"), 0);
+}
+
+TEST_F(AppleMailTest, AFailureThatUndoesATransactionLeavesTheOtherMailboxesRemoved) {
+    sample.addEnvelopeIndex({"local:///Trash", "local:///Trash", "local:///Trash"}, 2);
+    SampleIndex index(indexPath);
+    index.run(
+        "create trigger keep before delete on messages when old.mailbox = 2"
+        " begin select raise(rollback, 'all kept'); end");
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, statement(1), statement(2), noRemoval, "all kept", separator,
+                            statement(3), separator));
+    EXPECT_EQ(index.messages(1), 0);
+    EXPECT_EQ(index.messages(2), 2);
+    EXPECT_EQ(index.messages(3), 0);
+}
+
+TEST_F(AppleMailTest, ATransactionThatCannotBeCommittedIsToldForEachMailbox) {
+    sample.addEnvelopeIndex({"local:///Trash", "local:///Trash"}, 1);
+    SampleIndex other(indexPath);
+    other.run("begin");
+    ASSERT_EQ(other.number("select count(*) from messages"), 2);  // keeps the file from changing
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, statement(1), noRemoval, "database is locked", separator,
+                            statement(2), noRemoval, "database is locked", separator, separator));
+    EXPECT_EQ(other.number("select count(*) from messages"), 2);
 }
 
 }  // namespace

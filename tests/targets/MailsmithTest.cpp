@@ -1,3 +1,7 @@
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include "targets/CollectorTest.h"
 
 namespace dorvanel::test {
@@ -128,6 +132,28 @@ TEST_F(MailsmithTest, WithTheSpamOffNothingIsLookedForOrMoved) {
                             "preferences",
                             separator));
     EXPECT_THAT(files.calls, IsEmpty());
+}
+
+TEST_F(MailsmithTest, ATemplateThatItsOwnerMayNotWriteIsCopiedWithItsMode) {
+    sample.addMailsmith(true);
+    fs::permissions(mail + "(dorvanelx)", fs::perms(0555));
+    // An ordinary user's process: root may write every folder.
+    const uid_t user = geteuid() == 0 ? 65534 : geteuid();
+    ASSERT_EQ(chown(home.path().c_str(), user, getegid()), 0);
+    for (const auto& entry : fs::recursive_directory_iterator(home.path())) {
+        ASSERT_EQ(lchown(entry.path().c_str(), user, getegid()), 0);
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        if (geteuid() == 0 && setuid(user) != 0) _exit(2);
+        runMailsmith();
+        _exit(shredList == Lines{mail + "(dorvanelspam)"} ? 0 : 3);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(fs::exists(mail + "(spam)/Index"));
+    EXPECT_EQ(fs::status(mail + "(spam)").permissions(), fs::perms(0555));
 }
 
 }  // namespace

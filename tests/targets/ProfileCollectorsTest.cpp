@@ -186,5 +186,29 @@ TEST_F(ProfileCollectorsTest, NamesOfAnyBytesComeThroughAsTheyAre) {
     EXPECT_THAT(shredList, ElementsAre(firefox15Root + "/" + name + "/Cache"));
 }
 
+TEST_F(ProfileCollectorsTest, ANameThatIsNoFoldersNameSelectsNothing) {
+    turnOn({"ShredCache", "ShredHistory", "ShredMailTrash"});
+    writeFile(home / "Library/Mozilla/one.slt/history.dat");
+    writeFile(home / "Library/Mozilla/Profiles/one.slt/history.dat");
+    writeFile(home / "Library/Mozilla/Profiles/a/b/one.slt/history.dat");
+    writeFile(home / "Library/Application Support/Firefox/Profiles/history.dat");
+    tick({"", ".", "..", "../Profiles", "/", "/etc", "a/b", "a/", std::string("a\0b", 3)});
+    EXPECT_EQ(run(&Collectors::Mozilla).at(1), "No profiles selected in the Profiles menu");
+    EXPECT_EQ(run(&Collectors::Firefox10).at(1), "No profiles selected.");
+    EXPECT_EQ(run(&Collectors::Firefox15).at(1), "No profiles selected.");
+    EXPECT_THAT(shredList, IsEmpty());
+}
+
+TEST_F(ProfileCollectorsTest, ALineBreakInAFoldersNameForgesNoLineOfTheLog) {
+    turnOn({"ShredCache"});
+    const std::string profiles = home / "Library/Application Support/Firefox/Profiles/";
+    writeFile(profiles + "x\nShred: y/Cache/a");
+    tick({"x\nShred: y"});
+    const Lines lines = run(&Collectors::Firefox10);
+    EXPECT_EQ(lines.at(1), profiles + "x Shred: y");
+    EXPECT_EQ(lines.at(3), profiles + "x Shred: y/Cache");
+    EXPECT_EQ(shredList.at(0), profiles + "x\nShred: y/Cache");
+}
+
 }  // namespace
 }  // namespace dorvanel::test

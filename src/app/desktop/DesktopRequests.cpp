@@ -103,7 +103,7 @@ std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& i
     } else {
         const ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
                                                            mounted.value(), services_.system);
-        if (checked.complaints.empty()) return checked.paths;
+        if (checked.complaints.empty()) return checked.paths();
         const QString sentence = QStringLiteral("“%1” %2");
         for (const ShredArguments::Complaint& complaint : checked.complaints) {
             const QString path = displayText(complaint.argument);

@@ -8,9 +8,11 @@
 #include "app/desktop/Desktop.h"
 #include "app/desktop/StatusArea.h"
 #include "platform/AccountFolders.h"
+#include "platform/ProcessStart.h"
 #include "platform/PropertyListDefaults.h"
 #include "platform/QuitSignals.h"
 #include "platform/Resources.h"
+#include "platform/UserSwitch.h"
 
 namespace {
 
@@ -72,10 +74,16 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
 }  // namespace
 
 int main(int argc, char** argv) {
+    platform::prepareProcess();
     int status = 0;
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const auto line = desktop::readCommandLine(arguments, std::cout, std::cerr, status);
     if (!line) return status;
+    if (const auto entered = platform::becomeOwnerOfHome(); !entered) {
+        std::cerr << "dorvanel-x: " << desktop::displayText(entered.error().message()).toStdString()
+                  << '\n';
+        return 2;
+    }
 
     argc = 1;  // the files are ours to read, not the toolkit's
     QApplication application(argc, argv);

@@ -2,12 +2,15 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <exception>
 #include <iterator>
+#include <new>
 #include <optional>
 
 #include "app/CommandLineWords.h"
 #include "app/terminal/Commands.h"
 #include "platform/AccountFolders.h"
+#include "platform/UserSwitch.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -21,6 +24,18 @@ ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Termina
     }
     program.exit(outcome, terminal.out, terminal.err);
     return ExitStatus::done;
+}
+
+using Words = std::vector<std::string>;
+
+/// The word that names the command.
+Words::const_iterator commandOf(const Words& arguments) {
+    auto word = arguments.begin();
+    while (word != arguments.end() && word->starts_with('-')) {
+        const bool takesOne = *word == "--home" && word + 1 != arguments.end();
+        word += takesOne ? 2 : 1;
+    }
+    return word;
 }
 
 }  // namespace
@@ -42,7 +57,15 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addProfilesCommand(program, chosen);
     addLogCommand(program, chosen);
 
-    const auto shred = std::find(arguments.begin(), arguments.end(), "shred");
+    const auto first = commandOf(arguments);
+    const bool isShred = first != arguments.end() && *first == "shred";
+    const auto shred = isShred ? first : arguments.end();
+    if (isShred && asksAmongFileNames({shred + 1, arguments.end()})) {
+        terminal.complain(
+            "help or version among the files: a file of such a name is shredded behind \"--\"");
+        ended = ExitStatus::usage;
+        return std::nullopt;
+    }
     std::vector<std::string> words(arguments.begin(), shred);
     std::ranges::copy(plainFileNames({shred, arguments.end()}), std::back_inserter(words));
     std::reverse(words.begin(), words.end());  // as the parser wants them
@@ -53,21 +76,44 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
         ended = tell(program, outcome, terminal);
         return std::nullopt;
     }
+    // What root shreds may be anybody's; everything else is one person's own.
+    command.keepsRights = program.got_subcommand("shred");
     return command;
 }
 
-ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal) {
+namespace {
+
+/// Settles whose home folder it is, and who works in it.
+platform::Result<platform::Done> enterHome(const Command& command) {
+    platform::Result<platform::Done> entered =
+        command.home ? platform::useHomeDirectory(*command.home) : platform::checkHomeDirectory();
+    if (entered && !command.keepsRights) entered = platform::becomeOwnerOfHome();
+    return entered;
+}
+
+ExitStatus readAndRun(const std::vector<std::string>& arguments, Terminal& terminal) {
     ExitStatus ended = ExitStatus::done;
     const std::optional<Command> command = readCommandLine(arguments, terminal, ended);
     if (!command) return ended;
-    if (command->home) {
-        const platform::Result<platform::Done> used = platform::useHomeDirectory(*command->home);
-        if (!used) {
-            terminal.complain(used.error().message());
-            return ExitStatus::usage;
-        }
+    const platform::Result<platform::Done> entered = enterHome(*command);
+    if (!entered) {
+        terminal.complain(entered.error().message());
+        return ExitStatus::usage;
     }
     return command->action(terminal);
+}
+
+}  // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal) {
+    try {
+        return readAndRun(arguments, terminal);
+    } catch (const std::bad_alloc&) {
+        terminal.complain("out of memory");
+    } catch (const std::exception& failure) {
+        terminal.complain(failure.what());
+    }
+    return ExitStatus::incomplete;
 }
 
 }  // namespace dorvanel::terminal

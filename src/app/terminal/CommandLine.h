@@ -14,6 +14,9 @@ namespace dorvanel::terminal {
 struct Command {
     Action action;
     std::optional<std::string> home;  ///< the home folder to use instead of the user's own
+    /// Whether root stays root in a home folder that belongs to somebody else. Any other command
+    /// works as that person.
+    bool keepsRights = false;
 };
 
 /// Reads the command line (without the program's name) and does nothing of what it says. No
@@ -22,7 +25,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
                                        Terminal& terminal, ExitStatus& ended);
 
 /// Reads the command line (without the program's name), does what it says, and returns what to
-/// tell the shell.
+/// tell the shell. No exception gets out: it is told, with the status of something left undone.
 ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal);
 
 }  // namespace dorvanel::terminal

@@ -40,11 +40,12 @@ ExitStatus run(Terminal& terminal, const Options& options) {
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
     const auto quitWait = platform::makeQuitWait();
+    const auto system = platform::makeSystemCalls();
     const auto worker = platform::makeWorker();
     UnseenLabel status;
     TerminalSession session(
         terminal, opened,
-        {platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
+        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
         options.yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked,
         status);
     Controller& controller = session.controller();

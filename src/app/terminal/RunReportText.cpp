@@ -29,6 +29,21 @@ const char* reasonOf(Refusal refusal) {
 
 }  // namespace
 
+namespace {
+
+void tellLog(bool wroteLog, Terminal& terminal) {
+    const std::optional<platform::Error> trouble = activityLogTrouble();
+    if (wroteLog && !trouble) {
+        terminal.out << "Activity Log: " << terminal.forOut(activityLogPath()) << '\n';
+    }
+    // Also where nothing was to be written: the log of the run before should be empty now.
+    if (trouble && (wroteLog || !activityLogPath().empty())) {
+        terminal.complain("no Activity Log: " + trouble->message());
+    }
+}
+
+}  // namespace
+
 void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
     switch (report.result) {
         case RunResult::completed:
@@ -55,9 +70,7 @@ void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
         terminal.out << fmt::format("not touched, because running: {}\n",
                                     fmt::join(report.skipped, ", "));
     }
-    if (wroteLog) {
-        terminal.out << "Activity Log: " << terminal.forOut(activityLogPath()) << '\n';
-    }
+    tellLog(wroteLog, terminal);
     terminal.out << std::flush;
 }
 

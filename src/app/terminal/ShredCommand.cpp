@@ -21,29 +21,30 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-/// The paths to shred; none, and every reason told, when one of them must not be touched.
-std::optional<Paths> checkedPaths(Terminal& terminal, const Paths& arguments,
-                                  platform::SystemCalls& system) {
+/// What to shred, held; nothing, and every reason told, when some of it must not be touched.
+std::optional<ShredArguments> checked(Terminal& terminal, const Paths& arguments,
+                                      platform::SystemCalls& system) {
     const platform::Result<Paths> mounted = platform::mountPoints();
     if (!mounted) {
         terminal.complain(mounted.error().message());
         return std::nullopt;
     }
-    const ShredArguments checked =
+    ShredArguments items =
         checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system);
-    for (const ShredArguments::Complaint& complaint : checked.complaints) {
+    for (const ShredArguments::Complaint& complaint : items.complaints) {
         terminal.complain("\"" + complaint.argument + "\" " + complaint.reason);
     }
-    if (!checked.complaints.empty()) return std::nullopt;
-    return checked.paths;
+    if (!items.complaints.empty()) return std::nullopt;
+    return items;
 }
 
 ExitStatus shred(Terminal& terminal, const Paths& arguments) {
     const std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
-    std::optional<Paths> paths = checkedPaths(terminal, arguments, *system);
-    if (!paths) return ExitStatus::usage;
+    std::optional<ShredArguments> items = checked(terminal, arguments, *system);
+    if (!items) return ExitStatus::usage;
 
     OpenedPreferences opened(terminal);
+    if (!opened.areKnown()) return ExitStatus::usage;
     const std::unique_ptr<DrawSequence> draws = makeDrawSequence();
     FileAccess* engine = nullptr;
     ProgressBar bar(terminal, platform::systemClock(), [&engine] {
@@ -52,11 +53,12 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
     FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
                           bar.fileName());
     engine = &fileAccess;
-    tellMedium(*paths, terminal);
+    fileAccess.protect(std::move(items->protectedFolders));
+    tellMedium(items->paths(), terminal);
     {
         const auto signals =
             platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });
-        fileAccess.shredDroppedFile(*paths);
+        fileAccess.shredItems(items->items);
     }
     bar.clear();
     tellOutcome(fileAccess.outcome(), terminal);

@@ -10,8 +10,8 @@ void Terminal::complain(std::string_view text) const {
     err << "dorvanel: " << forErr(text) << '\n' << std::flush;
 }
 
-std::string Terminal::forErr(std::string_view bytes) const {
-    return errIsTerminal ? escapedForTerminal(bytes) : std::string(bytes);
+std::string Terminal::forErr(std::string_view bytes) {
+    return escapedForTerminal(bytes);
 }
 
 std::string Terminal::forOut(std::string_view bytes) const {

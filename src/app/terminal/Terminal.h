@@ -24,8 +24,10 @@ struct Terminal {
 
     /// One line on `err` that begins with the program's name. The text may hold paths.
     void complain(std::string_view text) const;
-    /// Bytes as they are shown on `err`, or on `out`: escaped for a person, as they are in a pipe.
-    [[nodiscard]] std::string forErr(std::string_view bytes) const;
+    /// Bytes as they are shown on `err`: escaped, also where it is a pipe or a file, since what is
+    /// said there is read by people, and sooner or later on a terminal.
+    [[nodiscard]] static std::string forErr(std::string_view bytes);
+    /// Bytes as they are shown on `out`: escaped for a person, as they are for a script in a pipe.
     [[nodiscard]] std::string forOut(std::string_view bytes) const;
 };
 

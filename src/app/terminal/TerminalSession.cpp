@@ -23,7 +23,6 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                  platform::TextField& status)
     : terminal_(terminal),
       runLoop_(services.runLoop),
-      system_(platform::makeSystemCalls()),
       draws_(makeDrawSequence()),
       bundle_(platform::resourcesFolder() + "/Info.plist"),
       alerts_(terminal.in, terminal.err, answers),
@@ -36,7 +35,7 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
       fileName_(bar_.fileName(), terminalMutex_),
       status_(status, terminalMutex_) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
-    controller_ = std::make_unique<Controller>(ControllerParts{*system_,
+    controller_ = std::make_unique<Controller>(ControllerParts{services.system,
                                                                services.clock,
                                                                *draws_,
                                                                platform::defaultFileManager(),

@@ -19,6 +19,7 @@ namespace dorvanel::terminal {
 
 /// The parts of the machine that a session drives and tests replace; all outlive the session.
 struct SessionServices {
+    platform::SystemCalls& system;
     platform::Clock& clock;
     platform::RunLoop& runLoop;
     platform::ProcessListing& listing;
@@ -74,7 +75,6 @@ class TerminalSession final : private platform::Application,
 
     Terminal& terminal_;
     platform::RunLoop& runLoop_;
-    std::unique_ptr<platform::SystemCalls> system_;
     std::unique_ptr<DrawSequence> draws_;
     platform::BundleInformationFile bundle_;
     TerminalAlertPanel alerts_;

@@ -24,11 +24,12 @@ ExitStatus watch(Terminal& terminal, bool yes) {
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
     const auto quitWait = platform::makeQuitWait();
+    const auto system = platform::makeSystemCalls();
     const auto worker = platform::makeWorker();
     StatusLine status(terminal);
     TerminalSession session(
         terminal, opened,
-        {platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
+        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
         yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked, status);
     Controller& controller = session.controller();
 

@@ -1,15 +1,18 @@
+#include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "app/terminal/CommandLine.h"
+#include "platform/ProcessStart.h"
 #include "platform/StandardStreams.h"
 
-int main(int argc, char** argv) {
-    using namespace dorvanel;
-    using platform::StandardStream;
+namespace {
 
-    std::ios::sync_with_stdio(false);
+using namespace dorvanel;
+using platform::StandardStream;
+
+terminal::ExitStatus run(int argc, char** argv) {
     const auto medium = platform::makeMediumInspector();
     const auto answers = platform::makeAnswerInput();
     if (answers == nullptr) {
@@ -25,11 +28,22 @@ int main(int argc, char** argv) {
         [] { return platform::columnsOfTerminal(StandardStream::error); },
         medium.get(),
     };
-    terminal::ExitStatus status = terminal::runCommandLine(
+    const terminal::ExitStatus status = terminal::runCommandLine(
         std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);
-    if (!std::cout.flush()) {
-        terminal.complain("the output could not be written");
-        if (status == terminal::ExitStatus::done) status = terminal::ExitStatus::incomplete;
+    if (std::cout.flush()) return status;
+    terminal.complain("the output could not be written");
+    return status == terminal::ExitStatus::done ? terminal::ExitStatus::incomplete : status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    platform::prepareProcess();
+    try {
+        std::ios::sync_with_stdio(false);
+        return static_cast<int>(run(argc, argv));
+    } catch (const std::exception& failure) {
+        std::cerr << "dorvanel: " << failure.what() << '\n';
     }
-    return static_cast<int>(status);
+    return static_cast<int>(terminal::ExitStatus::incomplete);
 }

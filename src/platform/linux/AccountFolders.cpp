@@ -51,4 +51,10 @@ Result<Done> useHomeDirectory(const std::string& folder) {
     return Done{};
 }
 
+Result<Done> checkHomeDirectory() {
+    const std::string home = homeDirectory();
+    if (home.starts_with('/')) return Done{};
+    return Error{0, "home folder", home, "HOME is not the absolute path of a folder"};
+}
+
 }  // namespace dorvanel::platform

@@ -22,6 +22,8 @@ class FileDescriptor {
 
     [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
     [[nodiscard]] int get() const { return descriptor_; }
+    /// Leaves the closing to somebody else.
+    int release() { return std::exchange(descriptor_, -1); }
     /// Closes now, for callers who must know whether the last bytes got through; errno tells.
     [[nodiscard]] bool close() { return ::close(std::exchange(descriptor_, -1)) == 0; }
 

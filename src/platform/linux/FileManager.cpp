@@ -16,6 +16,53 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Root works in other people's homes: a copy belongs to whom the original belongs to.
+bool giveToOwner(const std::string& path, const struct stat& original) {
+    return ::geteuid() != 0 || ::lchown(path.c_str(), original.st_uid, original.st_gid) == 0;
+}
+
+/// Copies what is no folder; false for what cannot be copied, a FIFO for example.
+bool copyEntry(const std::string& from, const std::string& to, const struct stat& original) {
+    std::error_code error;
+    if (S_ISLNK(original.st_mode)) {
+        fs::copy_symlink(from, to, error);
+    } else {
+        fs::copy_file(from, to, error);
+    }
+    return !error && giveToOwner(to, original);
+}
+
+bool copyTree(const std::string& from, const std::string& to) {
+    struct stat original {};
+    if (::lstat(from.c_str(), &original) != 0) return false;
+    if (!S_ISDIR(original.st_mode)) return copyEntry(from, to, original);
+    // Its own mode comes last: a folder that its owner may not write must be filled first.
+    if (::mkdir(to.c_str(), 0700) != 0) return false;
+    std::error_code error;
+    for (fs::directory_iterator entry(from, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename();
+        if (!copyTree(entry->path(), to + "/" + name)) return false;
+    }
+    return !error && giveToOwner(to, original) &&
+           ::chmod(to.c_str(), original.st_mode & 07777) == 0;
+}
+
+/// Removes a copy, folders that their owner may not write among it.
+void removeTree(const std::string& path) {
+    struct stat status {};
+    std::error_code error;
+    if (::lstat(path.c_str(), &status) != 0) return;
+    if (S_ISDIR(status.st_mode)) {
+        static_cast<void>(::chmod(path.c_str(), 0700));
+        for (fs::directory_iterator entry(path, error), end; !error && entry != end;
+             entry.increment(error)) {
+            removeTree(entry->path());
+        }
+    }
+    fs::remove(path, error);
+}
+
 class LinuxFileManager final : public FileManager {
   public:
     bool fileExistsAtPath(const std::string& path) const override {
@@ -51,10 +98,8 @@ class LinuxFileManager final : public FileManager {
     bool copyPath(const std::string& from, const std::string& to) override {
         std::error_code error;
         if (fs::exists(fs::symlink_status(to, error))) return false;
-        fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
-        if (!error) return true;
-        std::error_code ignored;
-        fs::remove_all(to, ignored);
+        if (copyTree(from, to)) return true;
+        removeTree(to);
         return false;
     }
 };

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "platform/UserSwitch.h"
+
 namespace dorvanel::platform {
 
 bool isPlainLoginName(const std::string& name) {
@@ -18,7 +20,8 @@ bool isPlainLoginName(const std::string& name) {
 }
 
 std::string loginNameOrNumber() {
-    const char* login = ::getlogin();
+    // The session may still be root's where root became the owner of the home folder.
+    const char* login = hasBecomeOwnerOfHome() ? nullptr : ::getlogin();
     const passwd* user = login != nullptr ? ::getpwnam(login) : ::getpwuid(::geteuid());
     std::string name = login != nullptr ? login : user != nullptr ? user->pw_name : "";
     if (isPlainLoginName(name)) return name;

@@ -1,9 +1,12 @@
 #include "platform/MountPoints.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <fstream>
-#include <iterator>
+
+#include "platform/linux/FileDescriptor.h"
 
 namespace dorvanel::platform {
 namespace {
@@ -48,12 +51,19 @@ std::vector<std::string> parseMountTable(std::string_view table) {
     return points;
 }
 
-Result<std::vector<std::string>> mountPoints() {
-    const std::string path = "/proc/self/mountinfo";
-    std::ifstream file(path, std::ios::binary);
-    const std::string table{std::istreambuf_iterator<char>(file), {}};
-    std::vector<std::string> points = parseMountTable(table);
-    if (points.empty()) return Error{errno, "read the mount points", path, {}};
+Result<std::vector<std::string>> mountPoints(const std::string& table) {
+    const auto failed = [&](int code) { return Error{code, "read the mount points", table, {}}; };
+    const FileDescriptor file(::open(table.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) return failed(errno);
+    std::string text;
+    std::array<char, 8192> buffer;
+    ssize_t length = 0;
+    while ((length = ::read(file.get(), buffer.data(), buffer.size())) != 0) {
+        if (length > 0) text.append(buffer.data(), static_cast<std::size_t>(length));
+        if (length < 0 && errno != EINTR) return failed(errno);
+    }
+    std::vector<std::string> points = parseMountTable(text);
+    if (points.empty()) return failed(ENODATA);
     return points;
 }
 

@@ -164,9 +164,8 @@ class PropertyListDefaults final : public UserDefaults {
                                   const FolderLock& lock) {
         const Result<std::string> aside = setFileAside(file);
         if (!aside) return aside.error();
-        const std::string reason = trouble.code == 0
-                                       ? trouble.detail
-                                       : std::generic_category().message(trouble.code);
+        const std::string reason =
+            trouble.code == 0 ? trouble.detail : std::generic_category().message(trouble.code);
         report_(Error{0, trouble.operation, file, reason + "; kept as " + aside.value()});
         Result<Done> written = write(file, current_, lock);
         if (written) changes_.clear();

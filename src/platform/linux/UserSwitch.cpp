@@ -8,11 +8,15 @@
 #include <cerrno>
 #include <cstdlib>
 #include <optional>
+#include <string>
 
+#include "platform/AccountFolders.h"
 #include "platform/FileManager.h"
 
 namespace dorvanel::platform {
 namespace {
+
+bool gHasBecomeOwner = false;
 
 /// Whose the home folder is, where this is root and it is not root's.
 std::optional<struct stat> othersHome() {
@@ -29,8 +33,9 @@ bool isRootInAnothersHome() {
 }
 
 Result<Done> becomeOwnerOfHome() {
+    Result<Done> checked = checkHomeDirectory();
     const std::optional<struct stat> home = othersHome();
-    if (!home) return Done{};
+    if (!checked || !home) return checked;
     const std::string path = homeDirectory();
     constexpr const char* operation = "become the owner of the home folder";
     const passwd* user = ::getpwuid(home->st_uid);
@@ -38,12 +43,13 @@ Result<Done> becomeOwnerOfHome() {
     constexpr gid_t nobodys = 65534;
     const gid_t itsGroup = home->st_gid == 0 ? nobodys : home->st_gid;
     const gid_t group = user != nullptr ? user->pw_gid : itsGroup;
-    const int grouped = user != nullptr ? ::initgroups(user->pw_name, group)
-                                        : ::setgroups(1, &group);
+    const int grouped =
+        user != nullptr ? ::initgroups(user->pw_name, group) : ::setgroups(1, &group);
     if (grouped != 0 || ::setresgid(group, group, group) != 0 ||
         ::setresuid(home->st_uid, home->st_uid, home->st_uid) != 0) {
         return Error::fromErrno(operation, path);
     }
+    gHasBecomeOwner = true;
     const std::string name = user != nullptr ? user->pw_name : std::to_string(home->st_uid);
     for (const char* variable : {"USER", "LOGNAME"}) {
         if (::setenv(variable, name.c_str(), 1) != 0) return Error::fromErrno(operation, path);
@@ -51,6 +57,10 @@ Result<Done> becomeOwnerOfHome() {
     // Where HOME was unset it came from root's own account, and would now come from another's.
     if (::setenv("HOME", path.c_str(), 1) != 0) return Error::fromErrno(operation, path);
     return Done{};
+}
+
+bool hasBecomeOwnerOfHome() {
+    return gHasBecomeOwner;
 }
 
 }  // namespace dorvanel::platform

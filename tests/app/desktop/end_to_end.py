@@ -73,13 +73,13 @@ def outside(program):
 class Stage:
     """The accessibility tree of the program."""
 
-    def __init__(self, program):
+    def __init__(self, program, *arguments):
         import gi
         gi.require_version("Atspi", "2.0")
         from gi.repository import Atspi
         self.atspi = Atspi
         Atspi.init()
-        self.program = subprocess.Popen([program])
+        self.program = subprocess.Popen([program, *arguments])
 
     def children(self, node):
         try:
@@ -129,6 +129,15 @@ class Stage:
         wanted = [action for action in actions if action in ("Press", "Toggle", "Check", "Uncheck")]
         assert wanted, "%s %r has only the actions %r" % (role, name, actions)
         assert self.atspi.Action.do_action(node, actions.index(wanted[0]))
+
+    def can_be_pressed(self, name):
+        return self.find("push button", name).get_state_set().contains(
+            self.atspi.StateType.ENABLED)
+
+    def terminate(self):
+        """Ends the program as a signal does; its exit status."""
+        self.program.terminate()
+        return self.program.wait(timeout=LIMIT)
 
     def label_of(self, node):
         for relation in node.get_relation_set():
@@ -203,6 +212,8 @@ def inside(program):
     area = StatusArea()
     try:
         drive(Stage(program), program, home, page, area)
+        terminate_at_questions(program, home, page)
+        one_at_a_time(program, home, page)
     finally:
         area.go()
     print("done")
@@ -297,6 +308,72 @@ def drive(stage, program, home, page, area):
     key("ctrl+q")
     stage.press("push button", "Quit")
     assert stage.program.wait(timeout=LIMIT) == 0
+
+
+def store(home, values):
+    path = os.path.join(home, "Library/Preferences/com.dorvanel.DorvanelX.plist")
+    with open(path, "wb") as file:
+        plistlib.dump(values, file)
+
+
+def write(path, contents):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "wb") as file:
+        file.write(contents)
+
+
+def terminate_at_questions(program, home, page):
+    step("a signal at the question of a launcher's action ends the program")
+    write(page, b"secret")
+    store(home, {"FirstRun": True})
+    stage = Stage(program, "--action", "shred")
+    stage.find("push button", "Yes")
+    assert stage.terminate() == 0
+    assert os.path.exists(page)
+
+    step("a signal at the launch's own alert ends the program")
+    profiles = os.path.join(home, "Library/Mozilla/Profiles")
+    for name in ["one", "two"]:
+        os.makedirs(os.path.join(profiles, name))
+    store(home, {})
+    stage = Stage(program, "--action", "shred")
+    stage.find("push button", "OK")
+    assert stage.terminate() == 0
+    assert os.path.exists(page)
+    shutil.rmtree(profiles)
+
+
+def one_at_a_time(program, home, page):
+    step("while something is shredded the window says so and takes no other request")
+    # As many passes as there can be keep the worker at work for some seconds.
+    store(home, {"FirstRun": True, "ConfirmShredding": False, "NumberOfWrites": 1,
+                 "OverwritePattern": 3})
+    write(page, bytes(131072))
+    stage = Stage(program)
+    stage.press("push button", "Shred Now")
+    stage.find("label", "Shredding…")
+    second = os.path.join(os.path.dirname(page), "second.cache")
+    write(second, b"secret")
+    assert not stage.can_be_pressed("Shred Now")
+    for _ in range(2):
+        key("ctrl+Return")
+    assert subprocess.call([program, "--action", "shred"], timeout=LIMIT) == 0
+    stage.find("label", "Not started: a run is still in progress.")
+    assert not stage.can_be_pressed("Shred Files…")
+    for _ in range(2):
+        key("ctrl+Return")
+
+    step("what was typed meanwhile starts nothing afterwards")
+    assert until(lambda: stage.can_be_pressed("Shred Now"))
+    assert os.path.exists(second)
+
+    step("a number that no item stands for shows what it does")
+    stage.press("push button", "Preferences…")
+    stage.find("combo box", "65536 passes (stored: 1)")
+    stage.press("check box", "Keep an activity log")
+    assert until(lambda: stored(home).get("ActivityLog")) is True
+    assert stored(home).get("NumberOfWrites") == 1
+    assert stage.terminate() == 0
 
 
 def step(text):

@@ -118,13 +118,11 @@ TEST_F(PrefsCommandTest, AFileThatCannotBeReadIsToldAndNothingIsListedOrChanged)
     const std::string path = platform::userDefaultsPath();
     writeFile(path, "junk");
     using Words = std::vector<std::string>;
-    for (const Words& words : {Words{"prefs"}, Words{"prefs", "list"},
-                               Words{"prefs", "get", "ShredCache"},
-                               Words{"prefs", "set", "ShredHistory", "YES"}, Words{"apps"},
-                               Words{"apps", "disable", "Safari"},
-                               Words{"apps", "enable", "Safari"}, Words{"profiles"},
-                               Words{"profiles", "select", "default"},
-                               Words{"profiles", "deselect", "default"}}) {
+    for (const Words& words :
+         {Words{"prefs"}, Words{"prefs", "list"}, Words{"prefs", "get", "ShredCache"},
+          Words{"prefs", "set", "ShredHistory", "YES"}, Words{"apps"},
+          Words{"apps", "disable", "Safari"}, Words{"apps", "enable", "Safari"}, Words{"profiles"},
+          Words{"profiles", "select", "default"}, Words{"profiles", "deselect", "default"}}) {
         SCOPED_TRACE(testing::PrintToString(words));
         EXPECT_EQ(console.run(words), 1);
         EXPECT_EQ(console.out.str(), "");
@@ -142,10 +140,9 @@ TEST_F(PrefsCommandTest, ARevertSetsAFileThatCannotBeReadAsideAndWritesAGoodOne)
     writeFile(path, "junk");
     writeFile(path + " (damaged 1)", "of another day");
     EXPECT_EQ(console.run({"prefs", "revert"}), 0);
-    EXPECT_EQ(console.err.str(), "dorvanel: " + path + ": parse: not a whole property list\n" +
-                                     "dorvanel: " + path +
-                                     ": parse: not a whole property list; kept as " + path +
-                                     " (damaged 2)\n");
+    EXPECT_EQ(console.err.str(),
+              "dorvanel: " + path + ": parse: not a whole property list\n" + "dorvanel: " + path +
+                  ": parse: not a whole property list; kept as " + path + " (damaged 2)\n");
     EXPECT_EQ(readFile(path + " (damaged 1)"), "of another day");
     EXPECT_EQ(readFile(path + " (damaged 2)"), "junk");
     EXPECT_EQ(stored(), "{}");

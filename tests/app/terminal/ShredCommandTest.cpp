@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "app/terminal/TestTerminal.h"
+#include "platform/PropertyListDefaults.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {
@@ -55,6 +56,16 @@ TEST_F(ShredCommandTest, TheContentsAreOverwrittenAsThePreferencesSay) {
     fs::create_hard_link("file", home / "witness");
     EXPECT_EQ(console.run({"shred", "file"}), 0);
     EXPECT_EQ(readFile(home / "witness"), std::string(12, '\xFF'));
+}
+
+TEST_F(ShredCommandTest, WithPreferencesThatCannotBeReadNothingIsTouched) {
+    writeFile(work / "file", "contents");
+    writeFile(platform::userDefaultsPath(), "<plist><dict>");
+    EXPECT_EQ(console.run({"shred", "file"}), 2);
+    EXPECT_NE(console.err.str().find(platform::userDefaultsPath()), std::string::npos)
+        << console.err.str();
+    EXPECT_EQ(readFile("file"), "contents");
+    EXPECT_EQ(names(), Words{"file"});
 }
 
 TEST_F(ShredCommandTest, HostileNamesAreFilesLikeAnyOther) {

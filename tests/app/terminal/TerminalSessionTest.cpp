@@ -50,12 +50,13 @@ class TerminalSessionTest : public ::testing::Test {
     FakeSystemEvents events{calls};
     FakeQuitWait quitWait{clock};
     std::unique_ptr<platform::Worker> worker = platform::makeWorker();
+    std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
     TestTerminal memory;
     terminal::OpenedPreferences opened{memory.terminal};
     terminal::StatusLine status{memory.terminal};
     terminal::TerminalSession session{memory.terminal,
                                       opened,
-                                      {clock, loop, listing, processes, events, quitWait, *worker},
+                                      {*system, clock, loop, listing, processes, events, quitWait, *worker},
                                       terminal::TerminalAlertPanel::Answers::assumed,
                                       status};
     std::vector<RunReport> reports;

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/FlushBatch.h"
+#include "engine/HeldItem.h"
+#include "platform/Clock.h"
+#include "platform/SystemCalls.h"
+
+namespace dorvanel {
+
+/// A folder beside an item, into which the item is moved.
+struct HoldingFolder {
+    std::shared_ptr<const HeldDescriptor> parent;  ///< the folder that holds both
+    platform::FileStatus parentStatus;
+    std::string folder;  ///< that folder's path
+    std::string name;
+    int opened = -1;  ///< the holding folder itself, whatever bears its name by now
+    platform::FileStatus status;
+    /// It was there before: a run of the same second has left it, and all that it holds is shredded
+    /// with the item.
+    bool wasThere = false;
+    [[nodiscard]] std::string path() const { return folder + "/" + name; }
+};
+
+/// The holding folders of a request. Items of one folder that come in the same second share one:
+/// what is in it waits for the batch, and the next item is no concern of it.
+class HoldingFolders {
+  public:
+    /// All of them must outlive this.
+    HoldingFolders(platform::SystemCalls& system, const platform::Clock& clock, FlushBatch& batch);
+    ~HoldingFolders() { forget(); }
+    HoldingFolders(const HoldingFolders&) = delete;
+    HoldingFolders& operator=(const HoldingFolders&) = delete;
+
+    /// The folder for an item, made if need be; 0, or a negated errno and `reason` may say more. A
+    /// folder of its name that is somebody else's, or that others may write in, is not used.
+    int enter(const HeldItem& item);
+    /// What `enter` has made, until the next call.
+    [[nodiscard]] HoldingFolder& current() { return *current_; }
+    [[nodiscard]] bool hasCurrent() const { return current_.has_value(); }
+    [[nodiscard]] const std::string& reason() const { return reason_; }
+
+    /// Hands the current folder to the batch: it goes when what it holds has gone.
+    void retire();
+    /// Closes the current folder, which stays.
+    void forget();
+
+    /// Paths of folders that are still there.
+    [[nodiscard]] std::vector<std::string> left();
+    /// A request begins.
+    void clear() { used_.clear(); }
+
+  private:
+    struct Used {
+        std::string path;
+        platform::FileStatus status;
+    };
+    static constexpr std::size_t mostUsed = 1024;
+
+    int openParent(const HeldItem& item, HoldingFolder& holding);
+    int make(const std::string& item, HoldingFolder& holding);
+    int open(HoldingFolder& holding);
+    int makePrivate(int reference, const HoldingFolder& holding);
+    [[nodiscard]] bool isOurs(int folder, const HoldingFolder& holding);
+    [[nodiscard]] bool serves(const HeldItem& item, const std::string& name) const;
+    void close(int descriptor);
+    void dropGone();
+
+    platform::SystemCalls& system_;
+    const platform::Clock& clock_;
+    FlushBatch& batch_;
+    std::uint32_t user_;
+    std::optional<HoldingFolder> current_;
+    std::string reason_;
+    std::vector<Used> used_;
+};
+
+}  // namespace dorvanel

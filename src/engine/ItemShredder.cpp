@@ -1,0 +1,202 @@
+#include "engine/ItemShredder.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace dorvanel {
+
+using platform::EntryKind;
+using platform::FileStatus;
+
+ItemShredder::ItemShredder(Parts parts)
+    : parts_(parts),
+      system_(parts_.deletion.system),
+      batch_(parts_.deletion.batch),
+      outcome_(parts_.deletion.outcome),
+      walk_(system_),
+      holdings_(system_, parts_.clock, batch_),
+      move_(system_, batch_, walk_) {}
+
+MeasuredItem ItemShredder::measure(const HeldItem& item) {
+    MeasuredItem measured;
+    const FileStatus& status = item.status;
+    if (std::ranges::find(parts_.spared, Identity::of(status)) != parts_.spared.end()) {
+        measured.refusal = "is the home folder or a folder above it";
+        return measured;
+    }
+    if (status.kind != EntryKind::link && status.isBeyondMountOf(item.parentStatus)) {
+        measured.refusal = "is a mount point";
+        return measured;
+    }
+    if (status.kind == EntryKind::link) {
+        measured.bytes = rememberTarget(item);
+        return measured;
+    }
+    if (status.kind != EntryKind::folder) {
+        measured.bytes = status.size;
+        return measured;
+    }
+    measured.manifest = std::make_unique<Manifest>();
+    SizeVisitor visitor({system_, batch_, parts_.deletion.stop, parts_.targets, parts_.spared},
+                        walk_, *measured.manifest);
+    const int folder = openItem(item);
+    if (folder < 0) return measured;  // not readable
+    walk_.walk(folder, TreeWalk::Order::forward, visitor);
+    measured.bytes = visitor.total;
+    const std::string inside = item.path + "/";
+    if (!visitor.sparedFolder.empty()) {
+        measured.refusal = "holds the home folder \"" + inside + visitor.sparedFolder + "\"";
+    } else if (!visitor.mountPoint.empty()) {
+        measured.refusal = "holds the mount point \"" + inside + visitor.mountPoint + "\"";
+    }
+    return measured;
+}
+
+/// Remembers what an item that is a link leads to. Returns its size.
+std::uint64_t ItemShredder::rememberTarget(const HeldItem& item) {
+    const bool isHeld = item.parent != nullptr;
+    const int folder = isHeld ? item.parent->get() : platform::SystemCalls::workingFolder;
+    const char* name = isHeld ? item.name.c_str() : item.path.c_str();
+    FileStatus target;
+    if (system_.statusAt(folder, name, Links::follow, target) < 0) return 0;
+    parts_.targets.add(folder, name, target);
+    return target.kind == EntryKind::folder ? 0 : target.size;
+}
+
+int ItemShredder::openItem(const HeldItem& item) {
+    return batch_.opened([&] {
+        if (item.item != nullptr) return system_.openFolder(item.item->get(), ".");
+        if (item.parent != nullptr) {
+            return system_.openFolder(item.parent->get(), item.name.c_str());
+        }
+        const std::string path = item.folder + "/" + item.name;
+        return system_.openFolder(platform::SystemCalls::workingFolder, path.c_str());
+    });
+}
+
+bool ItemShredder::shred(const HeldItem& item, MeasuredItem& measured) {
+    if (!measured.refusal.empty()) {
+        ++outcome_.notRemoved;
+        outcome_.note(item.path, "move", EBUSY, measured.refusal);
+        return false;
+    }
+    isInWork_ = true;
+    const bool isMoved = move(item);
+    // What a former run left in the folder goes in any case.
+    if (isMoved || move_.isInParts() || (holdings_.hasCurrent() && holdings_.current().wasThere)) {
+        renameContents(item, measured.manifest.get());
+        if (!stops()) overwriteContents(item);
+    }
+    if (stops()) return isMoved;
+    isInWork_ = false;
+    if (holdings_.hasCurrent() && holdings_.current().wasThere) holdings_.retire();
+    return isMoved;
+}
+
+std::string ItemShredder::moveAndRename(const HeldItem& item) {
+    std::string path;
+    if (move(item)) {
+        path = holdings_.current().path();
+        renameContents(item, nullptr);
+    }
+    holdings_.forget();
+    return path;
+}
+
+/// Moves the item; false where it stays, which is told.
+bool ItemShredder::move(const HeldItem& item) {
+    move_.begin();
+    int moved = holdings_.enter(item);
+    if (moved >= 0) {
+        const HoldingFolder& holding = holdings_.current();
+        top_ = {holding.opened, item.name};
+        topKind_ = item.status.kind;
+        if (item.name == holding.name) return true;
+        moved = move_.into(holding, item);
+    }
+    if (moved < 0) {
+        tellNotMoved(item, -moved);
+        return false;
+    }
+    // A plain file is compared once it is open.
+    const bool isComparedLater =
+        item.status.kind == EntryKind::regular && !holdings_.current().wasThere;
+    if (isComparedLater || move_.isInParts() || isTheItem(item)) return true;
+    putBack(item);
+    return false;
+}
+
+void ItemShredder::tellNotMoved(const HeldItem& item, int code) {
+    if (code == ENOENT) {
+        ++outcome_.vanished;
+        outcome_.note(item.path, "find", ENOENT);
+    } else {
+        ++outcome_.notRemoved;
+        outcome_.note(item.path, "move", code, holdings_.reason());
+    }
+}
+
+/// Whether what was moved is what was looked at.
+bool ItemShredder::isTheItem(const HeldItem& item) {
+    FileStatus found;
+    const int result = system_.statusAt(top_.folder, top_.name.c_str(), Links::stay, found);
+    return result >= 0 && isHeldItem(system_, item, found);
+}
+
+void ItemShredder::putBack(const HeldItem& item) {
+    const HoldingFolder& holding = holdings_.current();
+    const bool isBack = move_.back(holding, item, top_.name.c_str()) >= 0;
+    ++outcome_.notRemoved;
+    outcome_.note(isBack ? item.path : holding.path() + "/" + top_.name, "move", ESTALE,
+                  "is not what was there before");
+}
+
+/// Walks the item, or all that a folder of a former run holds.
+template <typename Visitor>
+void ItemShredder::walkHolding(TreeWalk::Order order, Visitor& visitor) {
+    const HoldingFolder& holding = holdings_.current();
+    if (!holding.wasThere) {
+        const std::string name = top_.name;  // it may change on the walk
+        walk_.walkEntry({top_.folder, name.c_str(), topKind_, &holding.status}, order, visitor);
+        return;
+    }
+    const int folder = batch_.opened([&] { return system_.openFolder(holding.opened, "."); });
+    if (folder >= 0) {
+        walk_.walk(folder, order, visitor);
+    } else {
+        visitor.missed({}, -folder);
+    }
+}
+
+void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest) {
+    const Renamer renamer(system_, batch_, parts_.deletion.stop,
+                          parts_.deletion.overwriter.randomName(), &top_);
+    const auto vanished = [&](const std::string& name) {
+        ++outcome_.vanished;
+        outcome_.note(item.folder + "/" + name, "find", ENOENT);
+    };
+    FileRenamer files(renamer, walk_, manifest, vanished);
+    walkHolding(TreeWalk::Order::forward, files);
+    renamed_ = files.entries;
+    FolderRenamer folders(renamer);
+    walkHolding(TreeWalk::Order::backward, folders);
+}
+
+void ItemShredder::overwriteContents(const HeldItem& item) {
+    const HoldingFolder& holding = holdings_.current();
+    DeletionHandler handler(parts_.deletion, walk_, holding.path());
+    const bool isPlain = topKind_ == EntryKind::regular && !holding.wasThere;
+    if (isPlain) handler.expect(item);
+    const std::uint64_t vanished = outcome_.vanished;
+    walkHolding(TreeWalk::Order::forward, handler);
+    if (handler.foundAnother()) putBack(item);
+    if (stops() || outcome_.vanished != vanished || handler.entries >= renamed_) return;
+    const std::uint64_t missing = renamed_ - handler.entries;
+    outcome_.vanished += missing;
+    outcome_.note(item.path, "find", ENOENT,
+                  fmt::format("{} of its entries vanished while it was shredded", missing));
+}
+
+}  // namespace dorvanel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <unordered_set>
+
+#include "engine/HeldItem.h"
+
+namespace dorvanel {
+
+/// The items of a request that were taken from their places: a later one that is named twice, or
+/// lies in an earlier one, went with it and is not missed.
+class TakenItems {
+  public:
+    void add(const HeldItem& item) {
+        if (item.status.kind == platform::EntryKind::folder) folders_.insert(pathOf(item));
+        items_.insert(pathOf(item));
+    }
+    [[nodiscard]] bool holds(const HeldItem& item) const {
+        if (items_.contains(pathOf(item))) return true;
+        if (folders_.empty()) return false;
+        std::string above = item.folder;
+        for (std::size_t slash = 0; slash != std::string::npos; above.resize(slash)) {
+            if (folders_.contains(above)) return true;
+            slash = above.rfind('/');
+            if (slash == std::string::npos) break;
+        }
+        return false;
+    }
+
+  private:
+    static std::string pathOf(const HeldItem& item) { return item.folder + "/" + item.name; }
+
+    std::unordered_set<std::string> items_;
+    std::unordered_set<std::string> folders_;
+};
+
+}  // namespace dorvanel
