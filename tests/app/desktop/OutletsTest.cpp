@@ -5,6 +5,7 @@
 
 #include "DesktopFixture.h"
 #include "app/desktop/Colors.h"
+#include "app/desktop/Elision.h"
 #include "app/desktop/QtOutlets.h"
 
 namespace dorvanel::test {
@@ -76,6 +77,22 @@ TEST(OutletsTest, ALongNameIsCutToTheLabelAndWholeInTheToolTip) {
     EXPECT_LT(label.text().size(), 60);
     EXPECT_EQ(label.toolTip().toStdString(), name);
     EXPECT_EQ(label.accessibleDescription().toStdString(), name);
+}
+
+TEST(OutletsTest, AMessageKeepsItsWordsAndALongOneOfThemIsCutAndWholeInTheToolTip) {
+    QLabel label;
+    label.setWordWrap(true);
+    desktop::showCut(label, "Two words\nand a line.");
+    EXPECT_EQ(label.text(), "Two words\nand a line.");
+    EXPECT_EQ(label.toolTip(), "");
+    EXPECT_EQ(label.accessibleName(), "");
+    const QString whole = "Not saved: /" + QString(300, 'n') + " is full";
+    desktop::showCut(label, whole);
+    EXPECT_TRUE(label.text().startsWith("Not saved: /nnn"));
+    EXPECT_TRUE(label.text().endsWith("n is full"));
+    EXPECT_LE(label.minimumSizeHint().width(), 400);
+    EXPECT_EQ(label.toolTip(), whole);
+    EXPECT_EQ(label.accessibleName(), whole);
 }
 
 TEST(OutletsTest, NoTextOfAFileIsTakenForMarkup) {
