@@ -59,5 +59,10 @@ def one_folder(count):
     return DataSet(f"{count:,} entries in one folder", files)
 
 
+def files_of_one_folder(count):
+    files = {f"folder/file{i:05d}": 4096 for i in range(count)}
+    return DataSet(f"{count:,} files of 4 KiB, handed over as their folder and one by one", files)
+
+
 def one_small_file():
     return DataSet("One file of 4 KiB", {"small": 4096})

@@ -11,6 +11,7 @@ OVERWRITE_PATTERN = {"random": "0", "zero": "3"}
 EACH_FILE = (
     'top=$1; shift; find "$top" -type f -exec "$@" {} + && find "$top" -depth -type d -delete'
 )
+ONE_BY_ONE = 'cd "$1" && "$2" --home "$3" shred * && cd / && rmdir "$1"'
 THEN_FLUSH = 'folder=$1; shift; "$@"; status=$?; sync -f "$folder"; exit $status'
 
 
@@ -48,14 +49,16 @@ def on_item(*command):
 class Programs:
     """Those found on this machine; what is absent is told by `missing`."""
 
-    def __init__(self, bin_folder, homes):
+    def __init__(self, bin_folder, homes, before=None):
+        """`before`: the programs of another build, ours to compare with."""
+        self.before = before and os.path.join(before, "dorvanel")
         self.bin = bin_folder
         self.homes = homes
         self.dorvanel = os.path.join(bin_folder, "dorvanel")
         wanted = [self.dorvanel, "shred", "srm", "wipe", "scrub"]
         self.missing = [os.path.basename(name) for name in wanted if not is_there([name])]
 
-    def _own(self, passes=1, pattern="random"):
+    def _own(self, passes=1, pattern="random", name="dorvanel"):
         """Ours, with a home whose preferences ask for the passes and the pattern."""
         home = os.path.join(self.homes, f"{passes}-{pattern}")
         if "dorvanel" not in self.missing and not os.path.isdir(home):
@@ -69,7 +72,13 @@ class Programs:
                     check=True,
                     stdout=subprocess.DEVNULL,
                 )
-        return Program("dorvanel", on_item(self.dorvanel, "--home", home, "shred"), passes)
+        program = self.before if name == "before" else self.dorvanel
+        return Program(name, on_item(program, "--home", home, "shred"), passes)
+
+    def _both(self, passes=1, pattern="random"):
+        """Ours, and the other build of ours where there is one."""
+        names = ["dorvanel", "before"] if self.before else ["dorvanel"]
+        return [self._own(passes, pattern, name) for name in names]
 
     def _bench(self, name, title, passes, flushes):
         program = os.path.join(self.bin, "bench_" + name)
@@ -98,7 +107,7 @@ class Programs:
                 peers.append(Program("scrub -r", on_item("scrub", "-r", "-p", "usarmy"), 3, True))
         plain = [self._bench("plain_random", "plain random()", passes, False)]
         return self._only_present(
-            [self._own(passes, pattern), *peers]
+            [*self._both(passes, pattern), *peers]
             + (plain if pattern == "random" else [])
             + [self._bench("bare", "bare system calls", passes, True)]
         )
@@ -107,7 +116,7 @@ class Programs:
         shred = ["shred", "-n", "1"]
         return self._only_present(
             [
-                self._own(),
+                *self._both(),
                 Program("shred --remove=unlink", each_file(*shred, "--remove=unlink"), 1, True),
                 Program("shred -u", each_file(*shred, "-u"), 1, True),
                 Program("srm -llr", on_item("srm", "-llr"), 1, True),
@@ -121,11 +130,21 @@ class Programs:
 
     def for_one_small_file(self):
         return self._only_present(
-            [self._own(), Program("shred -u", on_item("shred", "-n", "1", "-u"), 1, True)]
+            [*self._both(), Program("shred -u", on_item("shred", "-n", "1", "-u"), 1, True)]
         )
 
+    def for_arguments(self):
+        """Ours on a folder, and ours on each file of it by itself."""
+        own = self._own()
+        home = own.command("")[2]
+        one_by_one = ["sh", "-c", ONE_BY_ONE, "sh"]
+        each = Program(
+            "dorvanel, one by one", lambda item: [*one_by_one, item, self.dorvanel, home]
+        )
+        return self._only_present([own, each])
+
     def for_one_folder(self):
-        return self._only_present([self._own()])
+        return self._only_present(self._both())
 
     def write_limit(self, passes, item):
         """Seconds of writing over an existing file, one flush at the end."""

@@ -146,6 +146,15 @@ class Goals:
         text = None if value is None else f"{value:.2f} times the fastest"
         self.add(row, "faster than every peer", text, value and value > 1)
 
+    def one_by_one(self, row, medium, most):
+        """Files handed over one by one take at most `most` times what their folder takes."""
+        found = self.tables.get(("arguments", medium))
+        folder = found.wall("dorvanel") if found else None
+        each = found.wall("dorvanel, one by one") if found else None
+        value = each / folder if folder and each else None
+        text = None if value is None else f"{value:.2f}"
+        self.add(row, f"within {most} of their folder", text, value and value <= most)
+
     def memory(self, row, keys, most):
         kept = [t for (key, _), t in self.tables.items() if key.split()[0] in keys]
         peaks = [peak for peak in (t.peak("dorvanel") for t in kept) if peak]
@@ -182,6 +191,8 @@ def goals(tables):
         all_goals.times(row, key, "disk", unlink, 2.5)
         all_goals.times(row, key, "disk", "shred -u", 4)
         all_goals.within(row, key, "disk", 1.15)
+    for medium in "tmpfs", "disk":
+        all_goals.one_by_one(f"10,000 files one by one, {medium}", medium, 1.2)
     all_goals.memory("peak memory", ("large", "small", "cache"), 20)
     all_goals.memory("peak memory, one folder of 100,000 entries", ("folder",), 64)
     all_goals.start()

@@ -62,7 +62,7 @@ class Bench:
         self.options = options
         self.scratch = scratch  # medium -> folder
         self.homes = os.path.join(scratch["tmpfs"], "homes")
-        self.programs = Programs(options.bin, self.homes)
+        self.programs = Programs(options.bin, self.homes, options.before)
         self.measure = os.path.join(options.bin, "bench_measure")
         self.tables = []
         self.others = []  # (title, what the program printed)
@@ -123,6 +123,9 @@ class Bench:
                 self.table(f"large {passes} {pattern}", medium, large, chosen, passes)
             self.table("small", medium, small, programs.for_tree())
             self.table("cache", medium, cache, programs.for_tree())
+        listed = datasets.files_of_one_folder(200 if quick else 10000)
+        for medium in "tmpfs", "disk":
+            self.table("arguments", medium, listed, programs.for_arguments())
         starts = programs.for_one_small_file()
         self.table("start", "tmpfs", datasets.one_small_file(), starts, repetitions=21)
         folder = datasets.one_folder(1000 if quick else 100000)
@@ -157,6 +160,7 @@ def parse():
     add = parser.add_argument
     add("--bin", required=True, help=argparse.SUPPRESS)
     add("--quick", action="store_true", help="small data, one repetition: a smoke test")
+    add("--before", metavar="DIR", help="the programs of another build, to measure beside ours")
     add("--write", action="store_true", help="keep the result in docs/benchmarks.md")
     add("--only", metavar="REGEX", help="only the tables that match, as in 'small tmpfs'")
     add("--repetitions", type=int, default=5, metavar="N", help="runs of each (5)")
@@ -164,6 +168,7 @@ def parse():
     add("--disk", metavar="DIR", help="a folder on a disk (the build folder)")
     options = parser.parse_args()
     options.bin = os.path.abspath(options.bin)
+    options.before = options.before and os.path.abspath(options.before)
     options.disk = options.disk or os.path.dirname(options.bin)
     if options.quick:
         options.repetitions = 1
@@ -174,8 +179,8 @@ def parse():
     for folder in options.tmpfs, options.disk:
         if not options.quick and shutil.disk_usage(folder).free < 2 << 30:
             parser.error(f"{folder} has less than 2 GiB free")
-    if options.write and (options.quick or options.only):
-        parser.error("--write keeps whole results only: leave out --quick and --only")
+    if options.write and (options.quick or options.only or options.before):
+        parser.error("--write keeps whole results only: leave out --quick, --only and --before")
     return options
 
 

@@ -94,6 +94,7 @@ class Controller final : private BrowserWatchOwner {
 
     /// Shreds files that somebody hands over: ShreddingRun::shredFiles.
     bool shredFiles(std::vector<std::string> items) { return run_.shredFiles(std::move(items)); }
+    bool shredFiles(std::vector<HeldItem> items) { return run_.shredFiles(std::move(items)); }
     /// The program is asked to quit: at once, from any thread, also before it has launched. What
     /// has not reached its worker is given up; nothing starts any more, and no logout, shutdown or
     /// restart follows.

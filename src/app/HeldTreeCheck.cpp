@@ -28,20 +28,18 @@ class Inspector final : public TreeVisitor {
     int enter(const TreeEntry& entry) override {
         if (entry.kind != EntryKind::folder && entry.kind != EntryKind::unknown) return -1;
         const int folder = system_.openFolder(entry.folder, entry.name);
-        if (folder == -ENOTDIR || folder == -ELOOP) return folder;
-        FileStatus status;
-        const int result = folder < 0 ? folder : system_.status(folder, status);
-        if (result < 0) {
-            reason = reasonOf(pathOf(entry), -result);
-        } else if (check_.isProtected(status)) {
-            reason = "holds the home folder or a folder above it, \"" + pathOf(entry) + "\"";
-        } else if (status.isBeyondMountOf(top_.status)) {
-            reason = "holds the mount point \"" + pathOf(entry) + "\"";
-        } else {
-            return folder;
+        if (folder < 0 && folder != -ENOTDIR && folder != -ELOOP) {
+            reason = reasonOf(pathOf(entry), -folder);
         }
-        if (folder >= 0) system_.close(folder);
-        return -1;
+        return folder;
+    }
+    bool walksInto(const TreeEntry& entry, int, const FileStatus& found) override {
+        if (check_.isProtected(found)) {
+            reason = "holds the home folder or a folder above it, \"" + pathOf(entry) + "\"";
+        } else if (found.isBeyondMountOf(top_.status)) {
+            reason = "holds the mount point \"" + pathOf(entry) + "\"";
+        }
+        return !reason;
     }
     void leave(const TreeEntry&) override {}
     void missed(const std::string& relativePath, int code) override {

@@ -22,9 +22,9 @@ class FileManager {
         const std::string& path) const = 0;
     /// Renames; false, and nothing changed, when `from` is missing or `to` already exists.
     virtual bool movePath(const std::string& from, const std::string& to) = 0;
-    /// Copies a file or a whole folder (links as links), with the modes, and as root with the owners,
-    /// of the originals; false when `to` exists or a part could not be copied, and then nothing is
-    /// left at `to`.
+    /// Copies a file or a whole folder (links as links), with the modes, and as root with the
+    /// owners, of the originals; false when `to` exists or a part could not be copied, and then
+    /// nothing is left at `to`.
     virtual bool copyPath(const std::string& from, const std::string& to) = 0;
 };
 

@@ -71,8 +71,8 @@ class Preferences final : public PreferenceReader {
     /// stores the list and synchronizes.
     platform::Result<platform::Done> enableChanged(std::string_view name);
 
-    /// For a person who wants to begin again: a stored list that cannot be read is set aside under a
-    /// new name, which the defaults' owner is told, and a good one written in its place; the
+    /// For a person who wants to begin again: a stored list that cannot be read is set aside under
+    /// a new name, which the defaults' owner is told, and a good one written in its place; the
     /// preferences are then known. Where they were known the values stay as they are; otherwise
     /// they become what is stored now, and the panel shows them. Going back to the factory values
     /// is `startAfresh`, then `revertToDefault` and `saveDefaults`. A failure changes nothing here.

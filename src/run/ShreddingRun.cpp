@@ -202,14 +202,25 @@ bool ShreddingRun::collect() {
 }
 
 bool ShreddingRun::shredFiles(std::vector<std::string> items) {
-    return startHandedOver(std::move(items), false);
+    if (!mayStartHandedOver()) return false;
+    handedOver_ = std::move(items);
+    return startWorker({.paths = &handedOver_, .handedOver = true});
+}
+
+bool ShreddingRun::shredFiles(std::vector<HeldItem> items) {
+    if (!mayStartHandedOver()) return false;
+    held_ = std::move(items);
+    return startWorker({.held = &held_, .handedOver = true});
 }
 
 bool ShreddingRun::shredLaunchItems(std::vector<std::string> items) {
-    return startHandedOver(std::move(items), true);
+    if (!mayStartHandedOver()) return false;
+    handedOver_ = std::move(items);
+    return startWorker({.paths = &handedOver_, .closesLog = true, .handedOver = true});
 }
 
-bool ShreddingRun::startHandedOver(std::vector<std::string> items, bool closesLog) {
+/// Whether the turn is the caller's now, who must start the worker; a refusal is told.
+bool ShreddingRun::mayStartHandedOver() {
     if (mThreadCount == 0 && mAwaitingConfirmation == 0) waitForWorker();
     Refusal refusal = reasonToRefuse();
     if (refusal == Refusal::none && !state_.begin(Activity::shredding)) refusal = Refusal::atWork;
@@ -217,9 +228,8 @@ bool ShreddingRun::startHandedOver(std::vector<std::string> items, bool closesLo
         refuse(refusal, true);
         return false;
     }
-    handedOver_ = std::move(items);
     skipped_.clear();
-    return startWorker({.paths = &handedOver_, .closesLog = closesLog, .handedOver = true});
+    return true;
 }
 
 Refusal ShreddingRun::reasonToRefuse() const {
@@ -229,12 +239,27 @@ Refusal ShreddingRun::reasonToRefuse() const {
     return Refusal::none;
 }
 
+std::vector<std::string> ShreddingRun::pathsOf(const Work& work) {
+    if (work.held == nullptr) return *work.paths;
+    std::vector<std::string> paths;
+    for (const HeldItem& item : *work.held) paths.push_back(item.path);
+    return paths;
+}
+
+void ShreddingRun::forget(const Work& work) {
+    if (work.held != nullptr) {
+        work.held->clear();
+    } else {
+        work.paths->clear();
+    }
+}
+
 bool ShreddingRun::startWorker(const Work& work) {
-    parts_.observer.runBegins(*work.paths);
+    parts_.observer.runBegins(pathsOf(work));
     ++mThreadCount;
     if (parts_.worker.start([this, work] { HandleThread(work); })) return true;
     --mThreadCount;
-    work.paths->clear();
+    forget(work);
     kalvet_logger("Dorvanel *not* Initiated - no thread available");
     kalvet_logger("");
     kalvet_logger_close();
@@ -244,7 +269,11 @@ bool ShreddingRun::startWorker(const Work& work) {
 }
 
 void ShreddingRun::HandleThread(const Work& work) {
-    parts_.fileAccessInstance.shredDroppedFile(*work.paths);
+    if (work.held != nullptr) {
+        parts_.fileAccessInstance.shredItems(*work.held);
+    } else {
+        parts_.fileAccessInstance.shredDroppedFile(*work.paths);
+    }
     RunReport report;
     report.outcome = parts_.fileAccessInstance.outcome();
     report.skipped = skipped_;

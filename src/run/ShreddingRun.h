@@ -65,6 +65,8 @@ class ShreddingRun {
     /// Shreds what somebody hands over: no question, no collectors. False, which the observer has
     /// been told, when it is refused. The end comes by the observer.
     bool shredFiles(std::vector<std::string> items);
+    /// The same for items that were looked at, and are held since.
+    bool shredFiles(std::vector<HeldItem> items);
     /// As `shredFiles`, for the items of a launch: their end closes the log and may hide the
     /// application, as a run's does.
     bool shredLaunchItems(std::vector<std::string> items);
@@ -102,6 +104,7 @@ class ShreddingRun {
     /// What the worker is given to do.
     struct Work {
         std::vector<std::string>* paths = nullptr;
+        std::vector<HeldItem>* held = nullptr;  ///< in place of paths
         std::int16_t ending = nothing;
         /// A run, or the items of a launch: its end closes the log and may hide the application.
         bool closesLog = false;
@@ -118,8 +121,10 @@ class ShreddingRun {
                const std::string& yes, const char* lineOfNo);
     bool goesOn(Activity step);
     bool collect();
-    bool startHandedOver(std::vector<std::string> items, bool closesLog);
+    bool mayStartHandedOver();
     Refusal reasonToRefuse() const;
+    static std::vector<std::string> pathsOf(const Work& work);
+    static void forget(const Work& work);
     bool startWorker(const Work& work);
     void HandleThread(const Work& work);
     void sendSystemEvent(std::int16_t ending);
@@ -138,6 +143,7 @@ class ShreddingRun {
     /// that is refused makes of that meanwhile. Main thread.
     std::int16_t ending_ = nothing;
     std::vector<std::string> handedOver_;  ///< the worker's while it works
+    std::vector<HeldItem> held_;           ///< likewise
     std::vector<std::string> skipped_;
 };
 

@@ -139,11 +139,8 @@ bool EnvelopeIndex::removeTogether(const std::vector<std::string>& rowids,
     allowTime(removalPatience);
     allowSteps(mostStepsToRemove);
     if (!runs("begin")) return false;
-    for (const std::string& rowid : rowids) {
-        removals.push_back(removeOne(rowid));
-        // Some failures undo the whole transaction, and what was removed before with it.
-        if (sqlite3_get_autocommit(database_.get()) != 0) return false;
-    }
+    for (const std::string& rowid : rowids) removals.push_back(removeOne(rowid));
+    // Not possible either where a failure has undone the whole transaction.
     if (runs("commit")) return true;
     static_cast<void>(runs("rollback"));
     return false;

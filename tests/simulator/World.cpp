@@ -288,8 +288,8 @@ platform::AnswerInput::Read World::readLine(std::string& line) {
             judge_.goesOnWaiting("a question waits for its answer");
             const bool agrees = event->argument % 2 != 0;
             judge_.answered(agrees);
-            line = agrees ? "yes" : "no";
-            if (event->argument % 4 == 1) line = "ok";
+            const bool isAboutQuitting = err_.view().ends_with("[Cancel] OK: ");
+            line = isAboutQuitting ? (agrees ? "ok" : "cancel") : (agrees ? "yes" : "no");
             return Read::line;
         }
         perform(*event, Moment::blocked);

@@ -392,16 +392,26 @@ TEST_F(AppleMailTest, AnAccountFolderWithALineBreakForgesNoLineOfTheLog) {
     EXPECT_EQ(shredList.at(0), mail + "POP-a\nShred: b@h/Deleted Items.mbox");
 }
 
-TEST_F(AppleMailTest, AViewThatNeverEndsIsGivenUpWhenItsTimeIsOver) {
+TEST_F(AppleMailTest, AViewIsGivenUpWhenItsTimeIsOverHoweverFewStepsItTook) {
     SampleIndex(indexPath).run(
-        "create view mailboxes as with recursive n(i) as (select 1 union all select i + 1 from n)"
-        " select i as ROWID, 'local:///Trash' as url from n where i < 0");
+        "create view mailboxes as with recursive n(i) as"
+        " (select 1 union all select i + 1 from n where i < 20000)"
+        " select i as ROWID, 'local:///Inbox' as url from n");
+    EXPECT_THAT(run(&Collectors::AppleMail20), ElementsAre(label20, separator))
+        << "these are not too many steps";
     clock.step = std::chrono::milliseconds(100);
     const auto begin = clock.now();
     EXPECT_THAT(run(&Collectors::AppleMail20),
                 ElementsAre(label20, noList, "interrupted", separator));
-    EXPECT_LE(clock.now() - begin, EnvelopeIndex::readingPatience + std::chrono::seconds(1))
-        << "long before it has taken too many steps";
+    EXPECT_LE(clock.now() - begin, EnvelopeIndex::readingPatience + std::chrono::seconds(1));
+}
+
+TEST_F(AppleMailTest, AViewThatNeverEndsIsGivenUp) {
+    SampleIndex(indexPath).run(
+        "create view mailboxes as with recursive n(i) as (select 1 union all select i + 1 from n)"
+        " select i as ROWID, 'local:///Trash' as url from n where i < 0");
+    EXPECT_THAT(run(&Collectors::AppleMail20),
+                ElementsAre(label20, noList, "interrupted", separator));
 }
 
 TEST_F(AppleMailTest, ATriggerThatNeverEndsDoesNotUndoWhatWasRemovedBefore) {

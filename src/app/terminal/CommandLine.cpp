@@ -2,9 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <exception>
 #include <iterator>
-#include <new>
 #include <optional>
 
 #include "app/CommandLineWords.h"
@@ -91,7 +89,9 @@ platform::Result<platform::Done> enterHome(const Command& command) {
     return entered;
 }
 
-ExitStatus readAndRun(const std::vector<std::string>& arguments, Terminal& terminal) {
+}  // namespace
+
+ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal) {
     ExitStatus ended = ExitStatus::done;
     const std::optional<Command> command = readCommandLine(arguments, terminal, ended);
     if (!command) return ended;
@@ -101,19 +101,6 @@ ExitStatus readAndRun(const std::vector<std::string>& arguments, Terminal& termi
         return ExitStatus::usage;
     }
     return command->action(terminal);
-}
-
-}  // namespace
-
-ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal) {
-    try {
-        return readAndRun(arguments, terminal);
-    } catch (const std::bad_alloc&) {
-        terminal.complain("out of memory");
-    } catch (const std::exception& failure) {
-        terminal.complain(failure.what());
-    }
-    return ExitStatus::incomplete;
 }
 
 }  // namespace dorvanel::terminal

@@ -25,7 +25,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
                                        Terminal& terminal, ExitStatus& ended);
 
 /// Reads the command line (without the program's name), does what it says, and returns what to
-/// tell the shell. No exception gets out: it is told, with the status of something left undone.
+/// tell the shell.
 ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& terminal);
 
 }  // namespace dorvanel::terminal

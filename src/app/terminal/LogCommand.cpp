@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <ostream>
 #include <system_error>
@@ -29,6 +30,12 @@ ExitStatus print(Terminal& terminal) {
     if (path.empty()) {
         terminal.complain("there is no Activity Log: HOME is not set");
         return ExitStatus::done;
+    }
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    if (std::filesystem::is_other(status)) {  // a pipe, say, which nobody might ever write to
+        terminal.complain(path + ": not a regular file");
+        return ExitStatus::incomplete;
     }
     errno = 0;
     std::ifstream log(path, std::ios::binary);

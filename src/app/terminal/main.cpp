@@ -1,5 +1,6 @@
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ terminal::ExitStatus run(int argc, char** argv) {
     const auto answers = platform::makeAnswerInput();
     if (answers == nullptr) {
         std::cerr << "dorvanel: no descriptor is left to read answers with\n";
-        return static_cast<int>(terminal::ExitStatus::notInitiated);
+        return terminal::ExitStatus::notInitiated;
     }
     terminal::Terminal terminal{
         std::cout,
@@ -35,6 +36,16 @@ terminal::ExitStatus run(int argc, char** argv) {
     return status == terminal::ExitStatus::done ? terminal::ExitStatus::incomplete : status;
 }
 
+constexpr const char* outOfMemory = "dorvanel: out of memory\n";
+
+void tell(const std::exception& failure) {
+    try {
+        std::cerr << "dorvanel: " + terminal::Terminal::forErr(failure.what()) + "\n";
+    } catch (const std::bad_alloc&) {
+        std::cerr << outOfMemory;
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -42,8 +53,10 @@ int main(int argc, char** argv) {
     try {
         std::ios::sync_with_stdio(false);
         return static_cast<int>(run(argc, argv));
+    } catch (const std::bad_alloc&) {
+        std::cerr << outOfMemory;
     } catch (const std::exception& failure) {
-        std::cerr << "dorvanel: " << failure.what() << '\n';
+        tell(failure);
     }
     return static_cast<int>(terminal::ExitStatus::incomplete);
 }

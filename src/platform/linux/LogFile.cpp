@@ -29,16 +29,18 @@ std::optional<Error> refusalOf(const struct stat& file, const std::string& path)
     return std::nullopt;
 }
 
-/// Opens, where root may follow no link at all.
-class LinklessOpening {
+/// Opens the file of a path; no link at all is followed where root works in another's home, and
+/// none at the end anywhere.
+class Opening {
   public:
-    explicit LinklessOpening(const std::string& path)
+    explicit Opening(const std::string& path)
         : path_(path), home_(isRootInAnothersHome() ? homeDirectory() : std::string()) {}
 
-    [[nodiscard]] bool followsLinks() const { return home_.empty(); }
+    [[nodiscard]] bool mayFollowLinks() const { return home_.empty(); }
     [[nodiscard]] FileDescriptor open(int flags) const {
         constexpr mode_t mode = 0666;  // less the umask, until it is opened to everybody
-        if (followsLinks()) return FileDescriptor(::open(path_.c_str(), flags | O_NOFOLLOW, mode));
+        if (mayFollowLinks())
+            return FileDescriptor(::open(path_.c_str(), flags | O_NOFOLLOW, mode));
         return FileDescriptor(openWithoutLinks(home_, path_, flags, mode));
     }
 
@@ -77,12 +79,12 @@ Result<std::string> pastOwnLinks(std::string path) {
 
 Result<std::FILE*> openLogFile(const std::string& path) {
     std::string end = path;
-    if (LinklessOpening(path).followsLinks()) {
+    if (Opening(path).mayFollowLinks()) {
         const Result<std::string> followed = pastOwnLinks(path);
         if (!followed) return followed.error();
         end = followed.value();
     }
-    const LinklessOpening opening(end);
+    const Opening opening(end);
     struct stat status {};
     // Looked at before it is opened, since opening alone moves a tape or resets a line.
     if (const FileDescriptor there = opening.open(O_PATH | O_CLOEXEC); there.isOpen()) {

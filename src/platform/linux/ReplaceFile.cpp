@@ -102,6 +102,9 @@ Result<std::optional<std::string>> readWholeFile(const std::string& path, std::s
     const FileDescriptor file(linksUpTo.empty() ? ::open(path.c_str(), flags)
                                                 : openWithoutLinks(linksUpTo, path, flags));
     if (!file.isOpen() && errno == ENOENT) return std::optional<std::string>();
+    if (!file.isOpen() && !linksUpTo.empty() && (errno == ELOOP || errno == ENOTDIR)) {
+        return Error{0, "open", path, "root follows no link in the home folder of somebody else"};
+    }
     if (!file.isOpen()) return Error::fromErrno("open", path);
     struct stat status {};
     if (::fstat(file.get(), &status) != 0) return Error::fromErrno("read", path);

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "app/terminal/TestTerminal.h"
 #include "engine/ActivityLog.h"
@@ -53,6 +54,13 @@ TEST_F(LogCommandTest, ALogThatCannotBeReadIsToldAndFails) {
     TestTerminal console;
     EXPECT_EQ(console.run({"log"}), 1);
     EXPECT_EQ(console.err.str(), "dorvanel: " + activityLogPath() + ": Is a directory\n");
+}
+
+TEST_F(LogCommandTest, APipeInThePlaceOfTheLogIsNotWaitedFor) {
+    TestTerminal console;
+    ASSERT_EQ(mkfifo(activityLogPath().c_str(), 0600), 0);
+    EXPECT_EQ(console.run({"log"}), 1);
+    EXPECT_EQ(console.err.str(), "dorvanel: " + activityLogPath() + ": not a regular file\n");
 }
 
 }  // namespace
