@@ -186,7 +186,10 @@ bool DeletionHandler::addOwnersBits(const TreeEntry& entry, int reference, const
 
 /// Whether the file is the item that was looked at.
 bool DeletionHandler::isExpected(const FileStatus& found) {
-    if (expected_ == nullptr || isHeldItem(parts_.system, *expected_, found)) return true;
+    if (expected_ == nullptr) return true;
+    const bool isIt = isHeldItem(parts_.system, *expected_, found);
+    expected_->item.reset();
+    if (isIt) return true;
     foundAnother_ = true;
     spared_ = true;
     return false;
@@ -217,6 +220,7 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
         return countNotOverwritten(entry, "look at", -result);
     }
     if (isNoneOfOurs(file, entry, status)) return;
+    if (entry.kind != EntryKind::link) parts_.targets.release(status);
     if (entry.kind == EntryKind::regular && othersMayWrite(*entry.in)) sharedFiles.add(status);
     const FileOverwriter::Written written =
         parts_.overwriter.overwrite(file, status.size, entry.name);

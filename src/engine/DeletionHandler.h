@@ -28,7 +28,7 @@ class DeletionHandler final : public TreeVisitor {
         platform::SystemCalls& system;
         FileOverwriter& overwriter;
         FlushBatch& batch;
-        const LinkTargets& targets;
+        LinkTargets& targets;
         const std::atomic<bool>& stop;
         Outcome& outcome;
         std::uint32_t user;  ///< that the process acts as
@@ -52,8 +52,9 @@ class DeletionHandler final : public TreeVisitor {
     /// Overwrites one file, which stays.
     void shredOneFile(const TreeEntry& entry);
 
-    /// The first entry must be this file, which was looked at earlier.
-    void expect(const HeldItem& item) { expected_ = &item; }
+    /// The first entry must be this file, which was looked at earlier. It is held no longer once it
+    /// is open.
+    void expect(HeldItem& item) { expected_ = &item; }
     /// It was another one, which stays as it was.
     [[nodiscard]] bool foundAnother() const { return foundAnother_; }
 
@@ -85,7 +86,7 @@ class DeletionHandler final : public TreeVisitor {
     Parts parts_;
     const TreeWalk& walk_;
     std::string place_;
-    const HeldItem* expected_ = nullptr;
+    HeldItem* expected_ = nullptr;
     bool foundAnother_ = false;
     bool spared_ = false;  ///< the entry at hand keeps its name
     WrittenFile written_;  ///< the entry at hand, or what it leads to, where it was written to

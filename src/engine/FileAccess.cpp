@@ -88,7 +88,7 @@ bool FileAccess::guarded(const std::string& what, Work work) {
 
 /// Measures all items, then shreds one after another from number `next` on, which is where it
 /// stands when something ends it.
-void FileAccess::shredInTurn(const std::vector<HeldItem>& items, std::size_t& next) {
+void FileAccess::shredInTurn(std::vector<HeldItem>& items, std::size_t& next) {
     std::vector<MeasuredItem> measured(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (items[i].code != 0) continue;
@@ -97,7 +97,7 @@ void FileAccess::shredInTurn(const std::vector<HeldItem>& items, std::size_t& ne
     }
     TakenItems taken;
     while (next < items.size()) {
-        const HeldItem& item = items[next];
+        HeldItem& item = items[next];
         if (item.code != 0) {
             passOver(item);
         } else if (stopRequested()) {

@@ -92,7 +92,7 @@ class FileAccess {
     void begin();
     template <typename Work>
     bool guarded(const std::string& what, Work work);
-    void shredInTurn(const std::vector<HeldItem>& items, std::size_t& next);
+    void shredInTurn(std::vector<HeldItem>& items, std::size_t& next);
     void passOver(const HeldItem& item);
     void leaveFrom(const std::vector<HeldItem>& items, std::size_t next);
     void end();

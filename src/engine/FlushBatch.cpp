@@ -60,8 +60,7 @@ void FlushBatch::remove(const DoomedName& doomed, std::shared_ptr<const HeldDesc
 void FlushBatch::removeNow(const DoomedName& doomed, const WrittenFile& file,
                            const Path& folderPath) {
     const auto path = [&] { return folderPath() + "/" + doomed.name; };
-    const Identity identity = Identity::of(file.status);
-    const bool swapped = isSwapped(doomed, file.descriptor < 0 ? nullptr : &identity);
+    const bool swapped = isSwapped(doomed, file.descriptor, Identity::of(file.status));
     if (file.descriptor >= 0) {
         if (file.opensToAll) system_.changeMode(file.descriptor, everybody);
         system_.close(file.descriptor);
@@ -141,21 +140,28 @@ DoomedName FlushBatch::doomedName(const Name& name) const {
 
 /// Whether another file has come in the name's place. As long as `file` is held open no other has
 /// its number; of what is not held only that it was no plain file is certain.
-bool FlushBatch::isSwapped(const DoomedName& doomed, const Identity* file) {
+bool FlushBatch::isSwapped(const DoomedName& doomed, int file, const Identity& identity) {
     if (!doomed.mayBeSwapped || doomed.kind == EntryKind::folder) return false;
-    if (file == nullptr && doomed.kind == EntryKind::regular) return false;
+    if (file < 0 && doomed.kind == EntryKind::regular) return false;
     FileStatus now;
     const int result = system_.statusAt(doomed.folder, doomed.name, Links::stay, now);
     if (result < 0) return result != -ENOENT;
     if (now.kind != EntryKind::regular) return false;  // nothing of it could be lost
-    return file == nullptr || Identity::of(now) != *file;
+    if (file < 0) return true;
+    if (Identity::of(now) == identity) return false;
+    // Some file systems number their files anew from time to time: then both are asked now.
+    FileStatus held;
+    return system_.status(file, held) < 0 || !now.isSameAs(held);
 }
 
 void FlushBatch::findSwapped() {
     for (Name& name : names_) {
-        if (!name.mayBeSwapped || (name.file != none && files_[name.file].descriptor < 0)) continue;
-        name.isSwapped =
-            isSwapped(doomedName(name), name.file == none ? nullptr : &files_[name.file].identity);
+        if (!name.mayBeSwapped) continue;
+        if (name.file == none) {
+            name.isSwapped = isSwapped(doomedName(name), -1, {});
+        } else if (const File& file = files_[name.file]; file.descriptor >= 0) {
+            name.isSwapped = isSwapped(doomedName(name), file.descriptor, file.identity);
+        }
     }
 }
 

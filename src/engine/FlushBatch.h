@@ -120,7 +120,7 @@ class FlushBatch {
     void flushIfFull(int highest);
     [[nodiscard]] DoomedName doomedName(const Name& name) const;
     [[nodiscard]] bool needsFlush(const WrittenFile& file);
-    [[nodiscard]] bool isSwapped(const DoomedName& doomed, const Identity* file);
+    [[nodiscard]] bool isSwapped(const DoomedName& doomed, int file, const Identity& identity);
     void findSwapped();
     void closeFiles();
     void removeNames();

@@ -77,7 +77,7 @@ int ItemShredder::openItem(const HeldItem& item) {
     });
 }
 
-bool ItemShredder::shred(const HeldItem& item, MeasuredItem& measured) {
+bool ItemShredder::shred(HeldItem& item, MeasuredItem& measured) {
     if (!measured.refusal.empty()) {
         ++outcome_.notRemoved;
         outcome_.note(item.path, "move", EBUSY, measured.refusal);
@@ -85,11 +85,13 @@ bool ItemShredder::shred(const HeldItem& item, MeasuredItem& measured) {
     }
     isInWork_ = true;
     const bool isMoved = move(item);
+    if (item.status.kind != EntryKind::regular) item.item.reset();
     // What a former run left in the folder goes in any case.
     if (isMoved || move_.isInParts() || (holdings_.hasCurrent() && holdings_.current().wasThere)) {
         renameContents(item, measured.manifest.get());
         if (!stops()) overwriteContents(item, measured.manifest.get());
     }
+    item.item.reset();
     if (stops()) return isMoved;
     isInWork_ = false;
     if (holdings_.hasCurrent() && holdings_.current().wasThere) holdings_.retire();
@@ -185,7 +187,7 @@ void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest) {
     walkHolding(TreeWalk::Order::backward, folders);
 }
 
-void ItemShredder::overwriteContents(const HeldItem& item, const Manifest* manifest) {
+void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
     const HoldingFolder& holding = holdings_.current();
     DeletionHandler handler(parts_.deletion, walk_, holding.path());
     const bool isPlain = topKind_ == EntryKind::regular && !holding.wasThere;

@@ -39,8 +39,9 @@ class ItemShredder {
     /// Looks at an item that is there, and at all that is in it. Changes nothing.
     MeasuredItem measure(const HeldItem& item);
 
-    /// Shreds it. Returns whether it was taken from its place.
-    bool shred(const HeldItem& item, MeasuredItem& measured);
+    /// Shreds it. Returns whether it was taken from its place. Holds the item itself no longer: on
+    /// some file systems that keeps the folder of a removed name busy.
+    bool shred(HeldItem& item, MeasuredItem& measured);
 
     /// Moves the item into its holding folder and gives random names to all that is in it. Returns
     /// the folder's path, which is nobody's concern from then on; "" where it could not be made.
@@ -62,7 +63,7 @@ class ItemShredder {
     bool isTheItem(const HeldItem& item);
     void putBack(const HeldItem& item);
     void renameContents(const HeldItem& item, Manifest* manifest);
-    void overwriteContents(const HeldItem& item, const Manifest* manifest);
+    void overwriteContents(HeldItem& item, const Manifest* manifest);
     template <typename Visitor>
     void walkHolding(TreeWalk::Order order, Visitor& visitor);
     [[nodiscard]] bool stops() const {

@@ -26,6 +26,12 @@ void LinkTargets::add(int folder, const char* link, const FileStatus& target) {
     files_[Identity::of(target)] = {target, hold(folder, link, target)};
 }
 
+void LinkTargets::release(const FileStatus& target) {
+    if (files_.empty()) return;
+    const auto found = files_.find(Identity::of(target));
+    if (found != files_.end()) found->second.held.reset();
+}
+
 bool LinkTargets::has(const FileStatus& target) const {
     const auto found = files_.find(Identity::of(target));
     if (found == files_.end()) return false;

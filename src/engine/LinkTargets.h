@@ -21,6 +21,9 @@ class LinkTargets {
     void clear() { files_.clear(); }
     /// The link leads to `target`, which is now held if it is a plain file.
     void add(int folder, const char* link, const platform::FileStatus& target);
+    /// Holds the file no longer, should it be one of them: on some file systems a file that is held
+    /// keeps the folder of its removed name busy.
+    void release(const platform::FileStatus& target);
     /// Whether a link led to this very file.
     [[nodiscard]] bool has(const platform::FileStatus& target) const;
 

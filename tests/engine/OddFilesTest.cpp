@@ -159,6 +159,45 @@ TEST_F(OddFilesTest, WhetherADeviceLivesInMemoryIsAskedInEachRequest) {
     EXPECT_THAT(system.callsOf("flushFile"), SizeIs(1));
 }
 
+/// A file system on which a name that goes while its file is open, or only held, goes elsewhere in
+/// the same folder instead, which stays busy.
+class HidesOpenFiles final : public ForwardingSystemCalls {
+  public:
+    using ForwardingSystemCalls::ForwardingSystemCalls;
+    int removeFile(int folder, const char* name) override {
+        platform::FileStatus file;
+        inner_.statusAt(folder, name, Links::stay, file);
+        for (const std::string& number : namesIn("/proc/self/fd")) {
+            platform::FileStatus open;
+            if (inner_.status(std::stoi(number), open) < 0 || !open.isSameAs(file)) continue;
+            ++hidden;
+            return inner_.rename(folder, name, folder, (".hidden" + number).c_str());
+        }
+        return inner_.removeFile(folder, name);
+    }
+    int hidden = 0;
+};
+
+TEST_F(OddFilesTest, WhereAnOpenFileKeepsItsFolderBusyNothingIsLeft) {
+    for (const int inMemory : {0, 1}) {
+        faulty.inMemory = inMemory;
+        HidesOpenFiles hiding(faulty);
+        FileAccess engine({hiding, clock, draws}, preferences, shreddingProgress, fileName);
+        std::vector<std::string> items;
+        for (const char* name : {"single", "empty", "tree/file", "tree/sub/empty"}) {
+            writeFile(folder / name, fs::path(name).filename() == "empty" ? "" : "contents");
+        }
+        fs::create_symlink(folder / "tree/file", folder / "tree/sub/link");
+        fs::create_symlink(outside.path(), folder / "link");
+        for (const char* name : {"single", "empty", "link", "tree"}) items.push_back(folder / name);
+        engine.shredDroppedFile(items);
+        EXPECT_EQ(hiding.hidden, 0);
+        EXPECT_EQ(engine.outcome().filesRemoved, 6U);
+        EXPECT_THAT(engine.outcome().troubles, IsEmpty());
+        EXPECT_THAT(namesIn(folder.path()), IsEmpty());
+    }
+}
+
 /// Files of a folder that others may write in, while they wait for their flush.
 class SharedFolderTest : public OddFilesTest {
   protected:

@@ -43,6 +43,7 @@ class MediumTest : public testing::Test {
         files_[path] = {type, minor ? 8U : 0U, minor.value_or(77)};
     }
     [[nodiscard]] Medium mediumAt(const std::string& path) { return inspector_->mediumAt(path); }
+    void forgetDisks() { inspector_->forgetDisks(); }
     [[nodiscard]] Kind kindAt(const std::string& path) { return mediumAt(path).kind; }
 
     int looks_ = 0;
@@ -181,7 +182,7 @@ TEST_F(MediumTest, ADiskThatMayHaveGoneIsLookedAtAgain) {
     addFile("/item", EXT4_SUPER_MAGIC, 16);
     EXPECT_EQ(kindAt("/item"), Kind::solidState);
     writeFile(devices() / "solid/queue/rotational", "1\n");
-    inspector_->forgetDisks();
+    forgetDisks();
     EXPECT_EQ(kindAt("/item"), Kind::overwritable);
 }
 
