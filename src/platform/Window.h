@@ -16,7 +16,8 @@ class Window {
     virtual void setFrameAutosaveName(const std::string& name) = 0;
     virtual void center() = 0;
     virtual void makeKeyAndOrderFront() = 0;
-    /// Shows a sheet on the window and returns; `didDismiss` is called once it has gone.
+    /// Shows a sheet on the window and returns; `didDismiss` is called once it has gone. While one
+    /// is up no other is shown: that one is brought to the front, and nothing else comes of it.
     virtual void beginSheet(const std::string& title, const std::string& message,
                             const std::string& defaultButton, const std::string& alternateButton,
                             const std::string& otherButton,

@@ -3,11 +3,9 @@
 #include <QApplication>
 #include <QEvent>
 #include <QMessageBox>
-#include <QProgressBar>
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
-#include "app/desktop/OutcomeText.h"
 #include "engine/ActivityLog.h"
 
 namespace dorvanel::desktop {
@@ -15,13 +13,34 @@ namespace dorvanel::desktop {
 Desktop::Desktop(DesktopServices services)
     : services_(std::move(services)),
       panel_({services_.preferencesInstance, services_.files, services_.log, workspace_,
-              [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); }}) {
+              [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); },
+              services_.preferencesTrouble}) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
 }
 
 Desktop::~Desktop() {
+    reachable_ = nullptr;
     if (controller_ != nullptr) controller_->run().waitForWorker();
     documents_.clear();
+}
+
+bool Desktop::runFromLaunch(const std::vector<std::string>& droppedItems,
+                            const std::string& action) {
+    bool isLaunched = true;
+    loop_.performOnMainThread([&] {
+        if (quitAsked_) return loop_.stop();
+        isLaunched = launch(droppedItems);
+        if (!isLaunched) return loop_.stop();
+        if (!action.empty() && !loop_.isStopping()) performAction(action);
+    });
+    run();
+    return isLaunched;
+}
+
+void Desktop::askToQuit() {
+    quitAsked_ = true;
+    if (Controller* controller = reachable_) controller->giveUp();
+    application_.terminate();
 }
 
 bool Desktop::launch(const std::vector<std::string>& droppedItems) {
@@ -35,29 +54,39 @@ bool Desktop::launch(const std::vector<std::string>& droppedItems) {
     window_->setActions(actions());
     qApp->installEventFilter(this);
 
+    if (!services_.preferencesInstance.areKnown()) tellRefusal(Refusal::preferencesUnknown);
     controller_->setDroppedItems(checkedItems(droppedItems));
     controller_->applicationDidFinishLaunching();
     profilesView_->sync();
     // A menu without a single profile says nothing; it is dimmed, as its item in the main menu is.
     window_->profilesMenu().menuAction()->setEnabled(mainMenu_.itemAtIndex(0).isEnabled());
     launched_ = true;
-    for (const auto& work : std::exchange(waiting_, {})) work();
+    for (const auto& work : std::exchange(waiting_, {})) {
+        if (!loop_.isStopping()) work();
+    }
     return true;
 }
 
 bool Desktop::makeWindow() {
     std::unique_ptr<QWidget> mainMenu = loadInterfaceFile(services_.resourcesFolder, "MainMenu");
     if (mainMenu == nullptr) return false;
-    window_ = MainWindow::create(std::move(mainMenu), [this] { paintWhileBusy(); });
+    window_ = MainWindow::create(std::move(mainMenu));
     if (window_ == nullptr) return false;
-    alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_);
+    activity_ = std::make_unique<ActivityView>(
+        ActivityView::Parts{[this](const QString& message) { window_->showMessage(message); },
+                            [this](bool enabled) {
+                                window_->setCommandsEnabled(enabled);
+                                if (tray_ != nullptr) tray_->setCommandsEnabled(enabled);
+                            }});
+    alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_,
+                                             [this](bool asking) { setAsking(asking); });
     myWindow_ = std::make_unique<QtWindow>(window_->window(), services_.defaults);
-    auto* bar = window_->window().findChild<QProgressBar*>("shreddingProgress");
-    connect(bar, &QProgressBar::valueChanged, this, &Desktop::tellRunning);
     return true;
 }
 
 void Desktop::makeController() {
+    quitWait_ = services_.makeQuitWait(loop_);
+    worker_ = services_.makeWorker();
     controller_ = std::make_unique<Controller>(ControllerParts{services_.system,
                                                                services_.clock,
                                                                services_.draws,
@@ -81,12 +110,11 @@ void Desktop::makeController() {
                                                                window_->fileName(),
                                                                window_->watchOutlets(),
                                                                *this});
+    reachable_ = controller_.get();
+    if (quitAsked_) controller_->giveUp();  // it came before there was anybody to tell
     application_.setDelegate({
         [this] { return controller_->applicationShouldTerminate(); },
-        [this] {
-            quitDeferred_ = true;
-            window_->showMessage(QStringLiteral("Dorvanel quits when shredding has ended."));
-        },
+        [this] { activity_->setQuitDeferred(); },
         [this] {
             // Saves the window's frame too, while there is still somebody to save it.
             myWindow_->saveFrame();
@@ -106,25 +134,18 @@ void Desktop::makeController() {
 }
 
 void Desktop::makeTray() {
-    if (!QSystemTrayIcon::isSystemTrayAvailable()) return;
-    trayMenu_ = std::make_unique<QMenu>();
-    trayMenu_->addAction(QStringLiteral("Show Dorvanel"), this, &Desktop::activate);
-    trayMenu_->addSeparator();
-    auto* commands = new QMenu(QStringLiteral("Shred"), trayMenu_.get());
-    dockView_ = std::make_unique<MenuView>(*commands, controller_->applicationDockMenu(),
-                                           MenuView::Items::commands);
-    trayMenu_->addActions(commands->actions());
-    trayMenu_->addSeparator();
-    trayMenu_->addAction(QStringLiteral("Quit Dorvanel"), this,
-                         [this] { controller_->reallyQuit(); });
-    tray_ = std::make_unique<QSystemTrayIcon>(QApplication::windowIcon());
-    tray_->setToolTip(QStringLiteral("Dorvanel X"));
-    tray_->setContextMenu(trayMenu_.get());
-    connect(tray_.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger) activate();
-            });
-    tray_->show();
+    tray_ = std::make_unique<Tray>(
+        Tray::Parts{services_.hasStatusArea, controller_->applicationDockMenu(),
+                    [this] { activate(); }, [this] { controller_->reallyQuit(); },
+                    [this] {
+                        if (!window_->window().isVisible()) activate();
+                    }});
+    tray_->check();
+}
+
+void Desktop::checkStatusArea() {
+    // An alert may have come from the icon's own menu, which stays until it has been answered.
+    if (launched_ && !loop_.isHeld()) tray_->check();
 }
 
 MainWindowActions Desktop::actions() {
@@ -169,6 +190,7 @@ void Desktop::whenLaunched(std::function<void()> work) {
 }
 
 void Desktop::activate() {
+    showHiddenWindows();
     myWindow_->makeKeyAndOrderFront();
 }
 
@@ -176,8 +198,7 @@ void Desktop::openFiles(const std::vector<std::string>& files) {
     for (const std::string& file : files) {
         if (!controller_->applicationOpenFile(file)) return;
     }
-    std::erase_if(documents_,
-                  [](const auto& document) { return !document->window()->isVisible(); });
+    std::erase_if(documents_, [this](const auto& document) { return isClosed(*document); });
     auto document = std::make_unique<MyDocument>(services_.preferencesInstance, files);
     if (document->showWindows(services_.resourcesFolder)) {
         documents_.push_back(std::move(document));
@@ -187,48 +208,32 @@ void Desktop::openFiles(const std::vector<std::string>& files) {
     }
 }
 
-void Desktop::performAction(const std::string& name) {
-    if (workOnMainThread_) return workspace_.beep();
-    if (name == "shred") return controller_->shredAndNothing();
-    if (name == "shred-and-log-out") return controller_->shredAndLogout();
-    if (name == "shred-and-shut-down") return controller_->shredAndShutdown();
-    if (name == "shred-and-restart") return controller_->shredAndRestart();
-    activate();
-}
-
-void Desktop::paintWhileBusy() {
-    if (!workOnMainThread_) return;
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
-void Desktop::tellRunning() {
-    if (quitDeferred_ || controller_->run().threadCount() == 0) return;
-    window_->showMessage(QStringLiteral("Shredding…"));
-}
-
-void Desktop::runEnded(const RunReport& report) {
-    const auto tell = [this, report] {
-        if (quitDeferred_) return;
-        const bool shreddedNothing =
-            report.result == RunResult::cancelled || report.result == RunResult::nothingSelected;
-        if (shreddedNothing) window_->showMediumNotice({}, {});
-        window_->showMessage(messageOf(report), detailsOf(report.outcome));
-    };
-    if (isMainThread()) return tell();
-    loop_.performOnMainThread(tell);
-}
-
 void Desktop::hideWindows() {
-    QWidget* panel = panel_.window();
-    if (panel != nullptr) panel->hide();
-    for (const auto& document : documents_) document->window()->hide();
+    const auto hide = [this](QWidget* window) {
+        if (window == nullptr || !window->isVisible()) return;
+        hidden_ << window;
+        window->hide();
+    };
+    hide(panel_.window());
+    for (const auto& document : documents_) hide(document->window());
     QMainWindow& window = window_->window();
-    if (tray_ != nullptr) {
+    checkStatusArea();
+    if (tray_->isThere()) {
         window.hide();
     } else if (window.isVisible()) {
         // Without a tray, a window that is gone could not be found again.
         window.showMinimized();
     }
+}
+
+void Desktop::showHiddenWindows() {
+    for (const QPointer<QWidget>& window : std::exchange(hidden_, {})) {
+        if (window != nullptr) window->show();
+    }
+}
+
+bool Desktop::isClosed(const MyDocument& document) const {
+    return !document.window()->isVisible() && !hidden_.contains(document.window());
 }
 
 bool Desktop::eventFilter(QObject* watched, QEvent* event) {
@@ -237,6 +242,11 @@ bool Desktop::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         application_.terminate();
         return true;
+    }
+    // The main window comes back by the desktop's own hand, and what was hidden with it too.
+    if (event->type() == QEvent::WindowStateChange && watched == &window_->window() &&
+        !window_->window().isMinimized()) {
+        showHiddenWindows();
     }
     return QObject::eventFilter(watched, event);
 }

@@ -1,26 +1,31 @@
 #pragma once
 
+#include <QList>
 #include <QMenu>
-#include <QSystemTrayIcon>
+#include <QPointer>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "app/Controller.h"
+#include "app/desktop/ActivityView.h"
 #include "app/desktop/MainWindow.h"
 #include "app/desktop/MenuView.h"
 #include "app/desktop/MyDocument.h"
 #include "app/desktop/PreferencesPanel.h"
 #include "app/desktop/QtAlertPanel.h"
 #include "app/desktop/QtApplication.h"
-#include "app/desktop/QtOpenPanel.h"
+#include "app/desktop/QtQuitWait.h"
 #include "app/desktop/QtRunLoop.h"
 #include "app/desktop/QtWindow.h"
 #include "app/desktop/QtWorkspace.h"
 #include "app/desktop/SingleInstance.h"
+#include "app/desktop/Tray.h"
 #include "platform/Medium.h"
 #include "platform/SystemLog.h"
+#include "platform/Worker.h"
 
 namespace dorvanel::desktop {
 
@@ -39,6 +44,14 @@ struct DesktopServices {
     platform::BundleInformation& bundle;
     platform::MediumInspector& medium;
     std::string resourcesFolder;
+    /// What became of the stored preferences where they are not as they should be: the file and the
+    /// reason. May be empty.
+    std::function<std::string()> preferencesTrouble = {};
+    /// Whether there is a status area for an icon now; empty where there never is one.
+    std::function<bool()> hasStatusArea = {};
+    std::function<std::unique_ptr<platform::QuitWait>(QtRunLoop&)> makeQuitWait =
+        [](QtRunLoop& loop) { return std::make_unique<QtQuitWait>(loop); };
+    std::function<std::unique_ptr<platform::Worker>()> makeWorker = platform::makeWorker;
 };
 
 /// The desktop program put together: the window, the panel, the menus and the tray around one
@@ -54,12 +67,22 @@ class Desktop final : public QObject, private RunObserver {
 
     /// The main loop, until the program has quit.
     void run() { loop_.run(); }
+    /// The whole program: launches from within the main loop, so that what asks a question on the
+    /// way can be quit like any other, performs the action, where one is named, and returns when
+    /// the program has quit. False when it could not be launched.
+    bool runFromLaunch(const std::vector<std::string>& droppedItems, const std::string& action);
+    /// A signal, for one, asks the program to quit: nothing that has not reached the worker is
+    /// shredded from this moment on. Any thread, also before the launch.
+    void askToQuit();
 
     // What second launches and other programs ask; before launch() is through, it waits.
 
     InstanceHandlers instanceHandlers();
-    /// Brings the program forward, also when it is hidden.
+    /// Brings the program forward, also when it is hidden, with all that was hidden with it.
     void activate();
+    /// The status area may have come or gone: the icon follows it, and a program that was hidden
+    /// behind an icon that is gone comes back.
+    void checkStatusArea();
     /// Opens a document that shows the files.
     void openFiles(const std::vector<std::string>& files);
     /// Sends an action by its name in the launcher ("shred"); an unknown one only brings the
@@ -82,29 +105,33 @@ class Desktop final : public QObject, private RunObserver {
         return documents_;
     }
     /// The menu of the tray, which stands in for the Dock's; null where there is no tray.
-    [[nodiscard]] QMenu* trayMenu() const { return trayMenu_.get(); }
+    [[nodiscard]] QMenu* trayMenu() const { return tray_->menu(); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    class MainThreadWork;
-
     bool makeWindow();
     void makeController();
     void makeTray();
     MainWindowActions actions();
     void whenLaunched(std::function<void()> work);
     void hideWindows();
-    bool engineIsBusy();
+    void showHiddenWindows();
+    [[nodiscard]] bool isClosed(const MyDocument& document) const;
+    void tellFailure(const QString& message, const QString& details);
+    /// A question comes up or has been answered; while there is one, no request is taken.
+    void setAsking(bool asking);
+    /// Whether something goes on that a request has to wait for; the window says so then.
+    bool refuses();
     /// The items as they can be shredded; none, and the window tells why, when one of them must not
     /// be: the home folder, a mount point, something that does not exist.
     std::vector<std::string> checkedItems(const std::vector<std::string>& items);
-    void tellOutcome();
     /// Says which of the items a request is about to shred lie where overwriting in place does not
     /// surely reach their old contents.
     void tellMedium(const std::vector<std::string>& items);
-    void paintWhileBusy();
-    void tellRunning();
+    void tellEnd(const RunReport& report);
+    void tellRefusal(Refusal refusal);
+    void activityChanged(Activity now) override;
     void runBegins(const std::vector<std::string>& items) override { tellMedium(items); }
     void runEnded(const RunReport& report) override;
 
@@ -117,18 +144,19 @@ class Desktop final : public QObject, private RunObserver {
     std::unique_ptr<QtAlertPanel> alerts_;
     std::unique_ptr<QtWindow> myWindow_;
     platform::Menu mainMenu_;
-    std::unique_ptr<platform::QuitWait> quitWait_ = platform::makeQuitWait();
-    std::unique_ptr<platform::Worker> worker_ = platform::makeWorker();
+    std::unique_ptr<ActivityView> activity_;
+    std::unique_ptr<platform::QuitWait> quitWait_;
+    std::unique_ptr<platform::Worker> worker_;
     std::unique_ptr<Controller> controller_;
+    std::atomic<Controller*> reachable_ = nullptr;  ///< the controller, for other threads
+    std::atomic<bool> quitAsked_ = false;
     std::unique_ptr<MenuView> profilesView_;
-    std::unique_ptr<QMenu> trayMenu_;
-    std::unique_ptr<MenuView> dockView_;
-    std::unique_ptr<QSystemTrayIcon> tray_;
+    std::unique_ptr<Tray> tray_;
     std::vector<std::unique_ptr<MyDocument>> documents_;
+    QList<QPointer<QWidget>> hidden_;  ///< the windows beside the main one that `hide` put away
     std::vector<std::function<void()>> waiting_;
     bool launched_ = false;
-    bool workOnMainThread_ = false;
-    bool quitDeferred_ = false;
+    int questions_ = 0;  ///< that wait for an answer
 };
 
 }  // namespace dorvanel::desktop

@@ -1,11 +1,11 @@
 #include "app/desktop/MainWindow.h"
 
 #include <QDragEnterEvent>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QProgressBar>
 
 #include "app/desktop/Bytes.h"
+#include "app/desktop/Elision.h"
 
 namespace dorvanel::desktop {
 namespace {
@@ -14,6 +14,12 @@ namespace {
 constexpr std::array<const char*, 12> labelNames = {
     "mBWSafari", "mBWExplorer", "mBWMozilla", "mBWNetscape",  "mBWiCab",   "mBWOmniweb",
     "mBWOpera",  "mBWMail",     "mBWEudora",  "mBWMailsmith", "mBWCamino", "mBWFirefox"};
+
+constexpr std::array<const char*, 5> shreddingActions = {
+    "openDocAction", "shredAndNothingAction", "shredAndLogoutAction", "shredAndShutdownAction",
+    "shredAndRestartAction"};
+constexpr std::array<const char*, 3> shreddingButtons = {"shredNowButton", "shredAndButton",
+                                                         "shredFilesButton"};
 
 /// The paths of what is dragged; empty unless all of it is files of this machine.
 std::vector<std::string> draggedPaths(const QMimeData& data) {
@@ -27,17 +33,16 @@ std::vector<std::string> draggedPaths(const QMimeData& data) {
 
 }  // namespace
 
-std::unique_ptr<MainWindow> MainWindow::create(std::unique_ptr<QWidget> mainMenu,
-                                               const AfterDisplay& afterDisplay) {
+std::unique_ptr<MainWindow> MainWindow::create(std::unique_ptr<QWidget> mainMenu) {
     std::unique_ptr<MainWindow> made(new MainWindow);
     made->window_ = qobject_cast<QMainWindow*>(mainMenu.get());
     made->owner_ = std::move(mainMenu);
-    if (made->window_ == nullptr || !made->connectOutlets(afterDisplay)) return nullptr;
+    if (made->window_ == nullptr || !made->connectOutlets()) return nullptr;
     made->window_->installEventFilter(made.get());
     return made;
 }
 
-bool MainWindow::connectOutlets(const AfterDisplay& afterDisplay) {
+bool MainWindow::connectOutlets() {
     // The panel is loaded apart, when it is first shown.
     delete window_->findChild<QWidget*>("mPreferencesWindow");
 
@@ -46,34 +51,29 @@ bool MainWindow::connectOutlets(const AfterDisplay& afterDisplay) {
     mediumNotice_ = window_->findChild<QLabel*>("mediumNotice");
     auto* status = window_->findChild<QLabel*>("browserWatchStatusTextbox");
     runMessage_ = window_->findChild<QLabel*>("runMessage");
-    detailsButton_ = window_->findChild<QPushButton*>("detailsButton");
+    failures_ = FailureView::create(*window_);
     profilesMenu_ = window_->findChild<QMenu*>("profilesMenu");
     for (const QObject* found :
          {static_cast<QObject*>(bar), static_cast<QObject*>(file), static_cast<QObject*>(status),
           static_cast<QObject*>(mediumNotice_), static_cast<QObject*>(runMessage_),
-          static_cast<QObject*>(detailsButton_), static_cast<QObject*>(profilesMenu_)}) {
+          static_cast<QObject*>(failures_.get()), static_cast<QObject*>(profilesMenu_)}) {
         if (found == nullptr) return false;
     }
-    progress_ = std::make_unique<QtProgressIndicator>(*bar, afterDisplay);
-    fileName_ = std::make_unique<QtTextField>(*file, afterDisplay, QtTextField::Elide::middle);
-    mediumColor_ = std::make_unique<QtTextField>(*mediumNotice_, AfterDisplay());
+    progress_ = std::make_unique<QtProgressIndicator>(*bar);
+    fileName_ = std::make_unique<QtTextField>(*file, QtTextField::Elide::middle);
+    mediumColor_ = std::make_unique<QtTextField>(*mediumNotice_);
     mediumColor_->setTextColor(platform::Color::darkGray);
-    status_ = std::make_unique<QtTextField>(*status, afterDisplay);
+    status_ = std::make_unique<QtTextField>(*status);
     for (std::size_t i = 0; i < labelNames.size(); ++i) {
         const QString name = QLatin1String(labelNames[i]);
         auto* label = window_->findChild<QLabel*>(name);
         auto* mark = window_->findChild<QLabel*>(name + "Mark");
         if (label == nullptr || mark == nullptr) return false;
-        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark, afterDisplay);
+        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark);
         labels_[i]->setTextColor(platform::Color::lightGray);
     }
-    connect(detailsButton_, &QPushButton::clicked, this, [this] {
-        QMessageBox box(QMessageBox::Information, QStringLiteral("Dorvanel X"), runMessage_->text(),
-                        QMessageBox::Close, window_);
-        box.setTextFormat(Qt::PlainText);
-        box.setDetailedText(details_);
-        box.exec();
-    });
+    // The keyboard is nobody's until somebody takes it: the first button shreds.
+    window_->setFocus();
     return true;
 }
 
@@ -121,14 +121,28 @@ BrowserWatchOutlets MainWindow::watchOutlets() {
             labels_[11].get()};
 }
 
-void MainWindow::showMessage(const QString& message, const QString& details) {
-    runMessage_->setText(message);
-    details_ = details;
-    detailsButton_->setVisible(!details.isEmpty());
+void MainWindow::showMessage(const QString& message, const QString& whole) {
+    showCut(*runMessage_, message, whole);
+}
+
+void MainWindow::setCommandsEnabled(bool enabled) {
+    const auto* focused = qobject_cast<QPushButton*>(window_->focusWidget());
+    for (const char* name : shreddingActions) {
+        if (auto* action = window_->findChild<QAction*>(QLatin1String(name))) {
+            action->setEnabled(enabled);
+        }
+    }
+    for (const char* name : shreddingButtons) {
+        auto* button = window_->findChild<QPushButton*>(QLatin1String(name));
+        if (button == nullptr) continue;
+        // A button that is dimmed hands the keyboard on to the next, which may shred too.
+        if (!enabled && button == focused) window_->setFocus();
+        button->setEnabled(enabled);
+    }
 }
 
 void MainWindow::showMediumNotice(const QString& notice, const QString& details) {
-    mediumNotice_->setText(notice);
+    showCut(*mediumNotice_, notice);
     mediumNotice_->setToolTip(details);
     mediumNotice_->setAccessibleDescription(details);
     mediumNotice_->setVisible(!notice.isEmpty());

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "app/desktop/FailureView.h"
 #include "app/desktop/QtOutlets.h"
 #include "watch/BrowserWatchOutlets.h"
 
@@ -30,8 +31,7 @@ struct MainWindowActions {
 class MainWindow final : public QObject {
   public:
     /// Null when something is missing in `mainMenu`, the file's top widget.
-    static std::unique_ptr<MainWindow> create(std::unique_ptr<QWidget> mainMenu,
-                                              const AfterDisplay& afterDisplay);
+    static std::unique_ptr<MainWindow> create(std::unique_ptr<QWidget> mainMenu);
 
     void setActions(const MainWindowActions& actions);
 
@@ -41,28 +41,32 @@ class MainWindow final : public QObject {
     [[nodiscard]] BrowserWatchOutlets watchOutlets();
     [[nodiscard]] QMenu& profilesMenu() { return *profilesMenu_; }
 
-    /// Shows one line about the run; `details` are there for who asks.
-    void showMessage(const QString& message, const QString& details = {});
+    /// Shows one line about what goes on, or how it ended; `whole`: the line with nothing cut
+    /// short.
+    void showMessage(const QString& message, const QString& whole = {});
     [[nodiscard]] QString message() const { return runMessage_->text(); }
     /// Shows quietly, under the message, what is to be known of the medium of a request's items;
     /// nothing takes the last notice away.
     void showMediumNotice(const QString& notice, const QString& details);
     /// Paints the window as it is now, also while the main loop does not come round.
     void paintNow();
+    /// Where failures stay until they are dismissed.
+    FailureView& failures() { return *failures_; }
+    /// Whether the commands that shred something can be given.
+    void setCommandsEnabled(bool enabled);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     MainWindow() = default;
-    bool connectOutlets(const AfterDisplay& afterDisplay);
+    bool connectOutlets();
     void restyle();
 
     std::unique_ptr<QWidget> owner_;
     QMainWindow* window_ = nullptr;
     QLabel* runMessage_ = nullptr;
-    QPushButton* detailsButton_ = nullptr;
     QMenu* profilesMenu_ = nullptr;
-    QString details_;
+    std::unique_ptr<FailureView> failures_;
     std::unique_ptr<QtProgressIndicator> progress_;
     std::unique_ptr<QtTextField> fileName_;
     QLabel* mediumNotice_ = nullptr;

@@ -9,8 +9,8 @@
 
 namespace dorvanel::desktop {
 
-/// The document that opens for files handed to the running program. It shows them and does nothing
-/// with them. Main thread.
+/// The document that opens for files handed to the running program. It shows them, says which of
+/// them are not there (any more), and does nothing with them. Main thread.
 class MyDocument final {
   public:
     /// `preferences` outlives the document; `files` are paths in bytes.
@@ -25,9 +25,13 @@ class MyDocument final {
 
     /// Loads the window and shows it; false when the interface file cannot be loaded.
     bool showWindows(const std::string& resourcesFolder);
+    /// Looks again which of the files are there.
+    void refresh() const;
     [[nodiscard]] QWidget* window() const { return window_.get(); }
 
   private:
+    void showFiles(QWidget& window) const;
+
     const PreferenceReader& preferences_;
     std::vector<std::string> files_;
     std::unique_ptr<QWidget> window_;

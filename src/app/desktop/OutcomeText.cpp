@@ -12,15 +12,44 @@ QString counted(quint64 count, const QString& noun) {
     return QLocale().toString(count) + u' ' + noun + (count == 1 ? QString() : QStringLiteral("s"));
 }
 
-QString messageOf(const Outcome& outcome) {
-    QStringList parts;
-    if (outcome.items == 0) {
-        parts << QStringLiteral("There was nothing to shred.");
-    } else {
-        parts << QStringLiteral("Shredded: %1, %2 overwritten.")
-                     .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
-                          QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+namespace {
+
+QString whatWasDone(const Outcome& outcome) {
+    if (outcome.items == 0) return QStringLiteral("There was nothing to shred.");
+    return QStringLiteral("Shredded: %1, %2 overwritten.")
+        .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
+             QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+}
+
+/// The applications that were passed over.
+QString whatWasSkipped(const RunReport& report) {
+    if (report.skipped.empty() || report.listingUnknown) return {};
+    QStringList names;
+    for (const std::string& name : report.skipped) names << displayText(name);
+    return QStringLiteral(" Left alone, as running: %1.").arg(names.join(u", "));
+}
+
+}  // namespace
+
+QString messageOf(const RunReport& report) {
+    switch (report.result) {
+        case RunResult::nothingSelected:
+            return QStringLiteral("Nothing was selected to shred.") + whatWasSkipped(report);
+        case RunResult::cancelled:
+            return QStringLiteral("Cancelled. Nothing was shredded.");
+        case RunResult::givenUp:
+            return QStringLiteral("Given up. Nothing was shredded.");
+        case RunResult::notInitiated:
+            return messageOf(report.refusal);
+        case RunResult::completed:
+            break;
     }
+    return whatWasDone(report.outcome) + whatWasSkipped(report);
+}
+
+QString failureOf(const RunReport& report) {
+    const Outcome& outcome = report.outcome;
+    QStringList parts;
     if (outcome.notRemoved > 0) {
         parts << counted(outcome.notRemoved, QStringLiteral("item")) +
                      (outcome.notRemoved == 1 ? QStringLiteral(" is still there.")
@@ -34,44 +63,31 @@ QString messageOf(const Outcome& outcome) {
         parts << counted(outcome.notFlushed, QStringLiteral("file")) +
                      QStringLiteral(" perhaps not on the medium yet.");
     }
+    if (outcome.stopped || !outcome.left.empty()) {
+        parts << QStringLiteral("Shredding ended early.");
+    }
+    if (parts.isEmpty() && !outcome.troubles.empty()) {
+        parts << QStringLiteral("Something did not go as it should.");
+    }
+    if (report.listingUnknown) {
+        parts << QStringLiteral("What runs could not be listed: all applications were left alone.");
+    }
     return parts.join(u' ');
 }
 
 QString messageOf(Refusal refusal) {
     switch (refusal) {
-        case Refusal::none:
-        case Refusal::atWork:
-            break;
         case Refusal::quitting:
             return QStringLiteral("Not started: Dorvanel is about to quit.");
         case Refusal::preferencesUnknown:
             return QStringLiteral("Not started: the preferences cannot be read.");
         case Refusal::noThread:
             return QStringLiteral("Not started: the computer has no thread to give.");
-    }
-    return QStringLiteral("Not started: a run is still in progress.");
-}
-
-QString messageOf(const RunReport& report) {
-    switch (report.result) {
-        case RunResult::nothingSelected:
-            return QStringLiteral("Nothing was selected to shred.");
-        case RunResult::cancelled:
-            return QStringLiteral("Cancelled. Nothing was shredded.");
-        case RunResult::givenUp:
-            return QStringLiteral("Given up. Nothing was shredded.");
-        case RunResult::notInitiated:
-            return messageOf(report.refusal);
-        case RunResult::completed:
+        case Refusal::atWork:
+        case Refusal::none:
             break;
     }
-    QString message = messageOf(report.outcome);
-    if (!report.skipped.empty()) {
-        QStringList names;
-        for (const std::string& name : report.skipped) names << displayText(name);
-        message += QStringLiteral(" Left alone, as running: %1.").arg(names.join(u", "));
-    }
-    return message;
+    return QStringLiteral("Not started: a run is still in progress.");
 }
 
 QString detailsOf(const Outcome& outcome) {

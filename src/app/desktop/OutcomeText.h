@@ -7,10 +7,15 @@
 
 namespace dorvanel::desktop {
 
-/// What a run or a request did, as one line of the main window tells it.
+/// What a request that began did, as one line of the main window tells it.
 QString messageOf(const RunReport& report);
+
+/// What a request that began did not do that it should have, in a sentence or more; "" when all
+/// went well.
+QString failureOf(const RunReport& report);
+
+/// Why a request did not begin.
 QString messageOf(Refusal refusal);
-QString messageOf(const Outcome& outcome);
 
 /// What could not be done, a line each, with path and reason; "" when all went well.
 QString detailsOf(const Outcome& outcome);

@@ -29,7 +29,7 @@ inline constexpr std::array<PanelControl, 15> panelButtons = {{
     {"shredSafariFaviconCheckbox", "shredSafariFavicon"},
 }};
 
-/// Pop-up menus; the index of the chosen item is the value.
+/// Pop-up menus of numbers.
 inline constexpr std::array<PanelControl, 2> panelPopUps = {{
     {"numberOfWritesPopUp", "NumberOfWrites"},
     {"overwritePatternPopUp", "OverwritePattern"},

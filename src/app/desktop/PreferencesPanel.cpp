@@ -3,6 +3,7 @@
 #include <QEvent>
 
 #include "app/desktop/Bytes.h"
+#include "app/desktop/Elision.h"
 #include "app/desktop/PanelControls.h"
 #include "app/desktop/QtWindow.h"
 
@@ -16,10 +17,6 @@ constexpr const char* mailsmithTemplate = "~/Mail/Mailsmith User Data/Mail/(dorv
 
 std::string titleOf(const QAbstractButton& box) {
     return box.text().remove(u'&').toStdString();  // a desktop may add mnemonics of its own
-}
-
-bool canBeChosen(const QComboBox& popUp, int index) {
-    return index >= 0 && index < popUp.count() && index != popUpSeparator;
 }
 
 }  // namespace
@@ -46,12 +43,15 @@ PreferencesPanel::~PreferencesPanel() {
 
 void PreferencesPanel::showPanel() {
     if (shredCacheCheckbox == nullptr) {
-        owner_ = parts_.loadMainMenu();
-        if (owner_ == nullptr || !connectControls(*owner_)) {
+        std::unique_ptr<QWidget> loaded = parts_.loadMainMenu();
+        const auto found = loaded != nullptr ? findControls(*loaded) : std::nullopt;
+        if (!found) {
             parts_.log.log("Failed to load MainMenu.nib");
             parts_.sound.beep();
             return;
         }
+        owner_ = std::move(loaded);
+        connectControls(*found);
     }
     prepareToShow();
     bringToFront(*mPreferencesWindow);
@@ -59,61 +59,78 @@ void PreferencesPanel::showPanel() {
 
 void PreferencesPanel::prepareToShow() {
     reallyupdateUI();
+    if (!parts_.preferences.areKnown()) {
+        showMessage(QStringLiteral("The stored preferences cannot be read, and nothing is shredded "
+                                   "until they can. “Factory Settings” sets the file aside and "
+                                   "begins again. ") +
+                    trouble());
+    }
     centerOnScreen(*mPreferencesWindow);
 }
 
-bool PreferencesPanel::connectControls(QWidget& mainMenu) {
-    auto* window = mainMenu.findChild<QDialog*>("mPreferencesWindow");
-    if (window == nullptr) return false;
-    const auto button = [window](const char* name) {
-        return window->findChild<QAbstractButton*>(QLatin1String(name));
+std::optional<PreferencesPanel::Controls> PreferencesPanel::findControls(const QWidget& mainMenu) {
+    Controls found;
+    found.window = mainMenu.findChild<QDialog*>("mPreferencesWindow");
+    if (found.window == nullptr) return std::nullopt;
+    bool all = true;
+    const auto find = [&]<typename Control>(const char* name, Control*& control) {
+        control = found.window->findChild<Control*>(QLatin1String(name));
+        all = all && control != nullptr;
     };
     for (const PanelControl& control : panelButtons) {
-        QAbstractButton* found = button(control.outlet);
-        if (found == nullptr) return false;
-        buttons_.emplace_back(found, control.key);
-        // Not clicked: assistive technology toggles a box without a click.
-        connect(found, &QAbstractButton::toggled, this, &PreferencesPanel::miscChanged);
+        find(control.outlet, found.buttons.emplace_back(nullptr, control.key).first);
     }
     for (const PanelControl& control : panelPopUps) {
-        auto* found = window->findChild<QComboBox*>(QLatin1String(control.outlet));
-        if (found == nullptr) return false;
-        found->insertSeparator(popUpSeparator);
-        found->installEventFilter(this);
-        popUps_.emplace_back(found, control.key);
-        connect(found, &QComboBox::currentIndexChanged, this, &PreferencesPanel::miscChanged);
+        find(control.outlet, found.popUps.emplace_back(nullptr, control.key).first);
     }
-    for (const char* name : enableBoxes) {
-        QAbstractButton* found = button(name);
-        if (found == nullptr) return false;
-        enableBoxes_.push_back(found);
-        connect(found, &QAbstractButton::toggled, this, [this, found] { enableChanged(*found); });
-    }
+    for (const char* name : enableBoxes) find(name, found.enableBoxes.emplace_back());
     for (const char* name :
          {"shredMailsmith1Textbox", "shredMailsmith2Textbox", "shredMailsmith3Textbox"}) {
-        auto* found = window->findChild<QLabel*>(QLatin1String(name));
-        if (found == nullptr) return false;
-        mailsmithTexts_.push_back(std::make_unique<QtTextField>(*found, AfterDisplay()));
+        find(name, found.mailsmithTexts.emplace_back());
     }
-    message_ = window->findChild<QLabel*>("preferencesMessage");
+    return all ? std::optional(found) : std::nullopt;
+}
+
+void PreferencesPanel::connectControls(const Controls& found) {
+    mPreferencesWindow = found.window;
+    buttons_ = found.buttons;
+    enableBoxes_ = found.enableBoxes;
+    for (const auto& [button, key] : buttons_) {
+        // Not clicked: assistive technology toggles a box without a click.
+        connect(button, &QAbstractButton::toggled, this, &PreferencesPanel::miscChanged);
+    }
+    for (const auto& [popUp, key] : found.popUps) {
+        popUps_.emplace_back(*popUp, key);
+        popUp->installEventFilter(this);
+        connect(popUp, &QComboBox::currentIndexChanged, this, &PreferencesPanel::miscChanged);
+    }
+    for (QAbstractButton* box : enableBoxes_) {
+        connect(box, &QAbstractButton::toggled, this, [this, box] { enableChanged(*box); });
+    }
+    for (QLabel* text : found.mailsmithTexts) {
+        mailsmithTexts_.push_back(std::make_unique<QtTextField>(*text));
+    }
+    const auto button = [&found](const char* name) {
+        return found.window->findChild<QAbstractButton*>(QLatin1String(name));
+    };
+    shredCacheCheckbox = button("shredCacheCheckbox");
     shredMailsmithSpamCheckbox = button("shredMailsmithSpamCheckbox");
     enableMozillaCheckbox = button("enableMozillaCheckbox");
     enableNetscapeCheckbox = button("enableNetscapeCheckbox");
-    if (auto* revert = button("revertButton")) {
-        connect(revert, &QAbstractButton::clicked, this, [this] { parts_.preferences.revert(); });
-    }
-    if (auto* factory = button("revertToDefaultButton")) {
-        connect(factory, &QAbstractButton::clicked, this,
-                [this] { parts_.preferences.revertToDefault(); });
-    }
-    if (auto* close = button("closeButton")) {
-        connect(close, &QAbstractButton::clicked, window, &QWidget::close);
-    }
-    closeByKey(*window);
-    window->installEventFilter(this);
-    mPreferencesWindow = window;
-    shredCacheCheckbox = button("shredCacheCheckbox");
-    return true;
+    connectCommands();
+}
+
+void PreferencesPanel::connectCommands() {
+    const auto onClick = [this](const char* name, auto command) {
+        auto* found = mPreferencesWindow->findChild<QAbstractButton*>(QLatin1String(name));
+        if (found != nullptr) connect(found, &QAbstractButton::clicked, this, command);
+    };
+    onClick("revertButton", [this] { parts_.preferences.revert(); });
+    onClick("revertToDefaultButton", [this] { beginAgain(); });
+    onClick("closeButton", [this] { mPreferencesWindow->close(); });
+    message_ = mPreferencesWindow->findChild<QLabel*>("preferencesMessage");
+    closeByKey(*mPreferencesWindow);
+    mPreferencesWindow->installEventFilter(this);
 }
 
 void PreferencesPanel::reallyupdateUI() {
@@ -125,11 +142,7 @@ void PreferencesPanel::reallyupdateUI() {
         return found == shown.end() ? Number::fromInt(0) : found->second;
     };
     for (const auto& [button, key] : buttons_) button->setChecked(value(key).boolValue());
-    for (const auto& [popUp, key] : popUps_) {
-        // A value that nobody could have chosen here shows as the factory's.
-        const int index = value(key).intValue();
-        popUp->setCurrentIndex(canBeChosen(*popUp, index) ? index : 0);
-    }
+    for (NumberPopUp& popUp : popUps_) popUp.show(value(popUp.key()).intValue());
     showMailsmith();
     showEnabledBrowsers();
 }
@@ -173,19 +186,40 @@ void PreferencesPanel::miscChanged() {
     for (const auto& [button, key] : buttons_) {
         shown.insert_or_assign(key, Number::fromBool(button->isChecked()));
     }
-    for (const auto& [popUp, key] : popUps_) {
-        shown.insert_or_assign(key, Number::fromInt(popUp->currentIndex()));
+    for (const NumberPopUp& popUp : popUps_) {
+        shown.insert_or_assign(popUp.key(), Number::fromInt(popUp.value()));
     }
     showSaved(parts_.preferences.commitDisplayedValues());
 }
 
-void PreferencesPanel::showSaved(const platform::Result<platform::Done>& saved) {
-    if (message_ == nullptr) return;
-    message_->setVisible(!saved);
-    if (!saved) {
-        message_->setText(QStringLiteral("In force, but not saved: ") +
-                          displayText(saved.error().message()));
+void PreferencesPanel::beginAgain() {
+    const bool wereKnown = parts_.preferences.areKnown();
+    if (const auto started = parts_.preferences.startAfresh(); !started) {
+        return showMessage(QStringLiteral("Not done: ") + displayText(started.error().message()));
     }
+    parts_.preferences.revertToDefault();
+    if (wereKnown) return;
+    const auto saved = Preferences::saveDefaults();
+    if (!saved) return showSaved(saved);
+    showMessage(QStringLiteral("The preferences begin again. ") + trouble());
+}
+
+QString PreferencesPanel::trouble() const {
+    return parts_.trouble ? displayText(parts_.trouble()) : QString();
+}
+
+void PreferencesPanel::showSaved(const platform::Result<platform::Done>& saved) {
+    if (saved) return showMessage({});
+    const QString reason = displayText(saved.error().message());
+    showMessage(parts_.preferences.areKnown()
+                    ? QStringLiteral("In force, but not saved: ") + reason
+                    : QStringLiteral("Not saved, and nothing is shredded by it: ") + reason);
+}
+
+void PreferencesPanel::showMessage(const QString& message) {
+    if (message_ == nullptr) return;
+    message_->setVisible(!message.isEmpty());
+    showCut(*message_, message);
 }
 
 void PreferencesPanel::windowWillClose() {

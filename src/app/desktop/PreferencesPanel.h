@@ -6,10 +6,12 @@
 #include <QLabel>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/desktop/NumberPopUp.h"
 #include "app/desktop/QtOutlets.h"
 #include "platform/FileManager.h"
 #include "platform/SystemLog.h"
@@ -30,6 +32,8 @@ class PreferencesPanel final : public QObject, public PreferencesView {
         platform::SystemSound& sound;
         /// Loads the interface file "MainMenu"; null when it cannot be.
         std::function<std::unique_ptr<QWidget>()> loadMainMenu;
+        /// What became of the stored preferences: the file and the reason. May be empty.
+        std::function<std::string()> trouble = {};
     };
     explicit PreferencesPanel(Parts parts);
     ~PreferencesPanel() override;
@@ -54,11 +58,26 @@ class PreferencesPanel final : public QObject, public PreferencesView {
   private:
     class Showing;
 
-    bool connectControls(QWidget& mainMenu);
+    /// The controls that a panel must have.
+    struct Controls {
+        QDialog* window = nullptr;
+        std::vector<std::pair<QAbstractButton*, std::string>> buttons;  ///< with their keys
+        std::vector<std::pair<QComboBox*, std::string>> popUps;         ///< with their keys
+        std::vector<QAbstractButton*> enableBoxes;
+        std::vector<QLabel*> mailsmithTexts;
+    };
+    /// Nothing where one is missing.
+    static std::optional<Controls> findControls(const QWidget& mainMenu);
+    void connectControls(const Controls& found);
+    void connectCommands();
     void prepareToShow();
     void enableChanged(const QAbstractButton& box);
     void miscChanged();
     void showMailsmith();
+    /// Goes back to the factory settings; stored preferences that cannot be read are set aside.
+    void beginAgain();
+    void showMessage(const QString& message);
+    [[nodiscard]] QString trouble() const;
     void showSaved(const platform::Result<platform::Done>& saved);
 
     Parts parts_;
@@ -71,7 +90,7 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     QAbstractButton* enableNetscapeCheckbox = nullptr;
     QLabel* message_ = nullptr;
     std::vector<std::pair<QAbstractButton*, std::string>> buttons_;  ///< with their keys
-    std::vector<std::pair<QComboBox*, std::string>> popUps_;         ///< with their keys
+    std::vector<NumberPopUp> popUps_;
     std::vector<QAbstractButton*> enableBoxes_;
     std::vector<std::unique_ptr<QtTextField>> mailsmithTexts_;
 };

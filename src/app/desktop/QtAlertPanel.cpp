@@ -9,6 +9,7 @@
 #include <array>
 
 #include "app/desktop/Bytes.h"
+#include "app/desktop/Elision.h"
 
 namespace dorvanel::desktop {
 
@@ -17,7 +18,6 @@ using platform::AlertButton;
 namespace {
 
 constexpr int iconSide = 48;
-constexpr int messageWidth = 420;
 
 /// The names of the buttons as objects, in the order of AlertButton.
 constexpr std::array<const char*, 3> buttonNames = {"defaultButton", "alternateButton",
@@ -40,7 +40,15 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
     box->setTextFormat(Qt::PlainText);
     box->setWindowTitle(displayText(text.title));
     box->setText(displayText(text.title));
-    box->setInformativeText(messageText(text.message));
+    const QString message = messageText(text.message);
+    box->setInformativeText(withLongWordsCut(message, box->fontMetrics(), alertMessageWidth));
+    if (auto* shown = box->findChild<QLabel*>("qt_msgbox_informativelabel")) {
+        const QString whole = text.whole.empty() ? message : messageText(text.whole);
+        if (shown->text() != whole) {
+            shown->setToolTip(whole);
+            shown->setAccessibleName(whole);
+        }
+    }
     box->setAccessibleName(displayText(text.title));
     if (auto* title = box->findChild<QLabel*>("qt_msgbox_label")) {
         QFont bold = title->font();
@@ -49,7 +57,7 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
     }
     // A message of a few lines reads better wide than high.
     if (auto* grid = qobject_cast<QGridLayout*>(box->layout())) {
-        grid->addItem(new QSpacerItem(messageWidth, 0), grid->rowCount(), 0, 1,
+        grid->addItem(new QSpacerItem(alertMessageWidth, 0), grid->rowCount(), 0, 1,
                       grid->columnCount());
     }
 
@@ -71,7 +79,7 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
 
 AlertButton clickedButton(const QMessageBox& box) {
     const QAbstractButton* clicked = box.clickedButton();
-    // The program ended, and its alerts with it: as if nobody had agreed to anything.
+    // The program ended, and its alerts with it: nobody has agreed to anything.
     if (clicked == nullptr) clicked = box.escapeButton();
     for (std::size_t i = 1; i < buttonNames.size(); ++i) {
         if (clicked != nullptr && clicked->objectName() == QLatin1String(buttonNames[i])) {
@@ -85,11 +93,19 @@ AlertButton QtAlertPanel::runAlertPanel(const std::string& title, const std::str
                                         const std::string& defaultButton,
                                         const std::string& alternateButton,
                                         const std::string& otherButton) {
+    return ask({title, message, defaultButton, alternateButton, otherButton});
+}
+
+AlertButton QtAlertPanel::ask(const AlertText& text) {
     const QtRunLoop::Hold hold(loop_);
-    QPointer<QMessageBox> box(
-        makeAlert(&parent_, {title, message, defaultButton, alternateButton, otherButton}));
+    QPointer<QMessageBox> box(makeAlert(&parent_, text));
     box->setWindowModality(Qt::ApplicationModal);
-    box->exec();
+    // Once the program ends, nobody is asked any more: the answer is that of a box that was shut.
+    if (!loop_.isStopping()) {
+        asking_(true);
+        box->exec();
+        asking_(false);
+    }
     const AlertButton answer = box ? clickedButton(*box) : AlertButton::defaultButton;
     delete box;
     return answer;

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "app/desktop/QtRunLoop.h"
 #include "platform/AlertPanel.h"
@@ -14,7 +15,13 @@ namespace dorvanel::desktop {
 /// What an alert or a sheet says. An empty alternate or other button is not shown.
 struct AlertText {
     std::string title, message, defaultButton, alternateButton, otherButton;
+    /// The message with nothing cut short, for its tool tip and assistive technology; empty where
+    /// that is the message.
+    std::string whole = {};
 };
+
+/// How wide the message of an alert is at least, and a name in it at most, in pixels.
+inline constexpr int alertMessageWidth = 420;
 
 /// A message box of that text on `parent`. The window's close button and Escape stand for the
 /// button titled "Cancel" or "No", else for the default one.
@@ -26,17 +33,23 @@ platform::AlertButton clickedButton(const QMessageBox& box);
 /// Modal alerts over the main window. While one is up, the timers stand still.
 class QtAlertPanel final : public platform::AlertPanel {
   public:
+    /// Told when an alert comes up and when it has gone.
+    using Asking = std::function<void(bool)>;
+
     /// `parent` and `loop` outlive the panel.
-    QtAlertPanel(QWidget& parent, QtRunLoop& loop) : parent_(parent), loop_(loop) {}
+    QtAlertPanel(QWidget& parent, QtRunLoop& loop, Asking asking)
+        : parent_(parent), loop_(loop), asking_(std::move(asking)) {}
 
     platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
                                         const std::string& defaultButton,
                                         const std::string& alternateButton,
                                         const std::string& otherButton) override;
+    platform::AlertButton ask(const AlertText& text);
 
   private:
     QWidget& parent_;
     QtRunLoop& loop_;
+    Asking asking_;
 };
 
 }  // namespace dorvanel::desktop

@@ -24,7 +24,7 @@ class QtApplication final : public platform::Application {
     /// `loop` outlives this object.
     explicit QtApplication(QtRunLoop& loop) : loop_(loop) {}
 
-    /// Before the first call of anything else.
+    /// Before it, a request to quit ends the loop without further ado; the rest is for after it.
     void setDelegate(Delegate delegate) { delegate_ = std::move(delegate); }
 
     void hide() override;

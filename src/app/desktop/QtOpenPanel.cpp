@@ -18,7 +18,6 @@ std::optional<std::vector<std::string>> QtOpenPanel::runModalForDirectory(
     for (const QString& file : dialog.selectedFiles()) {
         paths.push_back(QFile::encodeName(file).toStdString());
     }
-    picked_(paths);
     return paths;
 }
 

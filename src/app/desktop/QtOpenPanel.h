@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "platform/OpenPanel.h"
 
@@ -11,10 +10,7 @@ namespace dorvanel::desktop {
 /// cannot be picked in it; such a file can be dropped on the window.
 class QtOpenPanel final : public platform::OpenPanel {
   public:
-    /// Called with what was picked, before the panel's caller gets it; absolute paths in bytes.
-    using Picked = std::function<void(const std::vector<std::string>&)>;
-
-    QtOpenPanel(QWidget& parent, Picked picked) : parent_(parent), picked_(std::move(picked)) {}
+    explicit QtOpenPanel(QWidget& parent) : parent_(parent) {}
 
     void setAllowsMultipleSelection(bool allows) override { multiple_ = allows; }
     std::optional<std::vector<std::string>> runModalForDirectory(
@@ -22,7 +18,6 @@ class QtOpenPanel final : public platform::OpenPanel {
 
   private:
     QWidget& parent_;
-    Picked picked_;
     bool multiple_ = false;
 };
 

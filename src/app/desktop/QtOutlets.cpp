@@ -1,8 +1,8 @@
 #include "app/desktop/QtOutlets.h"
 
 #include <QFontMetrics>
+#include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/Colors.h"
@@ -11,12 +11,8 @@ namespace dorvanel::desktop {
 
 using platform::Color;
 
-QtTextField::QtTextField(QLabel& label, AfterDisplay afterDisplay, Elide elide)
-    : label_(label),
-      afterDisplay_(std::move(afterDisplay)),
-      elide_(elide),
-      text_(label.text()),
-      coalescer_([this] { show(); }) {}
+QtTextField::QtTextField(QLabel& label, Elide elide)
+    : label_(label), elide_(elide), text_(label.text()), coalescer_([this] { show(); }) {}
 
 void QtTextField::setStringValue(std::string_view text) {
     {
@@ -45,7 +41,6 @@ void QtTextField::change() {
 void QtTextField::display() {
     if (!isMainThread()) return;  // the main loop comes round by itself
     label_.repaint();
-    if (afterDisplay_) afterDisplay_();
 }
 
 void QtTextField::show() {
@@ -88,8 +83,7 @@ void QtTextField::showColor(Color color) {
     label_.setPalette(palette);
 }
 
-ApplicationLabel::ApplicationLabel(QLabel& label, QLabel& mark, AfterDisplay afterDisplay)
-    : QtTextField(label, std::move(afterDisplay)), mark_(mark) {}
+ApplicationLabel::ApplicationLabel(QLabel& label, QLabel& mark) : QtTextField(label), mark_(mark) {}
 
 void ApplicationLabel::showColor(Color color) {
     QtTextField::showColor(color);
@@ -110,8 +104,8 @@ void ApplicationLabel::showColor(Color color) {
     mark_.setAccessibleName(word);
 }
 
-QtProgressIndicator::QtProgressIndicator(QProgressBar& bar, AfterDisplay afterDisplay)
-    : bar_(bar), afterDisplay_(std::move(afterDisplay)), coalescer_([this] { show(); }) {}
+QtProgressIndicator::QtProgressIndicator(QProgressBar& bar)
+    : bar_(bar), coalescer_([this] { show(); }) {}
 
 void QtProgressIndicator::setDoubleValue(double percent) {
     percent_ = percent;
@@ -125,11 +119,11 @@ void QtProgressIndicator::setDoubleValue(double percent) {
 void QtProgressIndicator::display() {
     if (!isMainThread()) return;
     bar_.repaint();
-    if (afterDisplay_) afterDisplay_();
 }
 
 void QtProgressIndicator::show() {
-    bar_.setValue(static_cast<int>(std::lround(percent_ * 10)));
+    // A file that grew after it was measured leads beyond the end; a value there would be ignored.
+    bar_.setValue(static_cast<int>(std::lround(std::clamp(percent_.load(), 0.0, 100.0))));
 }
 
 }  // namespace dorvanel::desktop

@@ -2,7 +2,6 @@
 
 #include <QLabel>
 #include <QProgressBar>
-#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -12,10 +11,6 @@
 
 namespace dorvanel::desktop {
 
-/// Called on the main thread after an outlet has been redrawn there, where the main loop may not
-/// come round for a while; may be empty.
-using AfterDisplay = std::function<void()>;
-
 /// A label of the interface.
 class QtTextField : public platform::TextField {
   public:
@@ -23,7 +18,7 @@ class QtTextField : public platform::TextField {
 
     /// `label` outlives the outlet. An elided text is cut to the label's width and whole in its
     /// tool tip and for assistive technology.
-    QtTextField(QLabel& label, AfterDisplay afterDisplay, Elide elide = Elide::no);
+    explicit QtTextField(QLabel& label, Elide elide = Elide::no);
 
     void setStringValue(std::string_view text) override;
     void setTextColor(platform::Color color) override;
@@ -43,7 +38,6 @@ class QtTextField : public platform::TextField {
     void showText();
 
     QLabel& label_;
-    AfterDisplay afterDisplay_;
     Elide elide_;
     std::mutex mutex_;  ///< guards the two pending values
     std::optional<std::string> pendingText_;
@@ -56,7 +50,7 @@ class QtTextField : public platform::TextField {
 /// The label of a supported application: its colour also shows in the mark beside it and in words.
 class ApplicationLabel final : public QtTextField {
   public:
-    ApplicationLabel(QLabel& label, QLabel& mark, AfterDisplay afterDisplay);
+    ApplicationLabel(QLabel& label, QLabel& mark);
 
   protected:
     void showColor(platform::Color color) override;
@@ -68,8 +62,8 @@ class ApplicationLabel final : public QtTextField {
 /// The progress bar.
 class QtProgressIndicator final : public platform::ProgressIndicator {
   public:
-    /// `bar` outlives the outlet; its range is 0 to 1000, tenths of a percent.
-    QtProgressIndicator(QProgressBar& bar, AfterDisplay afterDisplay);
+    /// `bar` outlives the outlet; its range is 0 to 100.
+    explicit QtProgressIndicator(QProgressBar& bar);
 
     void setDoubleValue(double percent) override;
     void display() override;
@@ -78,7 +72,6 @@ class QtProgressIndicator final : public platform::ProgressIndicator {
     void show();
 
     QProgressBar& bar_;
-    AfterDisplay afterDisplay_;
     std::atomic<double> percent_ = 0;
     Coalescer coalescer_;
 };

@@ -52,12 +52,17 @@ std::shared_ptr<platform::Timer> QtRunLoop::scheduleRepeatingTimer(
 }
 
 void QtRunLoop::run() {
-    QCoreApplication::exec();
+    // A stop that came before the toolkit's loop has begun would be lost there.
+    if (!stopping_) QCoreApplication::exec();
+    stopping_ = false;
 }
 
 void QtRunLoop::stop() {
-    // Not quit(), which asks every window first.
-    performOnMainThread([] { QCoreApplication::exit(); });
+    stopping_ = true;
+    // Not quit(), which asks every window first. It ends the loops of alerts too, from within.
+    performOnMainThread([this] {
+        if (stopping_) QCoreApplication::exit();
+    });
 }
 
 void QtRunLoop::performOnMainThread(std::function<void()> work) {

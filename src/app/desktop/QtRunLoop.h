@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -39,6 +40,10 @@ class QtRunLoop final : public platform::RunLoop {
     };
     [[nodiscard]] bool isHeld() const { return holds_ > 0; }
 
+    /// Whether the loop was asked to stop and has not returned yet: who would wait for a person in
+    /// a loop of its own needs not begin. Any thread.
+    [[nodiscard]] bool isStopping() const { return stopping_; }
+
   private:
     friend class QtTimer;
 
@@ -49,6 +54,7 @@ class QtRunLoop final : public platform::RunLoop {
     std::deque<std::function<void()>> posted_;  ///< guarded by the mutex
     std::vector<std::shared_ptr<QtTimer>> timers_;
     int holds_ = 0;
+    std::atomic<bool> stopping_ = false;
 };
 
 }  // namespace dorvanel::desktop

@@ -93,11 +93,14 @@ void QtWindow::beginSheet(const std::string& title, const std::string& message,
                           const std::string& otherButton,
                           std::function<void(SheetCode)> didDismiss) {
     bringToFront(window_);
+    if (sheet_ != nullptr) return bringToFront(*sheet_);
     QMessageBox* box =
         makeAlert(&window_, {title, message, defaultButton, alternateButton, otherButton});
+    sheet_ = box;
     box->setWindowModality(Qt::WindowModal);
     connect(box, &QDialog::finished, this, [this, box, didDismiss = std::move(didDismiss)] {
         const SheetCode code = sheetCode(clickedButton(*box));
+        sheet_ = nullptr;
         box->deleteLater();
         // Called from the main loop, when the sheet is off the screen.
         QMetaObject::invokeMethod(

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QMessageBox>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -48,7 +50,8 @@ class QtWindow final : public QObject, public platform::Window {
     QWidget& window_;
     platform::UserDefaults& defaults_;
     std::string frameName_;
-    QTimer saveTimer_;  ///< runs while a change waits to be saved
+    QPointer<QMessageBox> sheet_;  ///< the one on the window now
+    QTimer saveTimer_;             ///< runs while a change waits to be saved
 };
 
 }  // namespace dorvanel::desktop

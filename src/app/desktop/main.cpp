@@ -6,6 +6,7 @@
 #include "app/desktop/Bytes.h"
 #include "app/desktop/CommandLine.h"
 #include "app/desktop/Desktop.h"
+#include "app/desktop/StatusArea.h"
 #include "platform/AccountFolders.h"
 #include "platform/ProcessStart.h"
 #include "platform/PropertyListDefaults.h"
@@ -35,11 +36,17 @@ void setUp(QApplication& application, const std::string& resources) {
 }
 
 int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instance) {
+    std::string trouble;
     const auto report = [](const platform::Error& error) {
         platform::systemLog().log(error.message());
     };
+    const auto reportOfPreferences = [&](const platform::Error& error) {
+        trouble = error.message();
+        report(error);
+    };
     if (const auto made = platform::makeAccountFolders(); !made) report(made.error());
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), report);
+    const auto defaults =
+        platform::openUserDefaults(platform::userDefaultsPath(), reportOfPreferences);
     const auto preferences = Preferences::sharedInstance(*defaults);
     const auto system = platform::makeSystemCalls();
     const auto draws = makeDrawSequence();
@@ -49,20 +56,19 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
     const std::string resources = platform::resourcesFolder();
     platform::BundleInformationFile bundle(resources + "/Info.plist");
     const auto medium = platform::makeMediumInspector();
+    desktop::StatusArea statusArea;
 
     desktop::Desktop program({*system, platform::systemClock(), *draws,
                               platform::defaultFileManager(), *defaults, *preferences, *listing,
                               *processes, *events, platform::systemLog(), bundle, *medium,
-                              resources});
+                              resources, [&trouble] { return trouble; },
+                              [&statusArea] { return statusArea.isThere(); }});
+    statusArea.watch([&program] { program.checkStatusArea(); });
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;
     }
-    const auto quitSignals =
-        platform::catchQuitSignals([&program] { program.application().terminate(); });
-    if (!program.launch(line.files)) return 1;
-    if (!line.action.empty()) program.performAction(line.action);
-    program.run();
-    return 0;
+    const auto quitSignals = platform::catchQuitSignals([&program] { program.askToQuit(); });
+    return program.runFromLaunch(line.files, line.action) ? 0 : 1;
 }
 
 }  // namespace

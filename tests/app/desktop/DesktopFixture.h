@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "app/desktop/Desktop.h"
+#include "app/desktop/QtQuitWait.h"
 #include "engine/FeedbackSequence.h"
 #include "platform/PropertyListDefaults.h"
 #include "platform/Resources.h"
@@ -63,6 +64,13 @@ class HeldSequence final : public DrawSequence {
     bool released_ = false;  ///< the test's
 };
 
+/// The program's own wait for applications, in a thousandth of the time.
+class ShortQuitWait final : public desktop::QtQuitWait {
+  public:
+    using QtQuitWait::QtQuitWait;
+    bool wait(std::chrono::microseconds time) override { return QtQuitWait::wait(time / 1000); }
+};
+
 /// Lets the main loop go round until `condition` holds.
 inline void waitUntil(const std::function<bool()>& condition) {
     while (!condition()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
@@ -78,11 +86,24 @@ class DesktopFixture : public ::testing::Test {
         kalvet_logger_close();
     }
 
+    /// Puts the program together.
+    void make() {
+        desktop::DesktopServices services{
+            *system,   clock,        draws,   platform::defaultFileManager(),
+            *defaults, *preferences, listing, processes,
+            events,    log,          bundle,  medium,
+            resources};
+        services.preferencesTrouble = [this] { return trouble; };
+        services.hasStatusArea = [this] { return hasStatusArea; };
+        services.makeQuitWait = [](desktop::QtRunLoop& loop) {
+            return std::make_unique<ShortQuitWait>(loop);
+        };
+        if (makeWorker) services.makeWorker = makeWorker;
+        desktop = std::make_unique<desktop::Desktop>(std::move(services));
+    }
     /// Starts the program; false when it could not be.
     bool launch(const std::vector<std::string>& items = {}) {
-        desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
-            *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
-            processes, events, log, bundle, medium, resources});
+        make();
         return desktop->launch(items);
     }
     QMainWindow& window() { return desktop->mainWindow().window(); }
@@ -90,7 +111,22 @@ class DesktopFixture : public ::testing::Test {
     Widget* find(const char* name) {
         return window().findChild<Widget*>(QLatin1String(name));
     }
-    void trigger(const char* action) { find<QAction>(action)->trigger(); }
+    /// Gives a command, once it can be given.
+    void trigger(const char* action) {
+        auto* command = find<QAction>(action);
+        waitUntil([command] { return command->isEnabled(); });
+        command->trigger();
+    }
+    /// Lets what has been posted to the main loop happen.
+    static void settle() {
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+    }
+    /// Waits for the end of the request at work, until the window has said how it ended.
+    void waitForEnd() {
+        waitUntil([this] { return !desktop->controller().isBusy(); });
+        desktop->controller().run().waitForWorker();
+        settle();
+    }
 
     void set(const std::string& key, bool value) {
         preferences->displayedValues.insert_or_assign(key, Number::fromBool(value));
@@ -146,6 +182,9 @@ class DesktopFixture : public ::testing::Test {
         platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
     std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(*defaults);
     std::string resources = platform::resourcesFolder();
+    std::string trouble;  ///< with the stored preferences
+    bool hasStatusArea = false;
+    std::function<std::unique_ptr<platform::Worker>()> makeWorker;
     std::unique_ptr<desktop::Desktop> desktop;
 
   private:

@@ -1,13 +1,22 @@
 #include <QListWidget>
 #include <QScreen>
 #include <QShortcut>
+#include <filesystem>
 
 #include "DesktopFixture.h"
 
 namespace dorvanel::test {
 namespace {
 
-class DocumentTest : public DesktopFixture {};
+class DocumentTest : public DesktopFixture {
+  protected:
+    static QListWidget& listOf(const desktop::MyDocument& document) {
+        return *document.window()->findChild<QListWidget*>("documentFiles");
+    }
+    static QString textOf(const desktop::MyDocument& document) {
+        return document.window()->findChild<QLabel*>("documentText")->text();
+    }
+};
 
 TEST_F(DocumentTest, TwoDocumentsAtOnceBothShowTheTitle) {
     ASSERT_TRUE(launch());
@@ -34,12 +43,47 @@ TEST_F(DocumentTest, TheWindowIsCentredEachTimeItIsLoaded) {
 }
 
 TEST_F(DocumentTest, ItNamesTheFilesOfOneHandOver) {
+    const std::string one = home / "a\nb", two = home / "\xff.txt";
+    writeFile(one, "1");
+    writeFile(two, "2");
     ASSERT_TRUE(launch());
-    desktop->instanceHandlers().open({"/tmp/a\nb", "/tmp/\xff.txt"});
-    auto* list = desktop->documents().back()->window()->findChild<QListWidget*>("documentFiles");
-    ASSERT_EQ(list->count(), 2);
-    EXPECT_EQ(list->item(0)->text(), QString("/tmp/a") + QChar::ReplacementCharacter + "b");
-    EXPECT_EQ(list->item(1)->text(), QString("/tmp/") + QChar::ReplacementCharacter + ".txt");
+    desktop->instanceHandlers().open({one, two});
+    auto& list = listOf(*desktop->documents().back());
+    ASSERT_EQ(list.count(), 2);
+    const QString folder = QString::fromStdString(home / "");
+    EXPECT_EQ(list.item(0)->text(), folder + "a" + QChar::ReplacementCharacter + "b");
+    EXPECT_EQ(list.item(1)->text(), folder + QChar::ReplacementCharacter + ".txt");
+    EXPECT_EQ(textOf(*desktop->documents().back()),
+              "These were handed to Dorvanel. They have not been shredded.");
+}
+
+TEST_F(DocumentTest, WhatIsNotThereIsMarkedAndNotCalledUnshredded) {
+    const std::string there = home / "there.txt", link = home / "leads nowhere";
+    writeFile(there, "1");
+    std::filesystem::create_symlink("/no/such/file", link);
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({there, home / "missing.txt", link});
+    auto& document = *desktop->documents().back();
+    EXPECT_EQ(listOf(document).item(0)->text().toStdString(), there);
+    EXPECT_EQ(listOf(document).item(1)->text().toStdString(), home / "missing.txt (not there)");
+    EXPECT_EQ(listOf(document).item(2)->text().toStdString(), link) << "the link itself is there";
+    EXPECT_EQ(textOf(document),
+              "These were handed to Dorvanel. Those that are there have not been shredded.");
+    desktop->instanceHandlers().open({home / "missing.txt"});
+    EXPECT_EQ(textOf(*desktop->documents().back()),
+              "These were handed to Dorvanel. Nothing is there by these names.");
+}
+
+TEST_F(DocumentTest, WhatIsShreddedWhileTheDocumentIsOpenIsMarkedAfterwards) {
+    const std::string page = addSafariCache();
+    set("ConfirmShredding", false);
+    ASSERT_TRUE(launch());
+    desktop->instanceHandlers().open({page});
+    auto& document = *desktop->documents().back();
+    EXPECT_EQ(listOf(document).item(0)->text().toStdString(), page);
+    trigger("shredAndNothingAction");
+    waitUntil([this] { return desktop->mainWindow().message().startsWith("Shredded:"); });
+    EXPECT_EQ(listOf(document).item(0)->text().toStdString(), page + " (not there)");
 }
 
 TEST_F(DocumentTest, AClosedDocumentIsLetGo) {
@@ -76,9 +120,7 @@ TEST_F(DocumentTest, WithoutItsInterfaceFileTheSystemsLogSaysSo) {
 }
 
 TEST_F(DocumentTest, WhatIsHandedOverBeforeTheLaunchIsThroughWaits) {
-    desktop = std::make_unique<desktop::Desktop>(desktop::DesktopServices{
-        *system, clock, draws, platform::defaultFileManager(), *defaults, *preferences, listing,
-        processes, events, log, bundle, medium, resources});
+    make();
     desktop->instanceHandlers().open({"/tmp/a"});
     EXPECT_TRUE(desktop->documents().empty());
     ASSERT_TRUE(desktop->launch({}));

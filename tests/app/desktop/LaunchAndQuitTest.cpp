@@ -1,3 +1,4 @@
+#include <QKeyEvent>
 #include <QProgressBar>
 #include <filesystem>
 
@@ -73,6 +74,42 @@ TEST_F(LaunchAndQuitTest, QuitInTheQuitSheetQuits) {
     onAlert([](QMessageBox& box) { click(box, "Quit"); });
     QTimer::singleShot(0, &window(), [this] { trigger("reallyQuitAction"); });
     desktop->run();
+}
+
+TEST_F(LaunchAndQuitTest, EachFurtherQuitCommandBringsTheOneSheetForward) {
+    ASSERT_TRUE(launch());
+    const auto sheets = [] {
+        QList<QMessageBox*> found;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* box = qobject_cast<QMessageBox*>(widget);
+            if (box != nullptr && box->isVisible()) found << box;
+        }
+        return found;
+    };
+    for (int i = 0; i < 3; ++i) desktop->controller().reallyQuit();
+    ASSERT_EQ(sheets().size(), 1);
+    click(*sheets().first(), "Cancel");
+    waitUntil([&sheets] { return sheets().isEmpty(); });
+    desktop->controller().reallyQuit();
+    EXPECT_EQ(sheets().size(), 1) << "answered, it can be asked again";
+}
+
+TEST_F(LaunchAndQuitTest, NoKeyAfterTheLaunchFindsAButtonThatShreds) {
+    const std::string page = addSafariCache();
+    set("ConfirmShredding", false);
+    ASSERT_TRUE(launch());
+    window().activateWindow();
+    for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+    EXPECT_EQ(window().focusWidget(), &window());
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : &window();
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &press);
+        QCoreApplication::sendEvent(target, &release);
+    }
+    desktop->controller().run().waitForWorker();
+    EXPECT_TRUE(std::filesystem::exists(page));
 }
 
 TEST_F(LaunchAndQuitTest, ClosingTheWindowIsTheQuitCommand) {
@@ -156,7 +193,8 @@ TEST_F(LaunchAndQuitTest, TheTimersStandStillBehindTheConfirmation) {
     bool held = false;
     onAlert([this, &held](QMessageBox& box) {
         held = desktop->runLoop().isHeld();
-        trigger("shredAndNothingAction");  // a second one does nothing and writes nothing
+        // A second one does nothing and writes nothing.
+        desktop->controller().shredAndNothing();
         click(box, "No");
     });
     trigger("shredAndNothingAction");
@@ -220,7 +258,7 @@ TEST_F(LaunchAndQuitTest, TheHomeFolderIsNoItemOfALaunch) {
     ASSERT_TRUE(launch({home.path().native()}));
     EXPECT_EQ(desktop->controller().run().threadCount(), 0);
     EXPECT_TRUE(std::filesystem::exists(page));
-    EXPECT_TRUE(desktop->mainWindow().message().startsWith("Nothing was shredded: "));
+    EXPECT_TRUE(desktop->mainWindow().failures().message().startsWith("Nothing was shredded: "));
 }
 
 TEST_F(LaunchAndQuitTest, WithoutAnInterfaceFileTheLogSaysSoAndNothingStarts) {

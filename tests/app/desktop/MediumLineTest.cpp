@@ -85,6 +85,7 @@ TEST_F(MediumLineTest, ItIsSaidOfDroppedFilesOnceTheyAreAgreedTo) {
     EXPECT_EQ(shownLine(), "");
     onAlert([](QMessageBox& box) { click(box, "Shred"); });
     desktop->filesDropped({one, two});
+    waitForEnd();
     EXPECT_TRUE(shownLine().endsWith("“~/one.txt” and 1 more (overlay mount)."));
     EXPECT_FALSE(std::filesystem::exists(one));
     EXPECT_FALSE(std::filesystem::exists(two));
@@ -103,6 +104,7 @@ TEST_F(MediumLineTest, ItIsSaidOfFilesPickedInTheOpenPanel) {
     });
     answer.start(1);
     trigger("openDocAction");
+    waitForEnd();
     EXPECT_TRUE(shownLine().endsWith("“~/picked.txt” (fuse.sshfs mount)."));
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_TRUE(desktop->mainWindow().message().startsWith("Shredded: 1 file"));
@@ -116,6 +118,7 @@ TEST_F(MediumLineTest, ALongPathIsCutInTheLineAndWholeInItsToolTip) {
     const int width = window().width();
     onAlert([](QMessageBox& box) { click(box, "Shred"); });
     desktop->filesDropped({file});
+    waitForEnd();
     EXPECT_FALSE(shownLine().contains(QString::fromStdString(name)));
     EXPECT_EQ(line().toolTip().toStdString(), "~/" + name);
     EXPECT_EQ(window().width(), width);

@@ -5,6 +5,7 @@
 
 #include "DesktopFixture.h"
 #include "app/desktop/Colors.h"
+#include "app/desktop/Elision.h"
 #include "app/desktop/QtOutlets.h"
 
 namespace dorvanel::test {
@@ -14,10 +15,10 @@ using platform::Color;
 
 TEST(OutletsTest, AWorkerThatIsInAHurryIsShownSeldomAndItsLastValueAlways) {
     QProgressBar bar;
-    bar.setRange(0, 1000);
-    desktop::QtProgressIndicator progress(bar, {});
+    bar.setRange(0, 100);
+    desktop::QtProgressIndicator progress(bar);
     QLabel label;
-    desktop::QtTextField name(label, {});
+    desktop::QtTextField name(label);
     int shown = 0;
     QObject::connect(&bar, &QProgressBar::valueChanged, [&shown] { ++shown; });
 
@@ -34,24 +35,33 @@ TEST(OutletsTest, AWorkerThatIsInAHurryIsShownSeldomAndItsLastValueAlways) {
         }
         done = true;
     });
-    waitUntil([&] { return done && label.text() == "file 200000" && bar.value() == 1000; });
+    waitUntil([&] { return done && label.text() == "file 200000" && bar.value() == 100; });
     worker.join();
     EXPECT_LE(shown, 2 + timer.elapsed() / 16);
 }
 
-TEST(OutletsTest, OnTheMainThreadAValueIsThereAtOnceAndTheWindowIsPainted) {
+TEST(OutletsTest, AValueBeyondTheEndShowsAsTheEnd) {
+    QProgressBar bar;
+    bar.setRange(0, 100);
+    desktop::QtProgressIndicator progress(bar);
+    progress.setDoubleValue(97);
+    EXPECT_EQ(bar.value(), 97);
+    progress.setDoubleValue(104);
+    EXPECT_EQ(bar.value(), 100);
+    progress.setDoubleValue(-1);
+    EXPECT_EQ(bar.value(), 0);
+}
+
+TEST(OutletsTest, OnTheMainThreadAValueIsThereAtOnce) {
     QLabel label;
-    int painted = 0;
-    desktop::QtTextField field(label, [&painted] { ++painted; });
+    desktop::QtTextField field(label);
     field.setStringValue("now");
     EXPECT_EQ(label.text(), "now");
-    field.display();
-    EXPECT_EQ(painted, 1);
 }
 
 TEST(OutletsTest, AValueOfTheMainThreadIsNotUndoneByAnOlderOneOfTheWorker) {
     QLabel label;
-    desktop::QtTextField field(label, {});
+    desktop::QtTextField field(label);
     std::thread([&field] { field.setStringValue("older"); }).join();
     field.setStringValue("newer");
     for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
@@ -61,7 +71,7 @@ TEST(OutletsTest, AValueOfTheMainThreadIsNotUndoneByAnOlderOneOfTheWorker) {
 TEST(OutletsTest, ALongNameIsCutToTheLabelAndWholeInTheToolTip) {
     QLabel label;
     label.resize(120, 20);
-    desktop::QtTextField field(label, {}, desktop::QtTextField::Elide::middle);
+    desktop::QtTextField field(label, desktop::QtTextField::Elide::middle);
     const std::string name(300, 'n');
     field.setStringValue(name);
     EXPECT_LT(label.text().size(), 60);
@@ -69,10 +79,26 @@ TEST(OutletsTest, ALongNameIsCutToTheLabelAndWholeInTheToolTip) {
     EXPECT_EQ(label.accessibleDescription().toStdString(), name);
 }
 
+TEST(OutletsTest, AMessageKeepsItsWordsAndALongOneOfThemIsCutAndWholeInTheToolTip) {
+    QLabel label;
+    label.setWordWrap(true);
+    desktop::showCut(label, "Two words\nand a line.");
+    EXPECT_EQ(label.text(), "Two words\nand a line.");
+    EXPECT_EQ(label.toolTip(), "");
+    EXPECT_EQ(label.accessibleName(), "");
+    const QString whole = "Not saved: /" + QString(300, 'n') + " is full";
+    desktop::showCut(label, whole);
+    EXPECT_TRUE(label.text().startsWith("Not saved: /nnn"));
+    EXPECT_TRUE(label.text().endsWith("n is full"));
+    EXPECT_LE(label.minimumSizeHint().width(), 400);
+    EXPECT_EQ(label.toolTip(), whole);
+    EXPECT_EQ(label.accessibleName(), whole);
+}
+
 TEST(OutletsTest, NoTextOfAFileIsTakenForMarkup) {
     QLabel label;
     label.setTextFormat(Qt::PlainText);
-    desktop::QtTextField field(label, {});
+    desktop::QtTextField field(label);
     field.setStringValue("<b>\xff\x1b[31m\xe2\x80\xae");
     const QChar r = QChar::ReplacementCharacter;
     EXPECT_EQ(label.text(), QString("<b>") + r + r + "[31m" + r);
@@ -82,7 +108,7 @@ TEST(OutletsTest, AnApplicationsStateIsTheShapeOfItsMarkAndItsToolTipNotItsText)
     QWidget parent;
     QLabel label("Safari", &parent);
     QLabel mark(&parent);
-    desktop::ApplicationLabel outlet(label, mark, {});
+    desktop::ApplicationLabel outlet(label, mark);
     std::vector<QImage> shapes;
     QStringList tips;
     for (const Color color : {Color::red, Color::green, Color::lightGray}) {

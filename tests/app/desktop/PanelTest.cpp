@@ -6,8 +6,10 @@
 #include <QWheelEvent>
 #include <filesystem>
 #include <map>
+#include <tuple>
 
 #include "DesktopFixture.h"
+#include "app/desktop/InterfaceFile.h"
 #include "app/desktop/PanelControls.h"
 
 namespace dorvanel::test {
@@ -31,6 +33,11 @@ class PanelTest : public DesktopFixture {
     /// The file as it is now, read anew.
     static std::unique_ptr<platform::UserDefaults> stored() {
         return platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
+    }
+    void storeNumber(const char* key, int number) {
+        preferences->displayedValues.insert_or_assign(key, Number::fromInt(number));
+        ASSERT_TRUE(preferences->commitDisplayedValues());
+        desktop->panel().reallyupdateUI();
     }
     void choose(const char* popUp, int index) { control<QComboBox>(popUp).setCurrentIndex(index); }
 };
@@ -189,14 +196,37 @@ TEST_F(PanelTest, ThePopUpsHaveAnItemForEachIndexAndASeparatorThatCannotBeChosen
     EXPECT_EQ(passes.itemText(16), "35 passes");
 }
 
-TEST_F(PanelTest, AStoredIndexThatNobodyCanChooseIsNeverStoredAgain) {
-    for (const int stored : {1, -3, 17, 99}) {
-        preferences->displayedValues.insert_or_assign("NumberOfWrites", Number::fromInt(stored));
-        ASSERT_TRUE(preferences->commitDisplayedValues());
-        desktop->panel().reallyupdateUI();
+TEST_F(PanelTest, AStoredNumberThatIsNoItemShowsWhatWillBeDoneAndIsKeptByOtherClicks) {
+    const std::tuple<const char*, const char*, int, const char*> cases[] = {
+        {"numberOfWritesPopUp", "NumberOfWrites", 1, "65536 passes (stored: 1)"},
+        {"numberOfWritesPopUp", "NumberOfWrites", 17, "16 passes (stored: 17)"},
+        {"numberOfWritesPopUp", "NumberOfWrites", -3, "65532 passes (stored: -3)"},
+        {"numberOfWritesPopUp", "NumberOfWrites", 65538, "1 pass (stored: 65538)"},
+        {"overwritePatternPopUp", "OverwritePattern", 9, "As used last, or zeros (stored: 9)"},
+        {"overwritePatternPopUp", "OverwritePattern", 1, "As used last, or zeros (stored: 1)"},
+    };
+    for (const auto& [name, key, number, text] : cases) {
+        storeNumber(key, number);
+        auto& popUp = control<QComboBox>(name);
+        EXPECT_EQ(popUp.currentText(), text);
         clickBox("shredHistoryCheckbox");
-        EXPECT_EQ(preferences->intForKey("NumberOfWrites"), 0) << stored;
+        EXPECT_EQ(preferences->intForKey(key), number);
+        EXPECT_EQ(stored()->integerForKey(key), number);
     }
+}
+
+TEST_F(PanelTest, TheItemOfAnUnknownNumberCannotBeChosenAndGoesWithTheNumber) {
+    storeNumber("OverwritePattern", 9);
+    storeNumber("NumberOfWrites", 1);
+    auto& popUp = control<QComboBox>("overwritePatternPopUp");
+    const auto* model = qobject_cast<QStandardItemModel*>(popUp.model());
+    EXPECT_FALSE(model->item(popUp.count() - 1)->isEnabled());
+    choose("overwritePatternPopUp", 3);
+    EXPECT_EQ(stored()->integerForKey("OverwritePattern"), 3);
+    EXPECT_EQ(stored()->integerForKey("NumberOfWrites"), 1) << "the other was not clicked";
+    trigger("showPanelAction");
+    EXPECT_EQ(popUp.count(), 7);
+    EXPECT_EQ(popUp.currentIndex(), 3);
 }
 
 TEST_F(PanelTest, TheWheelChangesNoPopUp) {
@@ -308,6 +338,38 @@ TEST(PanelWithoutAFileTest, SaysSoInTheSystemsLogBeepsAndChangesNothing) {
     EXPECT_EQ(sound.beeps, 1);
     EXPECT_EQ(panel.window(), nullptr);
     EXPECT_EQ(*preferences->preferences(), before);
+}
+
+TEST(PanelWithoutAFileTest, AFileThatLacksAnOutletConnectsNothingAndTheNextWholeOneAll) {
+    TemporaryHome home;
+    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
+    const auto preferences = Preferences::sharedInstance(*defaults);
+    FakeSystemLog log;
+    FakeSystemSound sound;
+    const std::string whole = readFile(platform::resourcesFolder() + "/MainMenu.ui");
+    const std::string folder = home / "resources";
+    writeFile(folder + "/MainMenu.ui", whole);
+    // One that is looked for after others have been found.
+    const std::string outlet = "\"enableOperaCheckbox\"";
+    std::string lacking = whole;
+    lacking.replace(lacking.find(outlet), outlet.size(), "\"somethingElse\"");
+    bool isWhole = false;
+    desktop::PreferencesPanel panel({*preferences, platform::defaultFileManager(), log, sound, [&] {
+                                         writeFile(folder + "/MainMenu.ui",
+                                                   isWhole ? whole : lacking);
+                                         return desktop::loadInterfaceFile(folder, "MainMenu");
+                                     }});
+    for (int i = 0; i < 2; ++i) panel.showPanel();
+    EXPECT_THAT(log.lines,
+                ElementsAre("Failed to load MainMenu.nib", "Failed to load MainMenu.nib"));
+    EXPECT_EQ(panel.window(), nullptr);
+    isWhole = true;
+    panel.showPanel();
+    ASSERT_NE(panel.window(), nullptr);
+    EXPECT_EQ(log.lines.size(), 2U);
+    panel.window()->findChild<QAbstractButton*>("shredHistoryCheckbox")->click();
+    EXPECT_TRUE(preferences->boolForKey("ShredHistory"));
+    EXPECT_EQ(panel.window()->findChild<QComboBox*>("numberOfWritesPopUp")->count(), 17);
 }
 
 }  // namespace

@@ -124,9 +124,8 @@ class Photographer : public DesktopFixture {
             "(1717761600)/kR3vTqA9wUz/Zp0bWm4XeLr7Tq/1234567890-0987654321.cache");
         take(window(), "run");
         desktop->mainWindow().showMessage(
-            "Shredded: 812 files, 14.2 MiB overwritten. 2 items are "
-            "still there. Left alone, as running: Safari.",
-            "details");
+            "Shredded: 812 files, 14.2 MiB overwritten. Left alone, as running: Safari.");
+        desktop->mainWindow().failures().add({"2 items are still there.", "details", "10:42"});
         desktop->mainWindow().shreddingProgress().setDoubleValue(0);
         desktop->mainWindow().fileName().setStringValue("");
         desktop->mainWindow().showMediumNotice(

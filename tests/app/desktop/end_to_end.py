@@ -38,6 +38,12 @@ def outside(program):
     with tempfile.TemporaryDirectory() as folder:
         home = os.path.join(folder, "home")
         os.makedirs(os.path.join(home, "Library/Caches/Safari"))
+        # Whatever runs on the machine, the program sees no application running.
+        listing = os.path.join(folder, "bin/ps")
+        os.makedirs(os.path.dirname(listing))
+        with open(listing, "w") as file:
+            file.write("#!/bin/sh\necho COMMAND\n")
+        os.chmod(listing, 0o755)
         read, write = os.pipe()
         try:
             # The server picks a free display number and tells it.
@@ -50,6 +56,7 @@ def outside(program):
                 display += os.read(read, 16)
             environment = dict(
                 os.environ, DISPLAY=":" + display.decode().strip(), HOME=home,
+                PATH=os.path.dirname(listing) + ":" + os.environ["PATH"],
                 XDG_RUNTIME_DIR=folder, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                 QT_QPA_PLATFORM="xcb", NO_AT_BRIDGE="0")
             processes.append(subprocess.Popen(["openbox"], env=environment,
@@ -66,13 +73,13 @@ def outside(program):
 class Stage:
     """The accessibility tree of the program."""
 
-    def __init__(self, program):
+    def __init__(self, program, *arguments):
         import gi
         gi.require_version("Atspi", "2.0")
         from gi.repository import Atspi
         self.atspi = Atspi
         Atspi.init()
-        self.program = subprocess.Popen([program])
+        self.program = subprocess.Popen([program, *arguments])
 
     def children(self, node):
         try:
@@ -123,11 +130,24 @@ class Stage:
         assert wanted, "%s %r has only the actions %r" % (role, name, actions)
         assert self.atspi.Action.do_action(node, actions.index(wanted[0]))
 
+    def can_be_pressed(self, name):
+        return self.find("push button", name).get_state_set().contains(
+            self.atspi.StateType.ENABLED)
+
+    def terminate(self):
+        """Ends the program as a signal does; its exit status."""
+        self.program.terminate()
+        return self.program.wait(timeout=LIMIT)
+
     def label_of(self, node):
         for relation in node.get_relation_set():
             if relation.get_relation_type() == self.atspi.RelationType.LABELLED_BY:
                 return relation.get_target(0).get_name()
         return None
+
+    def window_has_keyboard(self):
+        frame = self.look("frame", "Dorvanel X")
+        return frame is not None and frame.get_state_set().contains(self.atspi.StateType.ACTIVE)
 
     def focused(self):
         for node in self.everything():
@@ -160,20 +180,42 @@ def stored(home):
         return {}
 
 
+class StatusArea:
+    """The status area of the test's desktop, which comes and goes."""
+
+    def __init__(self):
+        self.process = None
+
+    def come(self):
+        program = os.path.join(os.path.dirname(__file__), "status_area.py")
+        self.process = subprocess.Popen([sys.executable, program], stdout=subprocess.PIPE,
+                                        text=True)
+        assert self.process.stdout.readline() == "ready\n"
+
+    def icon(self):
+        """Waits for the icon of a program."""
+        return Icon(self.process.stdout.readline().strip())
+
+    def go(self):
+        if self.process is not None:
+            self.process.terminate()
+            self.process.wait()
+            self.process.stdout.close()
+        self.process = None
+
+
 def inside(program):
     home = os.environ["HOME"]
     page = os.path.join(home, "Library/Caches/Safari/page.cache")
     with open(page, "w") as file:
         file.write("secret")
-    area = subprocess.Popen([sys.executable, os.path.join(os.path.dirname(__file__),
-                                                          "status_area.py")],
-                            stdout=subprocess.PIPE, text=True)
+    area = StatusArea()
     try:
-        assert area.stdout.readline() == "ready\n"
         drive(Stage(program), program, home, page, area)
+        terminate_at_questions(program, home, page)
+        one_at_a_time(program, home, page)
     finally:
-        area.terminate()
-        area.wait()
+        area.go()
     print("done")
     return 0
 
@@ -191,11 +233,15 @@ def drive(stage, program, home, page, area):
     step("the focus goes through the buttons in their order")
     # One key at a time: the window has the keyboard before the first, and each has its effect before
     # the next.
-    order = [until(lambda: stage.focused())]
-    for _ in range(3):
+    until(lambda: stage.window_has_keyboard())
+    for harmless in ["space", "Return"]:
+        key(harmless)
+    order = [stage.focused()]
+    for _ in range(4):
         key("Tab")
         order.append(until(lambda: (now := stage.focused()) != order[-1] and now))
-    assert order == ["Shred Now", "Shred and", "Shred Files…", "Preferences…"], order
+    assert order == [None, "Shred Now", "Shred and", "Shred Files…", "Preferences…"], order
+    assert stage.look("push button", "Yes") is None, "a key has found a button that shreds"
 
     step("a click in the panel is saved")
     stage.press("push button", "Preferences…")
@@ -216,8 +262,11 @@ def drive(stage, program, home, page, area):
     log = os.path.join(home, "Library/Logs/Dorvanel X Log.txt")
     assert until(lambda: "Dorvanel Completed Successfully" in open(log, encoding="latin-1").read())
 
+    step("a status area that comes while the program runs gets its icon")
+    area.come()
+    icon = area.icon()
+
     step("hiding leaves the icon in the status area to come back from")
-    icon = Icon(area.stdout.readline().strip())
     assert [text for _, text in icon.items()] == [
         "Show Dorvanel", None, "Shred", "Shred and Log Out", "Shred and Shut Down",
         "Shred and Restart", None, "Quit Dorvanel"], icon.items()
@@ -225,6 +274,14 @@ def drive(stage, program, home, page, area):
     assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
     icon.choose("Show Dorvanel")
     stage.find("frame", "Dorvanel X")
+
+    step("a status area that goes takes no hidden program with it")
+    key("ctrl+h")
+    assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
+    area.go()
+    stage.find("frame", "Dorvanel X")
+    area.come()
+    icon = area.icon()
 
     step("a command of the icon's menu asks as any other")
     icon.choose("Shred and Restart")
@@ -251,6 +308,72 @@ def drive(stage, program, home, page, area):
     key("ctrl+q")
     stage.press("push button", "Quit")
     assert stage.program.wait(timeout=LIMIT) == 0
+
+
+def store(home, values):
+    path = os.path.join(home, "Library/Preferences/com.dorvanel.DorvanelX.plist")
+    with open(path, "wb") as file:
+        plistlib.dump(values, file)
+
+
+def write(path, contents):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "wb") as file:
+        file.write(contents)
+
+
+def terminate_at_questions(program, home, page):
+    step("a signal at the question of a launcher's action ends the program")
+    write(page, b"secret")
+    store(home, {"FirstRun": True})
+    stage = Stage(program, "--action", "shred")
+    stage.find("push button", "Yes")
+    assert stage.terminate() == 0
+    assert os.path.exists(page)
+
+    step("a signal at the launch's own alert ends the program")
+    profiles = os.path.join(home, "Library/Mozilla/Profiles")
+    for name in ["one", "two"]:
+        os.makedirs(os.path.join(profiles, name))
+    store(home, {})
+    stage = Stage(program, "--action", "shred")
+    stage.find("push button", "OK")
+    assert stage.terminate() == 0
+    assert os.path.exists(page)
+    shutil.rmtree(profiles)
+
+
+def one_at_a_time(program, home, page):
+    step("while something is shredded the window says so and takes no other request")
+    # As many passes as there can be keep the worker at work for some seconds.
+    store(home, {"FirstRun": True, "ConfirmShredding": False, "NumberOfWrites": 1,
+                 "OverwritePattern": 3})
+    write(page, bytes(131072))
+    stage = Stage(program)
+    stage.press("push button", "Shred Now")
+    stage.find("label", "Shredding…")
+    second = os.path.join(os.path.dirname(page), "second.cache")
+    write(second, b"secret")
+    assert not stage.can_be_pressed("Shred Now")
+    for _ in range(2):
+        key("ctrl+Return")
+    assert subprocess.call([program, "--action", "shred"], timeout=LIMIT) == 0
+    stage.find("label", "Not started: a run is still in progress.")
+    assert not stage.can_be_pressed("Shred Files…")
+    for _ in range(2):
+        key("ctrl+Return")
+
+    step("what was typed meanwhile starts nothing afterwards")
+    assert until(lambda: stage.can_be_pressed("Shred Now"))
+    assert os.path.exists(second)
+
+    step("a number that no item stands for shows what it does")
+    stage.press("push button", "Preferences…")
+    stage.find("combo box", "65536 passes (stored: 1)")
+    stage.press("check box", "Keep an activity log")
+    assert until(lambda: stored(home).get("ActivityLog")) is True
+    assert stored(home).get("NumberOfWrites") == 1
+    assert stage.terminate() == 0
 
 
 def step(text):

@@ -1,0 +1,85 @@
+#include <QApplication>
+#include <QDateTime>
+#include <QFontMetrics>
+#include <QLocale>
+
+#include "app/desktop/Bytes.h"
+#include "app/desktop/Desktop.h"
+#include "app/desktop/OutcomeText.h"
+#include "engine/MediumNotice.h"
+
+// What the window says of a request: what goes on, how it ended, and what went wrong.
+
+namespace dorvanel::desktop {
+namespace {
+
+/// How much room a path has in the line about the medium, in pixels.
+constexpr int pathWidth = 280;
+
+/// A path as a person knows it: in the home folder without the way there.
+QString shortPath(const std::string& path) {
+    const std::string home = platform::homeDirectory() + "/";
+    return displayText(path.starts_with(home) ? "~/" + path.substr(home.size()) : path);
+}
+
+}  // namespace
+
+void Desktop::activityChanged(Activity now) {
+    if (!isMainThread()) {
+        loop_.performOnMainThread([this] { activity_->show(controller_->activity()); });
+        return;
+    }
+    activity_->show(now);
+    // The main thread may be at work itself for a while: listing what runs, collecting.
+    window_->paintNow();
+}
+
+void Desktop::runEnded(const RunReport& report) {
+    if (isMainThread()) return tellEnd(report);
+    loop_.performOnMainThread([this, report] { tellEnd(report); });
+}
+
+void Desktop::tellEnd(const RunReport& report) {
+    if (report.result == RunResult::notInitiated) return tellRefusal(report.refusal);
+    if (report.result != RunResult::completed) window_->showMediumNotice({}, {});
+    activity_->showResult(messageOf(report));
+    const QString failure = failureOf(report);
+    if (!failure.isEmpty()) tellFailure(failure, detailsOf(report.outcome));
+    for (const auto& document : documents_) document->refresh();
+}
+
+void Desktop::tellRefusal(Refusal refusal) {
+    QString message = messageOf(refusal);
+    if (refusal == Refusal::preferencesUnknown && services_.preferencesTrouble) {
+        message += u' ' + displayText(services_.preferencesTrouble());
+    }
+    workspace_.beep();
+    // What passes by itself is told in passing; the rest stays until somebody has seen it.
+    if (refusal == Refusal::atWork || refusal == Refusal::quitting) {
+        return activity_->showRefusal(message);
+    }
+    activity_->showResult(QStringLiteral("Not started. Nothing was shredded."));
+    tellFailure(message, {});
+}
+
+void Desktop::tellFailure(const QString& message, const QString& details) {
+    const QDateTime now = QDateTime::fromSecsSinceEpoch(services_.clock.time());
+    window_->failures().add(
+        {message, details, QLocale().toString(now.time(), QLocale::ShortFormat)});
+}
+
+void Desktop::tellMedium(const std::vector<std::string>& items) {
+    const QFontMetrics metrics(QApplication::font());
+    QStringList whole;
+    const std::string notice = mediumNotice(items, services_.medium, [&](const std::string& path) {
+        const QString text = shortPath(path);
+        whole << text;
+        return "“" + metrics.elidedText(text, Qt::ElideMiddle, pathWidth).toStdString() + "”";
+    });
+    if (notice.empty()) return window_->showMediumNotice({}, {});
+    QString sentence = QString::fromStdString(notice) + u'.';
+    sentence[0] = sentence[0].toUpper();
+    window_->showMediumNotice(sentence, whole.join(u'\n'));
+}
+
+}  // namespace dorvanel::desktop

@@ -1,0 +1,55 @@
+#include "app/desktop/NumberPopUp.h"
+
+#include <QStandardItemModel>
+#include <utility>
+
+#include "app/desktop/PanelControls.h"
+#include "engine/PassPlan.h"
+
+namespace dorvanel::desktop {
+namespace {
+
+constexpr int passesOfAFullCounter = 65536;
+
+/// What the engine does with a number that no item stands for.
+QString meaningOf(const std::string& key, int stored) {
+    if (key == "NumberOfWrites") {
+        OverwriteSettings settings;
+        settings.numberOfWrites = stored;
+        const int counter = passCount(settings, 0);
+        const int passes = counter == 0 ? passesOfAFullCounter : counter;
+        return (passes == 1 ? QStringLiteral("%1 pass (stored: %2)")
+                            : QStringLiteral("%1 passes (stored: %2)"))
+            .arg(passes)
+            .arg(stored);
+    }
+    // The buffer keeps what it held: zeros, until something else was asked for.
+    return QStringLiteral("As used last, or zeros (stored: %1)").arg(stored);
+}
+
+}  // namespace
+
+NumberPopUp::NumberPopUp(QComboBox& box, std::string key) : box_(&box), key_(std::move(key)) {
+    box_->insertSeparator(popUpSeparator);
+    items_ = box_->count();
+}
+
+void NumberPopUp::show(int stored) {
+    stored_ = stored;
+    const bool isAnItem = stored >= 0 && stored < items_ && stored != popUpSeparator;
+    if (isAnItem) box_->setCurrentIndex(stored);
+    if (box_->count() > items_) box_->removeItem(items_);
+    if (isAnItem) return;
+    box_->addItem(meaningOf(key_, stored));
+    if (auto* model = qobject_cast<QStandardItemModel*>(box_->model())) {
+        model->item(items_)->setEnabled(false);
+    }
+    box_->setCurrentIndex(items_);
+}
+
+int NumberPopUp::value() const {
+    const int index = box_->currentIndex();
+    return index >= 0 && index < items_ ? index : stored_;
+}
+
+}  // namespace dorvanel::desktop
