@@ -25,7 +25,8 @@ std::ostream& operator<<(std::ostream& stream, const Ran& ran) {
 
 int attempts(int usual) {
     const char* asked = std::getenv("DORVANEL_ATTEMPTS");
-    return asked == nullptr ? usual : std::atoi(asked);
+    if (asked != nullptr) return std::atoi(asked);
+    return isSanitized() ? (usual + 7) / 8 : usual;
 }
 
 RealFsTest::RealFsTest() {

@@ -27,7 +27,7 @@ struct Ran {
 std::ostream& operator<<(std::ostream& stream, const Ran& ran);
 
 /// How often something is tried that goes wrong by chance: `usual` times in the tests of every day,
-/// DORVANEL_ATTEMPTS times where that is set.
+/// an eighth of it under a sanitizer, and DORVANEL_ATTEMPTS times where that is set.
 int attempts(int usual);
 
 /// The program itself, a home of its own, and a place for mounts that only this test sees.
