@@ -217,6 +217,7 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
         return countNotOverwritten(entry, "look at", -result);
     }
     if (isNoneOfOurs(file, entry, status)) return;
+    if (entry.kind == EntryKind::regular && othersMayWrite(*entry.in)) sharedFiles.add(status);
     const FileOverwriter::Written written =
         parts_.overwriter.overwrite(file, status.size, entry.name);
     written_ = {file, status, written.bytes, false};

@@ -8,6 +8,7 @@
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
 #include "engine/LinkTargets.h"
+#include "engine/Manifest.h"
 #include "engine/Outcome.h"
 #include "engine/TreeWalk.h"
 #include "platform/SystemCalls.h"
@@ -56,7 +57,8 @@ class DeletionHandler final : public TreeVisitor {
     /// It was another one, which stays as it was.
     [[nodiscard]] bool foundAnother() const { return foundAnother_; }
 
-    std::uint64_t entries = 0;  ///< met so far
+    std::uint64_t entries = 0;      ///< met so far
+    Manifest::FileSum sharedFiles;  ///< opened so far in folders that others may write in
 
   private:
     using Links = platform::SystemCalls::Links;

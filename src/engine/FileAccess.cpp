@@ -59,6 +59,7 @@ void FileAccess::begin() {
     targets_.clear();
     batch_.forgetDevices();
     shredder_.clear();
+    failed_ = false;
     formerFailures_ = batch_.failures();
 }
 
@@ -74,6 +75,7 @@ bool FileAccess::guarded(const std::string& what, Work work) {
     } catch (const std::exception&) {
         code = ENOMEM;
     }
+    failed_ = true;
     ++outcome_.notRemoved;
     try {
         shredder_.walk().releaseMemory();
@@ -104,6 +106,8 @@ void FileAccess::shredInTurn(const std::vector<HeldItem>& items, std::size_t& ne
             ++outcome_.items;
             const std::size_t number = next++;
             if (shredder_.shred(item, measured[number])) taken.add(item);
+            const std::string& former = shredder_.holdings().former();
+            if (!former.empty()) taken.addFolder(former);
             measured[number] = {};
             continue;
         }
@@ -119,8 +123,15 @@ void FileAccess::passOver(const HeldItem& item) {
     outcome_.note(item.path, "look at", item.code);
 }
 
-/// Says of the items from number `next` on that they are left.
+/// Says of the items from number `next` on that they are left, and of the one before if it was not
+/// moved before memory ran out.
 void FileAccess::leaveFrom(const std::vector<HeldItem>& items, std::size_t next) {
+    platform::FileStatus status;
+    if (shredder_.isInWork() && next > 0 &&
+        services_.system.statusAt(SystemCalls::workingFolder, items[next - 1].path.c_str(),
+                                  SystemCalls::Links::stay, status) >= 0) {
+        outcome_.left.push_back(items[next - 1].path);
+    }
     for (; next < items.size(); ++next) {
         if (items[next].code == 0) {
             outcome_.left.push_back(items[next].path);
@@ -139,7 +150,7 @@ void FileAccess::end() {
     };
     if (!guarded("finish", finish)) guarded("finish", finish);
     holdings.forget();
-    if (isUnfinished) {
+    if (isUnfinished || failed_) {
         guarded("tell what is left", [&] {
             std::vector<std::string> left = holdings.left();
             outcome_.left.insert(outcome_.left.begin(), left.begin(), left.end());

@@ -109,6 +109,7 @@ class FileAccess {
     std::vector<Identity> protected_;
     ItemShredder shredder_;
     std::uint64_t formerFailures_ = 0;
+    bool failed_ = false;  ///< memory or the like ran out in this request
 };
 
 }  // namespace dorvanel

@@ -27,17 +27,23 @@ HoldingFolders::HoldingFolders(SystemCalls& system, const platform::Clock& clock
 
 int HoldingFolders::enter(const HeldItem& item) {
     reason_.clear();
+    former_.clear();
     std::string name = fmt::format("Dorvanel X Items ({})", clock_.time());
     if (serves(item, name)) return 0;
     retire();
     HoldingFolder holding;
     holding.folder = item.folder;
     holding.name = std::move(name);
-    int result = openParent(item, holding);
-    if (result >= 0) result = make(item.name, holding);
+    const int result = openParent(item, holding);
     if (result < 0) return result;
     if (used_.size() >= mostUsed) dropGone();
-    used_.push_back({holding.path(), holding.status});
+    used_.push_back(holding.path());
+    const int made = make(item.name, holding);
+    if (made < 0) {
+        used_.pop_back();
+        return made;
+    }
+    if (holding.wasThere) former_ = holding.path();
     current_ = std::move(holding);
     return 0;
 }
@@ -155,18 +161,18 @@ void HoldingFolders::close(int descriptor) {
 }
 
 void HoldingFolders::dropGone() {
-    std::erase_if(used_, [this](const Used& used) {
+    std::erase_if(used_, [this](const std::string& path) {
         FileStatus found;
-        return system_.statusAt(SystemCalls::workingFolder, used.path.c_str(), Links::stay,
-                                found) == -ENOENT;
+        return system_.statusAt(SystemCalls::workingFolder, path.c_str(), Links::stay, found) ==
+               -ENOENT;
     });
 }
 
 std::vector<std::string> HoldingFolders::left() {
     dropGone();
     std::vector<std::string> paths;
-    for (const Used& used : used_) {
-        if (std::ranges::find(paths, used.path) == paths.end()) paths.push_back(used.path);
+    for (const std::string& path : used_) {
+        if (std::ranges::find(paths, path) == paths.end()) paths.push_back(path);
     }
     return paths;
 }

@@ -44,6 +44,8 @@ class HoldingFolders {
     [[nodiscard]] HoldingFolder& current() { return *current_; }
     [[nodiscard]] bool hasCurrent() const { return current_.has_value(); }
     [[nodiscard]] const std::string& reason() const { return reason_; }
+    /// Path of the folder that a former run had left and that the last item uses; "" for none.
+    [[nodiscard]] const std::string& former() const { return former_; }
 
     /// Hands the current folder to the batch: it goes when what it holds has gone.
     void retire();
@@ -56,10 +58,6 @@ class HoldingFolders {
     void clear() { used_.clear(); }
 
   private:
-    struct Used {
-        std::string path;
-        platform::FileStatus status;
-    };
     static constexpr std::size_t mostUsed = 1024;
 
     int openParent(const HeldItem& item, HoldingFolder& holding);
@@ -77,7 +75,8 @@ class HoldingFolders {
     std::uint32_t user_;
     std::optional<HoldingFolder> current_;
     std::string reason_;
-    std::vector<Used> used_;
+    std::string former_;
+    std::vector<std::string> used_;  ///< paths, some of them gone by now
 };
 
 }  // namespace dorvanel

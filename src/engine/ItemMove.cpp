@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <vector>
 
+#include "engine/FolderRights.h"
+
 namespace dorvanel {
 
 using platform::EntryKind;
@@ -116,9 +118,16 @@ int ItemMove::makeWritable(const HoldingFolder& holding, const HeldItem& item) {
     FileStatus found;
     int result = system_.status(reference, found);
     if (result >= 0 && !isHeldItem(system_, item, found)) result = -ESTALE;
-    if (result >= 0) result = system_.changeMode(reference, found.permissions | ownerMayDoAll);
+    const std::uint32_t permissions = found.permissions | ownerMayDoAll;
+    const bool isKnown = result >= 0;
+    if (isKnown) result = system_.changeMode(reference, permissions);
     system_.close(reference);
-    return result;
+    // Without /proc and on older kernels by name, where nobody else could have put a link.
+    if (!isKnown || result >= 0 ||
+        othersMayWriteIn(holding.parentStatus, system_.effectiveUser())) {
+        return result;
+    }
+    return system_.changeModeAt(holding.parent->get(), item.name.c_str(), permissions);
 }
 
 int ItemMove::moveInParts(const HoldingFolder& holding, const HeldItem& item) {

@@ -39,7 +39,8 @@ MeasuredItem ItemShredder::measure(const HeldItem& item) {
         return measured;
     }
     measured.manifest = std::make_unique<Manifest>();
-    SizeVisitor visitor({system_, batch_, parts_.deletion.stop, parts_.targets, parts_.spared},
+    SizeVisitor visitor({system_, batch_, parts_.deletion.stop, parts_.targets, parts_.spared,
+                         parts_.deletion.user},
                         walk_, *measured.manifest);
     const int folder = openItem(item);
     if (folder < 0) return measured;  // not readable
@@ -87,7 +88,7 @@ bool ItemShredder::shred(const HeldItem& item, MeasuredItem& measured) {
     // What a former run left in the folder goes in any case.
     if (isMoved || move_.isInParts() || (holdings_.hasCurrent() && holdings_.current().wasThere)) {
         renameContents(item, measured.manifest.get());
-        if (!stops()) overwriteContents(item);
+        if (!stops()) overwriteContents(item, measured.manifest.get());
     }
     if (stops()) return isMoved;
     isInWork_ = false;
@@ -184,19 +185,27 @@ void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest) {
     walkHolding(TreeWalk::Order::backward, folders);
 }
 
-void ItemShredder::overwriteContents(const HeldItem& item) {
+void ItemShredder::overwriteContents(const HeldItem& item, const Manifest* manifest) {
     const HoldingFolder& holding = holdings_.current();
     DeletionHandler handler(parts_.deletion, walk_, holding.path());
     const bool isPlain = topKind_ == EntryKind::regular && !holding.wasThere;
     if (isPlain) handler.expect(item);
-    const std::uint64_t vanished = outcome_.vanished;
+    const std::size_t troubles = outcome_.allTroubles;
     walkHolding(TreeWalk::Order::forward, handler);
     if (handler.foundAnother()) putBack(item);
-    if (stops() || outcome_.vanished != vanished || handler.entries >= renamed_) return;
-    const std::uint64_t missing = renamed_ - handler.entries;
-    outcome_.vanished += missing;
-    outcome_.note(item.path, "find", ENOENT,
-                  fmt::format("{} of its entries vanished while it was shredded", missing));
+    // What somebody took in between is told by the count of what is missing, where nothing else has
+    // told of it.
+    if (stops() || outcome_.allTroubles != troubles) return;
+    if (handler.entries < renamed_) {
+        const std::uint64_t missing = renamed_ - handler.entries;
+        outcome_.vanished += missing;
+        outcome_.note(item.path, "find", ENOENT,
+                      fmt::format("{} of its entries vanished while it was shredded", missing));
+    } else if (manifest != nullptr && !holding.wasThere &&
+               handler.sharedFiles != manifest->sharedFiles) {
+        ++outcome_.vanished;
+        outcome_.note(item.path, "find", ENOENT, "files in it were exchanged or added by others");
+    }
 }
 
 }  // namespace dorvanel

@@ -62,7 +62,7 @@ class ItemShredder {
     bool isTheItem(const HeldItem& item);
     void putBack(const HeldItem& item);
     void renameContents(const HeldItem& item, Manifest* manifest);
-    void overwriteContents(const HeldItem& item);
+    void overwriteContents(const HeldItem& item, const Manifest* manifest);
     template <typename Visitor>
     void walkHolding(TreeWalk::Order order, Visitor& visitor);
     [[nodiscard]] bool stops() const {

@@ -22,8 +22,17 @@ class Manifest {
     void compare(const platform::FileStatus& folder, const platform::FolderListing& listing,
                  const std::function<void(std::string_view name)>& tell);
 
-    /// Folders that were not met again.
-    [[nodiscard]] std::size_t foldersNotMet() const { return folders_.size() - met_; }
+    /// A sum of files by their inode numbers, in any order: of those in folders where others may
+    /// put one file in another's place, so that its name alone proves nothing.
+    class FileSum {
+      public:
+        void add(const platform::FileStatus& file);
+        bool operator==(const FileSum&) const = default;
+
+      private:
+        std::uint64_t sum_ = 0;
+    };
+    FileSum sharedFiles;
 
   private:
     /// Memory that the names of one item may take; of folders beyond, only the number of names is
@@ -43,7 +52,6 @@ class Manifest {
     std::string names_;
     std::vector<Folder> folders_;
     std::size_t next_ = 0;
-    std::size_t met_ = 0;
     std::unordered_map<std::uint64_t, std::size_t> byInode_;  ///< once the order has changed
 };
 

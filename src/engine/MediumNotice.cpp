@@ -37,6 +37,7 @@ struct Finding {
 
 std::string mediumNotice(const std::vector<std::string>& items, platform::MediumInspector& medium,
                          const PathText& pathText) {
+    medium.forgetDisks();
     std::vector<Finding> findings;
     for (const std::string& item : items) {
         const std::string reason = reasonOf(medium.mediumAt(item));

@@ -30,10 +30,12 @@ struct Outcome {
     std::uint64_t vanished = 0;          ///< items and entries that went before their turn
     bool stopped = false;                ///< ended early because somebody asked
 
+    std::uint64_t allTroubles = 0;  ///< also those that are only counted
     std::vector<Trouble> troubles;  ///< in the order they were met
     std::vector<std::string> left;  ///< after a stop: holding folders and items not done
 
     void note(std::string path, std::string operation, int code, std::string reason = {}) {
+        ++allTroubles;
         if (troubles.size() < keptTroubles) {
             troubles.push_back({std::move(path), std::move(operation), code, std::move(reason)});
         }

@@ -14,26 +14,33 @@ void ProgressReport::showNow(std::string_view name) {
     flush();
 }
 
+void ProgressReport::setName(std::string_view name) {
+    name_ = name;
+    namePending_ = true;
+}
+
 void ProgressReport::setPercent(double percent) {
     percent_ = percent;
     percentPending_ = true;
     showIfDue();
 }
 
-void ProgressReport::setName(std::string_view name) {
-    name_ = name;
-    namePending_ = true;
-    showIfDue();
-}
-
 void ProgressReport::showIfDue() {
     const auto now = clock_.now();
-    if (now < due_) return;
+    if (last_ && now - *last_ >= interval) eager_ = afterSlowBlock;
+    last_ = now;
+    if (now < due_ && eager_ == 0) return;
+    if (eager_ > 0) --eager_;
     due_ = now + interval;
-    flush();
+    show();
 }
 
 void ProgressReport::flush() {
+    last_.reset();
+    show();
+}
+
+void ProgressReport::show() {
     if (namePending_) {
         fileName_.setStringValue(name_);
         fileName_.display();

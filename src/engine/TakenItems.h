@@ -7,13 +7,17 @@
 
 namespace dorvanel {
 
-/// The items of a request that were taken from their places: a later one that is named twice, or
-/// lies in an earlier one, went with it and is not missed.
+/// The items of a request that were taken from their places, and folders that went with them: a
+/// later item that is named twice, or lies in what was taken, went with it and is not missed.
 class TakenItems {
   public:
     void add(const HeldItem& item) {
         if (item.status.kind == platform::EntryKind::folder) folders_.insert(pathOf(item));
         items_.insert(pathOf(item));
+    }
+    void addFolder(const std::string& path) {
+        folders_.insert(path);
+        items_.insert(path);
     }
     [[nodiscard]] bool holds(const HeldItem& item) const {
         if (items_.contains(pathOf(item))) return true;

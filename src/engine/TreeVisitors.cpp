@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "engine/FolderRights.h"
+
 namespace dorvanel {
 
 using platform::EntryKind;
@@ -34,6 +36,10 @@ int SizeVisitor::enter(const TreeEntry& entry) {
                 targets_.add(entry.folder, entry.name, file);
             } else if (file.isBeyondMountOf(*entry.in) && mountPoint.empty()) {
                 mountPoint = walk_.relativePath(entry);
+            }
+            if (file.kind == EntryKind::regular && entry.kind == EntryKind::regular &&
+                othersMayWriteIn(*entry.in, user_)) {
+                manifest_.sharedFiles.add(file);
             }
             if (file.kind != EntryKind::folder) total += file.size;
         }

@@ -51,11 +51,13 @@ class SizeVisitor final : public PlainVisitor {
         const std::atomic<bool>& stop;
         LinkTargets& targets;
         const std::vector<Identity>& spared;  ///< folders that are never shredded
+        std::uint32_t user;                   ///< that the process acts as
     };
     SizeVisitor(Parts parts, const TreeWalk& walk, Manifest& manifest)
         : PlainVisitor(parts.system, parts.batch, parts.stop),
           targets_(parts.targets),
           spared_(parts.spared),
+          user_(parts.user),
           walk_(walk),
           manifest_(manifest) {}
     int enter(const TreeEntry& entry) override;
@@ -70,6 +72,7 @@ class SizeVisitor final : public PlainVisitor {
   private:
     LinkTargets& targets_;
     const std::vector<Identity>& spared_;
+    std::uint32_t user_;
     const TreeWalk& walk_;
     Manifest& manifest_;
 };

@@ -29,9 +29,12 @@ class MediumInspector {
     /// a folder, the folder's own. Not told: files that share blocks with a copy on a file system
     /// that otherwise writes in place, snapshots below the file system, a journal with contents.
     virtual Medium mediumAt(const std::string& path) = 0;
+
+    /// Forgets what it has found out about disks: another one may have got the number of a former.
+    virtual void forgetDisks() {}
 };
 
-/// The real one. What it finds out about a disk it keeps.
+/// The real one. What it finds out about a disk it keeps until it is told to forget.
 std::unique_ptr<MediumInspector> makeMediumInspector();
 
 }  // namespace dorvanel::platform

@@ -4,7 +4,7 @@
 
 namespace dorvanel::platform {
 
-/// Whether root works in a home folder that belongs to somebody else.
+/// Whether root works in a home folder that belongs to somebody else, or nobody can tell to whom.
 [[nodiscard]] bool isRootInAnothersHome();
 
 /// Where root works in the home folder of somebody else, makes this process that person's, for

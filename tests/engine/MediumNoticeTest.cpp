@@ -31,6 +31,7 @@ TEST_F(MediumNoticeTest, ItNamesTheItemAndTheReason) {
     medium_.media["/a"] = {Kind::solidState, ""};
     EXPECT_EQ(noticeOf({"/a"}),
               "overwriting in place may not reach the old contents of /a (solid-state drive)");
+    EXPECT_EQ(medium_.forgotten, 2) << "disks come and go between two notices";
 }
 
 TEST_F(MediumNoticeTest, ItIsOneLineForAnyNumberOfItemsAndReasons) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <array>
 
 #include "engine/OverwriteBuffer.h"
@@ -55,6 +57,12 @@ TEST(PassPlanTest, TheStandardsSetTheLastThreePasses) {
         EXPECT_EQ(doDPattern(counter), std::nullopt) << counter;
         EXPECT_EQ(nsaPattern(counter), std::nullopt) << counter;
     }
+}
+
+TEST(PassPlanTest, NoStoredNumberOverflows) {
+    OverwriteSettings settings;
+    settings.numberOfWrites = std::numeric_limits<int>::min();
+    EXPECT_EQ(passCount(settings, 0), 65535U);
 }
 
 }  // namespace

@@ -18,14 +18,36 @@ class ProgressReportTest : public ::testing::Test {
     ProgressReport report{bar, name, clock};
 };
 
-TEST_F(ProgressReportTest, TheFirstValueIsShownAtOnceAndRedrawn) {
+TEST_F(ProgressReportTest, TheNameIsShownWithTheFirstValueAndBothAreRedrawn) {
     report.setName("file");
+    EXPECT_EQ(name.displays, 0);
+    report.setPercent(7);
     EXPECT_EQ(name.texts, std::vector<std::string>{"file"});
     EXPECT_EQ(name.displays, 1);
-    clock.advance(std::chrono::seconds(1));
-    report.setPercent(7);
     EXPECT_EQ(bar.values, std::vector<double>{7});
     EXPECT_EQ(bar.displays, 1);
+}
+
+TEST_F(ProgressReportTest, ASlowBlockAfterAQuickOneDoesNotShowTheFileBefore) {
+    report.setName("slow");
+    report.setPercent(1);
+    clock.advance(std::chrono::seconds(3));
+    report.setName("quick");
+    report.setPercent(2);
+    clock.advance(microseconds(10));
+    report.setName("slow again");
+    report.setPercent(3);
+    EXPECT_EQ(name.texts.back(), "slow again");
+    EXPECT_EQ(bar.values.back(), 3);
+}
+
+TEST_F(ProgressReportTest, AFlushIsNoSlowBlock) {
+    report.setPercent(1);
+    report.flush();
+    clock.advance(std::chrono::seconds(3));
+    report.setPercent(2);
+    report.setPercent(3);
+    EXPECT_EQ(bar.values, (std::vector<double>{1, 2}));
 }
 
 TEST_F(ProgressReportTest, AtMostSixtyValuesASecondAreShown) {
@@ -33,7 +55,7 @@ TEST_F(ProgressReportTest, AtMostSixtyValuesASecondAreShown) {
         report.setPercent(i / 1000.0);
         clock.advance(microseconds(10));
     }
-    EXPECT_LE(bar.values.size(), 61U);
+    EXPECT_LE(bar.values.size(), 61U) << "in one second";
     EXPECT_GE(bar.values.size(), 58U);
     EXPECT_EQ(static_cast<int>(bar.values.size()), bar.displays);
 }
@@ -55,7 +77,8 @@ TEST_F(ProgressReportTest, OfTheValuesHeldBackOnlyTheLastIsShown) {
     for (int i = 2; i <= 50; ++i) report.setPercent(i);
     clock.advance(std::chrono::milliseconds(17));
     report.setName("next");
-    EXPECT_EQ(bar.values, (std::vector<double>{1, 50}));
+    report.setPercent(51);
+    EXPECT_EQ(bar.values, (std::vector<double>{1, 51}));
     EXPECT_EQ(name.texts, std::vector<std::string>{"next"});
 }
 

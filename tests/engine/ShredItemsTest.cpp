@@ -330,6 +330,20 @@ TEST_F(ShredItemsTest, EntriesThatVanishDuringTheRunAreNamedAndNothingIsLeft) {
     EXPECT_THAT(namesIn(folder.path()), IsEmpty());
 }
 
+TEST_F(ShredItemsTest, TheFolderOfAFormerRunThatServesAnItemIsNotMissedWhenItsTurnComes) {
+    const std::string former =
+        folder / fmt::format("Dorvanel X Items ({})", static_cast<long long>(clock.time()));
+    writeFile(folder / "item", "x");
+    writeFile(folder / "other", "x");
+    writeFile(former + "/left", recognisable(1000));
+    setMode(former, 0700);
+    const Outcome& outcome = shred({folder / "item", folder / "other", former, former + "/left"});
+    EXPECT_EQ(outcome.vanished + outcome.notRemoved, 0U);
+    EXPECT_THAT(outcome.troubles, IsEmpty());
+    EXPECT_EQ(outcome.filesOverwritten, 3U);
+    EXPECT_THAT(namesIn(folder.path()), IsEmpty());
+}
+
 TEST_F(ShredItemsTest, TrailingSlashesAndDotsDoNotMatter) {
     makeTree(folder / "tree");
     shred({(folder / "tree") + "//./"});

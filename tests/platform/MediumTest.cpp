@@ -43,6 +43,7 @@ class MediumTest : public testing::Test {
         files_[path] = {type, minor ? 8U : 0U, minor.value_or(77)};
     }
     [[nodiscard]] Medium mediumAt(const std::string& path) { return inspector_->mediumAt(path); }
+    void forgetDisks() { inspector_->forgetDisks(); }
     [[nodiscard]] Kind kindAt(const std::string& path) { return mediumAt(path).kind; }
 
     int looks_ = 0;
@@ -174,6 +175,15 @@ TEST_F(MediumTest, ADiskIsLookedAtOnce) {
     writeFile(devices() / "solid/queue/rotational", "1\n");
     EXPECT_EQ(kindAt("/item"), Kind::solidState);
     EXPECT_EQ(looks_, 2);
+}
+
+TEST_F(MediumTest, ADiskThatMayHaveGoneIsLookedAtAgain) {
+    addDisk("solid", 16, "0");
+    addFile("/item", EXT4_SUPER_MAGIC, 16);
+    EXPECT_EQ(kindAt("/item"), Kind::solidState);
+    writeFile(devices() / "solid/queue/rotational", "1\n");
+    forgetDisks();
+    EXPECT_EQ(kindAt("/item"), Kind::overwritable);
 }
 
 /// The kind of medium, in a child's mounts, of a file that `mounted` makes; "not allowed" where it

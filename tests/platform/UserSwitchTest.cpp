@@ -78,6 +78,15 @@ TEST_F(UserSwitchTest, InItsOwnHomeRootStaysRoot) {
     EXPECT_EQ(inChild([] { return platform::becomeOwnerOfHome() && getuid() == 0 ? 0 : 2; }), 0);
 }
 
+TEST_F(UserSwitchTest, AHomeWhoseOwnerCannotBeToldIsNotTakenForRoots) {
+    fs::create_symlink("loop", home / "loop");
+    setenv("HOME", (home / "loop").c_str(), 1);
+    EXPECT_TRUE(platform::isRootInAnothersHome());
+    EXPECT_EQ(inChild([] { return platform::becomeOwnerOfHome() ? 2 : 0; }), 0);
+    setenv("HOME", (home / "missing").c_str(), 1);
+    EXPECT_FALSE(platform::isRootInAnothersHome());
+}
+
 TEST_F(UserSwitchTest, RootReadsNoPreferencesThroughALinkOfSomebodyElse) {
     writeFile(home / "secret", "not for this user");
     fs::create_symlink(home / "secret", path());

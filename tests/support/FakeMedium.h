@@ -15,6 +15,9 @@ class FakeMedium final : public platform::MediumInspector {
         return found == media.end() ? platform::Medium{} : found->second;
     }
 
+    void forgetDisks() override { ++forgotten; }
+
+    int forgotten = 0;
     std::map<std::string, platform::Medium> media;
 };
 

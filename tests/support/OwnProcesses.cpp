@@ -30,16 +30,16 @@ int statusOf(int status) {
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-/// Whoever is not root stays who they are: only the user's own number is known in the namespace,
-/// and the rights that come with its making go with the start of the program.
-bool enterNamespaces() {
+/// Only the user's own number is known in the namespace. Whoever stays who they are loses the
+/// rights that come with its making when the program starts.
+bool enterNamespaces(bool asRoot) {
     const uid_t user = geteuid();
     const gid_t group = getegid();
     if (user == 0) return unshare(CLONE_NEWPID | CLONE_NEWNS) == 0;
     if (unshare(CLONE_NEWUSER | CLONE_NEWPID | CLONE_NEWNS) != 0) return false;
     std::ofstream("/proc/self/setgroups") << "deny";
-    std::ofstream("/proc/self/uid_map") << user << ' ' << user << " 1";
-    std::ofstream("/proc/self/gid_map") << group << ' ' << group << " 1";
+    std::ofstream("/proc/self/uid_map") << (asRoot ? 0 : user) << ' ' << user << " 1";
+    std::ofstream("/proc/self/gid_map") << (asRoot ? 0 : group) << ' ' << group << " 1";
     return true;
 }
 
@@ -84,7 +84,7 @@ void filterListing() {
 
 }  // namespace
 
-std::optional<int> runAmongOwnProcesses(char** arguments) {
+std::optional<int> runAmongOwnProcesses(char** arguments, bool asRoot) {
     if (processesAreOwn()) return std::nullopt;
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) return 1;
@@ -92,7 +92,7 @@ std::optional<int> runAmongOwnProcesses(char** arguments) {
     if (child == 0) {
         close(ends[0]);
         dieWithParent();
-        if (!enterNamespaces()) _exit(1);
+        if (!enterNamespaces(asRoot)) _exit(1);
         const pid_t first = fork();
         if (first == 0) beFirstProcess(arguments, ends[1]);
         close(ends[1]);

@@ -12,8 +12,9 @@ namespace dorvanel::test {
 /// namespace. There `ps` is from then on one that lists only what runs from TMPDIR, which is a
 /// new folder of this process; /proc shows all that runs.
 ///
-/// To be called first in main(), before any thread starts.
-std::optional<int> runAmongOwnProcesses(char** arguments);
+/// To be called first in main(), before any thread starts. With `asRoot` whoever is not root is
+/// that there, with root's rights over their own files and over mounts.
+std::optional<int> runAmongOwnProcesses(char** arguments, bool asRoot = false);
 
 /// Whether /proc shows only this program's own processes.
 bool processesAreOwn();

@@ -14,14 +14,15 @@ std::string counted(std::uint64_t count, const char* noun) {
 }
 
 std::uint64_t troublesOf(const Outcome& outcome) {
-    return outcome.notOverwritten + outcome.notRemoved + outcome.notFlushed;
+    return outcome.notOverwritten + outcome.notRemoved + outcome.notFlushed + outcome.vanished;
 }
 
 }  // namespace
 
 void tellOutcome(const Outcome& outcome, Terminal& terminal) {
     for (const Outcome::Trouble& trouble : outcome.troubles) {
-        const std::string reason = std::generic_category().message(trouble.code);
+        const std::string reason =
+            trouble.reason.empty() ? std::generic_category().message(trouble.code) : trouble.reason;
         const char* separator = trouble.path.empty() ? "" : ": ";
         terminal.complain(fmt::format("{}{}could not {}: {}", trouble.path, separator,
                                       trouble.operation, reason));
@@ -35,6 +36,11 @@ void tellOutcome(const Outcome& outcome, Terminal& terminal) {
     if (outcome.notFlushed > 0) {
         terminal.complain(counted(outcome.notFlushed, "file") +
                           " overwritten, but perhaps not on the medium");
+    }
+    if (outcome.vanished > 0) {
+        terminal.complain(fmt::format("{} vanished before {} turn",
+                                      counted(outcome.vanished, "item"),
+                                      outcome.vanished == 1 ? "its" : "their"));
     }
     for (const std::string& path : outcome.left) terminal.complain("left: " + path);
 

@@ -29,13 +29,14 @@ ExitStatus watch(Terminal& terminal, bool yes) {
     StatusLine status(terminal);
     TerminalSession session(
         terminal, opened,
-        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
+        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait,
+         *worker},
         yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked, status);
     Controller& controller = session.controller();
 
     // Standard output is for the status texts alone: what a run did goes to standard error.
-    Terminal report{terminal.err,           terminal.err,           terminal.in,
-                    terminal.errIsTerminal, terminal.errIsTerminal, terminal.columns};
+    Terminal report{terminal.err, terminal.err,           terminal.in,
+                    true,         terminal.errIsTerminal, terminal.columns};
     session.onRunEnded = [&](const RunReport& ended) {
         tellReport(ended, opened.preferences().boolForKey("ActivityLog"), report);
     };

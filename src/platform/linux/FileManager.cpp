@@ -41,8 +41,7 @@ bool copyTree(const std::string& from, const std::string& to) {
     std::error_code error;
     for (fs::directory_iterator entry(from, error), end; !error && entry != end;
          entry.increment(error)) {
-        const std::string name = entry->path().filename();
-        if (!copyTree(entry->path(), to + "/" + name)) return false;
+        if (!copyTree(entry->path(), fs::path(to) / entry->path().filename())) return false;
     }
     return !error && giveToOwner(to, original) &&
            ::chmod(to.c_str(), original.st_mode & 07777) == 0;

@@ -63,6 +63,7 @@ class LinuxMediumInspector final : public MediumInspector {
     explicit LinuxMediumInspector(MediumSources sources) : sources_(std::move(sources)) {}
 
     Medium mediumAt(const std::string& path) override { return mediumAt(path, kMostLayers); }
+    void forgetDisks() override { disks_.clear(); }
 
   private:
     /// Disks on disks on images that are followed; a loop among them ends here.

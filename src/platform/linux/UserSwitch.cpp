@@ -18,24 +18,33 @@ namespace {
 
 bool gHasBecomeOwner = false;
 
-/// Whose the home folder is, where this is root and it is not root's.
-std::optional<struct stat> othersHome() {
+/// Whose the home folder is, where this is root and it is not root's. A missing one is nobody's; a
+/// failure is one to tell apart from that.
+Result<std::optional<struct stat>> othersHome() {
+    const std::string path = homeDirectory();
     struct stat home {};
-    if (::geteuid() != 0 || ::stat(homeDirectory().c_str(), &home) != 0) return std::nullopt;
-    if (home.st_uid == 0) return std::nullopt;
-    return home;
+    if (::geteuid() != 0) return std::optional<struct stat>();
+    if (::stat(path.c_str(), &home) != 0) {
+        if (errno == ENOENT) return std::optional<struct stat>();
+        return Error::fromErrno("home folder", path);
+    }
+    return home.st_uid == 0 ? std::nullopt : std::optional(home);
 }
 
 }  // namespace
 
 bool isRootInAnothersHome() {
-    return othersHome().has_value();
+    const auto home = othersHome();
+    return !home || home.value();
 }
 
 Result<Done> becomeOwnerOfHome() {
     Result<Done> checked = checkHomeDirectory();
-    const std::optional<struct stat> home = othersHome();
-    if (!checked || !home) return checked;
+    if (!checked) return checked;
+    const auto others = othersHome();
+    if (!others) return others.error();
+    const std::optional<struct stat>& home = others.value();
+    if (!home) return Done{};
     const std::string path = homeDirectory();
     constexpr const char* operation = "become the owner of the home folder";
     const passwd* user = ::getpwuid(home->st_uid);

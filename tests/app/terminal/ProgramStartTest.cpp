@@ -97,18 +97,31 @@ TEST_F(ProgramStartTest, ALimitOfFileSizesIsAFailureAndNoSignal) {
 }
 
 TEST_F(ProgramStartTest, TooLittleMemoryIsToldAndNeverAnAbort) {
-    // From what the program cannot even be loaded with to what it needs.
-    bool worked = false;
-    for (rlim_t megabytes = 4; megabytes <= 400 && !worked; ++megabytes) {
-        const int status = start({"prefs"}, [&] {
-            const rlimit limit{megabytes << 20, megabytes << 20};
+    const auto startWithin = [this](rlim_t kibibytes, const Words& words) {
+        return start(words, [kibibytes] {
+            const rlimit limit{kibibytes << 10, kibibytes << 10};
             setrlimit(RLIMIT_AS, &limit);
         });
-        if (WIFSIGNALED(status) && WTERMSIG(status) != SIGABRT) continue;  // never got to main
-        ASSERT_TRUE(WIFEXITED(status)) << megabytes << " MiB: " << err();
-        worked = exited(status) == 0;
+    };
+    rlim_t enough = 4 << 10;  // for the program alone; its libraries load with no less
+    constexpr rlim_t most = 400 << 10;
+    while (enough < most && exited(startWithin(enough, {"--version"})) != 0) enough += 512;
+    if (enough >= most) {
+        std::puts("not run: this build needs more memory than a limit can name");
+        return;
     }
-    if (!worked) std::puts("not run: this build needs more memory than a limit can name");
+    Words words = {"prefs", "get"};
+    words.resize(20000, std::string(60, 'x'));
+    enough += 3 << 10;  // the words as the system hands them over
+    bool wasTold = false;
+    int status = 0;
+    for (int i = 0; i < 80 && exited(status) != 2; ++i, enough += 256) {
+        status = startWithin(enough, words);
+        ASSERT_TRUE(WIFEXITED(status)) << enough << " KiB: " << err();
+        wasTold = wasTold || (exited(status) == 1 && err() == "dorvanel: out of memory\n");
+    }
+    EXPECT_EQ(exited(status), 2) << "bad usage, with memory to tell it";
+    EXPECT_TRUE(wasTold);
 }
 
 TEST_F(ProgramStartTest, RootInAnothersHomeWorksAsThatPersonButForShred) {

@@ -1,0 +1,92 @@
+#include "realfs/TracedRun.h"
+
+#include <fcntl.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <utility>
+
+namespace dorvanel::test {
+namespace {
+
+[[noreturn]] void beTraced(std::vector<std::string> command) {
+    std::vector<char*> arguments;
+    for (std::string& word : command) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    const int nowhere = open("/dev/null", O_RDWR);
+    for (int descriptor = 0; descriptor < 3; ++descriptor) dup2(nowhere, descriptor);
+    setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // it cannot look while another one traces
+    if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(126);
+    raise(SIGSTOP);
+    execv(arguments.front(), arguments.data());
+    _exit(127);
+}
+
+int shellStatus(int status) {
+    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+/// The number of the call that a stopped thread begins; -1 where it stopped for something else.
+long beginningCall(pid_t thread) {
+    __ptrace_syscall_info information{};
+    if (ptrace(PTRACE_GET_SYSCALL_INFO, thread, sizeof information, &information) < 0) return -1;
+    if (information.op != PTRACE_SYSCALL_INFO_ENTRY) return -1;
+    return static_cast<long>(information.entry.nr);
+}
+
+/// `atCall` is given each call's number and that of the process; counts are in `run` by then.
+TracedRun runTraced(const std::vector<std::string>& command,
+                    const std::function<void(const TracedRun&, long, int)>& atCall) {
+    TracedRun run;
+    const pid_t program = fork();
+    if (program == 0) beTraced(command);
+    int status = 0;
+    if (program < 0 || waitpid(program, &status, 0) != program || !WIFSTOPPED(status)) return run;
+    ptrace(PTRACE_SETOPTIONS, program, nullptr,
+           PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE);
+    ptrace(PTRACE_SYSCALL, program, nullptr, nullptr);
+    while (true) {
+        const pid_t thread = waitpid(-1, &status, __WALL);
+        if (thread < 0) return run;
+        if (!WIFSTOPPED(status)) {
+            if (thread != program) continue;
+            run.status = shellStatus(status);
+            return run;
+        }
+        long signal = WSTOPSIG(status);
+        if (signal == (SIGTRAP | 0x80)) {
+            signal = 0;
+            if (const long number = beginningCall(thread); number >= 0) {
+                if (number == SYS_pwrite64 && run.firstWrite == 0) run.firstWrite = run.calls + 1;
+                ++run.calls;
+                atCall(run, number, program);
+            }
+        } else if (signal == SIGTRAP || signal == SIGSTOP) {
+            signal = 0;  // a new program, a new thread
+        }
+        ptrace(PTRACE_SYSCALL, thread, nullptr, signal);
+    }
+}
+
+}  // namespace
+
+TracedRun runToCall(const std::vector<std::string>& command, long call,
+                    const std::function<void(int)>& act) {
+    return runTraced(command, [&](const TracedRun& run, long, int program) {
+        if (run.calls == call) act(program);
+    });
+}
+
+TracedRun runToFirst(long number, const std::vector<std::string>& command,
+                     const std::function<void()>& act) {
+    bool done = false;
+    return runTraced(command, [&](const TracedRun&, long begun, int) {
+        if (begun == number && !std::exchange(done, true)) act();
+    });
+}
+
+}  // namespace dorvanel::test
