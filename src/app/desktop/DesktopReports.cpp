@@ -50,8 +50,13 @@ void Desktop::tellEnd(const RunReport& report) {
 
 void Desktop::tellRefusal(Refusal refusal) {
     QString message = messageOf(refusal);
-    if (refusal == Refusal::preferencesUnknown && services_.preferencesTrouble) {
-        message += u' ' + displayText(services_.preferencesTrouble());
+    QString wayOut;
+    if (refusal == Refusal::preferencesUnknown) {
+        if (services_.preferencesTrouble) {
+            message += u' ' + displayText(services_.preferencesTrouble());
+        }
+        wayOut = QStringLiteral(
+            "“Factory Settings” in the preferences sets the file aside and begins again.");
     }
     workspace_.beep();
     // What passes by itself is told in passing; the rest stays until somebody has seen it.
@@ -59,7 +64,7 @@ void Desktop::tellRefusal(Refusal refusal) {
         return activity_->showRefusal(message);
     }
     activity_->showResult(QStringLiteral("Not started. Nothing was shredded."));
-    tellFailure(message, {});
+    tellFailure(message, wayOut);
 }
 
 void Desktop::tellFailure(const QString& message, const QString& details) {

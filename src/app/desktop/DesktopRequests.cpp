@@ -123,7 +123,7 @@ void Desktop::filesDropped(std::vector<std::string> files) {
     files = checkedItems(files);
     if (files.empty()) return;
     const AlertButton answer =
-        alerts_->ask({"Shred Dropped Items", questionAbout(files, alertMessageWidth), "Cancel",
+        alerts_->ask({"Shred Dropped Items", questionAbout(files, alertNameWidth), "Cancel",
                       "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
     if (answer == AlertButton::alternateButton) controller_->shredFiles(std::move(files));
 }

@@ -18,6 +18,7 @@ using platform::AlertButton;
 namespace {
 
 constexpr int iconSide = 48;
+constexpr int alertWidth = 420;
 
 /// The names of the buttons as objects, in the order of AlertButton.
 constexpr std::array<const char*, 3> buttonNames = {"defaultButton", "alternateButton",
@@ -41,7 +42,7 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
     box->setWindowTitle(displayText(text.title));
     box->setText(displayText(text.title));
     const QString message = messageText(text.message);
-    box->setInformativeText(withLongWordsCut(message, box->fontMetrics(), alertMessageWidth));
+    box->setInformativeText(withLongWordsCut(message, box->fontMetrics(), alertNameWidth));
     if (auto* shown = box->findChild<QLabel*>("qt_msgbox_informativelabel")) {
         const QString whole = text.whole.empty() ? message : messageText(text.whole);
         if (shown->text() != whole) {
@@ -57,8 +58,7 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
     }
     // A message of a few lines reads better wide than high.
     if (auto* grid = qobject_cast<QGridLayout*>(box->layout())) {
-        grid->addItem(new QSpacerItem(alertMessageWidth, 0), grid->rowCount(), 0, 1,
-                      grid->columnCount());
+        grid->addItem(new QSpacerItem(alertWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
     }
 
     const std::array<const std::string*, 3> titles = {&text.defaultButton, &text.alternateButton,

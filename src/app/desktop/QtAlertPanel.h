@@ -20,8 +20,8 @@ struct AlertText {
     std::string whole = {};
 };
 
-/// How wide the message of an alert is at least, and a name in it at most, in pixels.
-inline constexpr int alertMessageWidth = 420;
+/// How much room a name has in the message of an alert, in pixels.
+inline constexpr int alertNameWidth = 330;
 
 /// A message box of that text on `parent`. The window's close button and Escape stand for the
 /// button titled "Cancel" or "No", else for the default one.

@@ -9,7 +9,6 @@
 #include <tuple>
 
 #include "DesktopFixture.h"
-#include "app/desktop/InterfaceFile.h"
 #include "app/desktop/PanelControls.h"
 
 namespace dorvanel::test {
@@ -321,55 +320,6 @@ TEST_F(PanelTest, ClosingEndsEditing) {
     control<QComboBox>("numberOfWritesPopUp").setFocus();
     panel.close();
     EXPECT_FALSE(control<QComboBox>("numberOfWritesPopUp").hasFocus());
-}
-
-TEST(PanelWithoutAFileTest, SaysSoInTheSystemsLogBeepsAndChangesNothing) {
-    TemporaryHome home;
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
-    const auto preferences = Preferences::sharedInstance(*defaults);
-    FakeSystemLog log;
-    FakeSystemSound sound;
-    desktop::PreferencesPanel panel({*preferences, platform::defaultFileManager(), log, sound,
-                                     [] { return std::unique_ptr<QWidget>(); }});
-    panel.reallyupdateUI();  // nothing is connected: nothing happens
-    const PreferenceValues before = *preferences->preferences();
-    panel.showPanel();
-    EXPECT_THAT(log.lines, ElementsAre("Failed to load MainMenu.nib"));
-    EXPECT_EQ(sound.beeps, 1);
-    EXPECT_EQ(panel.window(), nullptr);
-    EXPECT_EQ(*preferences->preferences(), before);
-}
-
-TEST(PanelWithoutAFileTest, AFileThatLacksAnOutletConnectsNothingAndTheNextWholeOneAll) {
-    TemporaryHome home;
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
-    const auto preferences = Preferences::sharedInstance(*defaults);
-    FakeSystemLog log;
-    FakeSystemSound sound;
-    const std::string whole = readFile(platform::resourcesFolder() + "/MainMenu.ui");
-    const std::string folder = home / "resources";
-    writeFile(folder + "/MainMenu.ui", whole);
-    // One that is looked for after others have been found.
-    const std::string outlet = "\"enableOperaCheckbox\"";
-    std::string lacking = whole;
-    lacking.replace(lacking.find(outlet), outlet.size(), "\"somethingElse\"");
-    bool isWhole = false;
-    desktop::PreferencesPanel panel({*preferences, platform::defaultFileManager(), log, sound, [&] {
-                                         writeFile(folder + "/MainMenu.ui",
-                                                   isWhole ? whole : lacking);
-                                         return desktop::loadInterfaceFile(folder, "MainMenu");
-                                     }});
-    for (int i = 0; i < 2; ++i) panel.showPanel();
-    EXPECT_THAT(log.lines,
-                ElementsAre("Failed to load MainMenu.nib", "Failed to load MainMenu.nib"));
-    EXPECT_EQ(panel.window(), nullptr);
-    isWhole = true;
-    panel.showPanel();
-    ASSERT_NE(panel.window(), nullptr);
-    EXPECT_EQ(log.lines.size(), 2U);
-    panel.window()->findChild<QAbstractButton*>("shredHistoryCheckbox")->click();
-    EXPECT_TRUE(preferences->boolForKey("ShredHistory"));
-    EXPECT_EQ(panel.window()->findChild<QComboBox*>("numberOfWritesPopUp")->count(), 17);
 }
 
 }  // namespace

@@ -41,6 +41,8 @@ class Photographer : public DesktopFixture {
         takePanel();
         takeAlerts();
         takeDropped();
+        takeOddNumbers();
+        takeLongNames();
         takeRun();
     }
 
@@ -115,14 +117,55 @@ class Photographer : public DesktopFixture {
         desktop->documents().back()->window()->close();
     }
 
+    void takeOddNumbers() {
+        preferences->displayedValues.insert_or_assign("NumberOfWrites", Number::fromInt(1));
+        preferences->displayedValues.insert_or_assign("OverwritePattern", Number::fromInt(9));
+        static_cast<void>(preferences->commitDisplayedValues());
+        desktop->panel().showPanel();
+        take(*desktop->panel().window(), "panel-odd-numbers");
+        preferences->revertToDefault();
+        desktop->panel().window()->close();
+    }
+
+    void takeLongNames() {
+        const std::string name = "A name " + std::string(120, 'n') + std::string(90, 'm') + ".pdf";
+        writeFile(home / name, "x");
+        writeFile(home / "Letters.txt", "x");
+        onAlert([this](QMessageBox& box) {
+            take(box, "dropped-long-name");
+            click(box, "Cancel");
+        });
+        desktop->filesDropped({home / name, home / "Letters.txt"});
+        desktop->filesDropped({home / ("Missing " + name)});
+        take(window(), "long-name");
+        onAlert([this](QMessageBox& box) {
+            take(box, "failures");
+            box.close();
+        });
+        bool closed = false;
+        find<QPushButton>("detailsButton")->click();
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout,
+                         [&closed] { closed = QApplication::activeModalWidget() == nullptr; });
+        look.start(50);
+        waitUntil([&closed] { return closed; });
+        desktop->mainWindow().failures().dismiss();
+    }
+
     void takeRun() {
-        desktop->controller().browserWatch().HandleBrowserWatchTimer(nullptr);
-        desktop->mainWindow().showMessage("Shredding…");
+        addSafariCache();
+        listing.show({});
+        set("ConfirmShredding", false);
+        draws.hold();
+        trigger("shredAndNothingAction");
         desktop->mainWindow().shreddingProgress().setDoubleValue(41.5);
         desktop->mainWindow().fileName().setStringValue(
             "/Users/alice/Library/Caches/Safari/03/12/Dorvanel X Items "
             "(1717761600)/kR3vTqA9wUz/Zp0bWm4XeLr7Tq/1234567890-0987654321.cache");
         take(window(), "run");
+        draws.release();
+        waitForEnd();
+        waitUntil([this] { return find<QAction>("shredAndNothingAction")->isEnabled(); });
         desktop->mainWindow().showMessage(
             "Shredded: 812 files, 14.2 MiB overwritten. Left alone, as running: Safari.");
         desktop->mainWindow().failures().add({"2 items are still there.", "details", "10:42"});
