@@ -109,6 +109,19 @@ TEST_F(SwappedTest, AnotherFileThatTakesAnItemsPlaceIsNotTouched) {
     EXPECT_EQ(readFile(work + "/second"), "other");
 }
 
+TEST_F(SwappedTest, AFileTakenOutOfATreeAfterTheCheckIsNamed) {
+    makeTree(work + "/tree");
+    const std::string file = work + "/tree/folder 0/file 0";
+    const std::string old = readFile(file);
+    const TracedRun run = runToFirst(SYS_mkdirat, command({work + "/tree"}),
+                                     [&] { fs::rename(file, work + "/taken"); });
+    NEEDS(run.status >= 0);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(readFile(said), HasSubstr(file));
+    EXPECT_TRUE(readFile(work + "/taken") == old);
+    EXPECT_FALSE(fs::exists(work + "/tree"));
+}
+
 /// How many links an item holds besides the one that matters.
 class LinkTargetsTest : public SwappedTest, public ::testing::WithParamInterface<int> {};
 
