@@ -3,7 +3,9 @@
 #include <dirent.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/vfs.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <set>
@@ -34,15 +36,17 @@ bool comesSignal(const char* call) {
         return comesSignal(#name) ? -1 : __real_##name arguments; \
     }
 
-CALL(int, open, (const char* path, int flags), (path, flags))
 CALL(int, openat, (int folder, const char* path, int flags), (folder, path, flags))
-CALL(int, fstat, (int file, struct stat* status), (file, status))
-CALL(int, fstatat, (int folder, const char* path, struct stat* status, int flags),
-     (folder, path, status, flags))
+CALL(int, statx, (int folder, const char* path, int flags, unsigned mask, struct statx* status),
+     (folder, path, flags, mask, status))
 CALL(int, faccessat, (int folder, const char* path, int mode, int flags),
      (folder, path, mode, flags))
 CALL(int, fchmod, (int file, mode_t mode), (file, mode))
-CALL(int, chmod, (const char* path, mode_t mode), (path, mode))
+CALL(int, fchmodat, (int folder, const char* path, mode_t mode, int flags),
+     (folder, path, mode, flags))
+CALL(ssize_t, readlinkat, (int folder, const char* path, char* text, size_t size),
+     (folder, path, text, size))
+CALL(int, fstatvfs, (int file, struct statvfs* status), (file, status))
 CALL(ssize_t, getdents64, (int folder, void* buffer, size_t size), (folder, buffer, size))
 CALL(int, mkdirat, (int folder, const char* path, mode_t mode), (folder, path, mode))
 CALL(int, renameat2,
@@ -77,24 +81,31 @@ TEST(InterruptedCallsTest, EveryCallIsMadeAgainAfterASignal) {
     const int reference = system->openReference(folder, "file", Links::stay);
     ASSERT_GE(reference, 0);
     EXPECT_EQ(system->changeMode(reference, 0600), 0);
-    const int file = system->reopenFile(reference);
+    EXPECT_EQ(system->changeModeAt(folder, "file", 0600), 0);
+    const int file = system->openFile(folder, "file", Links::stay);
     ASSERT_GE(file, 0);
+    interrupted.erase("statx");
     EXPECT_EQ(system->status(file, status), 0);
+    EXPECT_GE(system->allowsDevices(file), 0);
     EXPECT_EQ(system->writeAt(file, "new", 3, 0), 3);
     EXPECT_EQ(system->flushFile(file), 0);
     EXPECT_EQ(system->flushFileSystem(file), 0);
     EXPECT_GE(system->livesInMemory(file), 0);
-    EXPECT_EQ(system->makeFolder(folder, "inner"), 0);
+    EXPECT_EQ(system->makeFolder(folder, "inner", 0700), 0);
     EXPECT_EQ(system->rename(folder, "file", folder, "other"), 0);
     EXPECT_EQ(system->removeFile(folder, "other"), 0);
+    ASSERT_EQ(symlinkat("target", folder, "link"), 0);
+    std::string text;
+    EXPECT_EQ(system->readLink(folder, "link", text), 0);
+    EXPECT_EQ(text, "target");
     interrupted.erase("unlinkat");
     EXPECT_EQ(system->removeFolder(folder, "inner"), 0);
 
     interrupting = false;
     for (const int each : {file, reference, folder}) EXPECT_EQ(system->close(each), 0);
-    const std::set<std::string> all{"open",     "openat", "fstat",      "fstatat", "faccessat",
-                                    "fchmod",   "chmod",  "getdents64", "mkdirat", "renameat2",
-                                    "unlinkat", "pwrite", "fdatasync",  "syncfs",  "fstatfs"};
+    const std::set<std::string> all{"openat",     "statx",    "faccessat",  "fchmod",  "fchmodat",
+                                    "readlinkat", "fstatvfs", "getdents64", "mkdirat", "renameat2",
+                                    "unlinkat",   "pwrite",   "fdatasync",  "syncfs",  "fstatfs"};
     EXPECT_EQ(interrupted, all) << "calls that were interrupted";
 }
 
