@@ -77,14 +77,14 @@ TEST(InterruptedCallsTest, EveryCallIsMadeAgainAfterASignal) {
     const int reference = system->openReference(folder, "file", Links::stay);
     ASSERT_GE(reference, 0);
     EXPECT_EQ(system->changeMode(reference, 0600), 0);
-    const int file = system->reopenFile(reference);
+    const int file = system->openFile(folder, "file", Links::stay);
     ASSERT_GE(file, 0);
     EXPECT_EQ(system->status(file, status), 0);
     EXPECT_EQ(system->writeAt(file, "new", 3, 0), 3);
     EXPECT_EQ(system->flushFile(file), 0);
     EXPECT_EQ(system->flushFileSystem(file), 0);
     EXPECT_GE(system->livesInMemory(file), 0);
-    EXPECT_EQ(system->makeFolder(folder, "inner"), 0);
+    EXPECT_EQ(system->makeFolder(folder, "inner", 0700), 0);
     EXPECT_EQ(system->rename(folder, "file", folder, "other"), 0);
     EXPECT_EQ(system->removeFile(folder, "other"), 0);
     interrupted.erase("unlinkat");
