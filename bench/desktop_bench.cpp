@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
         // Once the window has been painted and is at rest.
         QTimer::singleShot(std::chrono::milliseconds(300), [&] {
             start = std::chrono::steady_clock::now();
-            program.controller().run().shredLaunchItems(items);
+            program.controller().run().shredLaunchItems(holdAll(*system, items));
             watch.start(1);
         });
         program.run();

@@ -92,9 +92,9 @@ void Controller::webDownloads() {
     parts_.workspace.openURL("https://www.dorvanel.example/downloads");
 }
 
-void Controller::setDroppedItems(std::vector<std::string> paths) {
-    droppedFile = !paths.empty();
-    mDroppedItems = std::move(paths);
+void Controller::setDroppedItems(std::vector<HeldItem> items) {
+    droppedFile = !items.empty();
+    mDroppedItems = std::move(items);
 }
 
 void Controller::makeDockMenu() {

@@ -93,7 +93,6 @@ class Controller final : private BrowserWatchOwner {
     void shredAndRestart() { run_.shredAndRestart(); }
 
     /// Shreds files that somebody hands over: ShreddingRun::shredFiles.
-    bool shredFiles(std::vector<std::string> items) { return run_.shredFiles(std::move(items)); }
     bool shredFiles(std::vector<HeldItem> items) { return run_.shredFiles(std::move(items)); }
     /// The program is asked to quit: at once, from any thread, also before it has launched. What
     /// has not reached its worker is given up; nothing starts any more, and no logout, shutdown or
@@ -105,7 +104,7 @@ class Controller final : private BrowserWatchOwner {
     [[nodiscard]] bool isQuitting() const { return run_.isQuitting(); }
 
     /// Items that are to be shredded when the application has launched; call it before.
-    void setDroppedItems(std::vector<std::string> paths);
+    void setDroppedItems(std::vector<HeldItem> items);
 
     FileAccess& fileAccessInstance() { return fileAccessInstance_; }
     ShreddingRun& run() { return run_; }
@@ -126,7 +125,7 @@ class Controller final : private BrowserWatchOwner {
 
     platform::Menu mDockMenu;
     bool droppedFile = false;  ///< whether this launch was given items
-    std::vector<std::string> mDroppedItems;
+    std::vector<HeldItem> mDroppedItems;
     std::int16_t applicationLaunched = 0;
     std::int16_t applicationReactivated = 0;
 };

@@ -69,7 +69,7 @@ void ShreddingRun::shred() {
     }
     if (!goesOn(Activity::shredding)) return;
     kalvet_logger("Start Shredding Now");
-    startWorker({.paths = &parts_.mPathArray, .ending = ending_, .closesLog = true});
+    startWorker({.ending = ending_, .closesLog = true});
     mAwaitingConfirmation = 0;
 }
 
@@ -201,22 +201,16 @@ bool ShreddingRun::collect() {
     return true;
 }
 
-bool ShreddingRun::shredFiles(std::vector<std::string> items) {
-    if (!mayStartHandedOver()) return false;
-    handedOver_ = std::move(items);
-    return startWorker({.paths = &handedOver_, .handedOver = true});
-}
-
 bool ShreddingRun::shredFiles(std::vector<HeldItem> items) {
     if (!mayStartHandedOver()) return false;
-    held_ = std::move(items);
-    return startWorker({.held = &held_, .handedOver = true});
+    handedOver_ = std::move(items);
+    return startWorker({.handedOver = true});
 }
 
-bool ShreddingRun::shredLaunchItems(std::vector<std::string> items) {
+bool ShreddingRun::shredLaunchItems(std::vector<HeldItem> items) {
     if (!mayStartHandedOver()) return false;
     handedOver_ = std::move(items);
-    return startWorker({.paths = &handedOver_, .closesLog = true, .handedOver = true});
+    return startWorker({.closesLog = true, .handedOver = true});
 }
 
 /// Whether the turn is the caller's now, who must start the worker; a refusal is told.
@@ -239,19 +233,11 @@ Refusal ShreddingRun::reasonToRefuse() const {
     return Refusal::none;
 }
 
-std::vector<std::string> ShreddingRun::pathsOf(const Work& work) {
-    if (work.held == nullptr) return *work.paths;
+std::vector<std::string> ShreddingRun::pathsOf(const Work& work) const {
+    if (!work.handedOver) return parts_.mPathArray;
     std::vector<std::string> paths;
-    for (const HeldItem& item : *work.held) paths.push_back(item.path);
+    for (const HeldItem& item : handedOver_) paths.push_back(item.path);
     return paths;
-}
-
-void ShreddingRun::forget(const Work& work) {
-    if (work.held != nullptr) {
-        work.held->clear();
-    } else {
-        work.paths->clear();
-    }
 }
 
 bool ShreddingRun::startWorker(const Work& work) {
@@ -259,7 +245,8 @@ bool ShreddingRun::startWorker(const Work& work) {
     ++mThreadCount;
     if (parts_.worker.start([this, work] { HandleThread(work); })) return true;
     --mThreadCount;
-    forget(work);
+    handedOver_.clear();
+    if (!work.handedOver) parts_.mPathArray.clear();
     kalvet_logger("Dorvanel *not* Initiated - no thread available");
     kalvet_logger("");
     kalvet_logger_close();
@@ -269,10 +256,10 @@ bool ShreddingRun::startWorker(const Work& work) {
 }
 
 void ShreddingRun::HandleThread(const Work& work) {
-    if (work.held != nullptr) {
-        parts_.fileAccessInstance.shredItems(*work.held);
+    if (work.handedOver) {
+        parts_.fileAccessInstance.shredItems(handedOver_);
     } else {
-        parts_.fileAccessInstance.shredDroppedFile(*work.paths);
+        parts_.fileAccessInstance.shredDroppedFile(parts_.mPathArray);
     }
     RunReport report;
     report.outcome = parts_.fileAccessInstance.outcome();

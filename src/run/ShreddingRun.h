@@ -62,14 +62,12 @@ class ShreddingRun {
     void shredAndShutdown();
     void shredAndRestart();
 
-    /// Shreds what somebody hands over: no question, no collectors. False, which the observer has
-    /// been told, when it is refused. The end comes by the observer.
-    bool shredFiles(std::vector<std::string> items);
-    /// The same for items that were looked at, and are held since.
+    /// Shreds what somebody hands over, as it was when it was checked: no question, no collectors.
+    /// False, which the observer has been told, when it is refused. The end comes by the observer.
     bool shredFiles(std::vector<HeldItem> items);
     /// As `shredFiles`, for the items of a launch: their end closes the log and may hide the
     /// application, as a run's does.
-    bool shredLaunchItems(std::vector<std::string> items);
+    bool shredLaunchItems(std::vector<HeldItem> items);
 
     /// The program is asked to quit: see ActivityState::giveUp. Ends a wait for applications too;
     /// an alert that is open is its owner's to end. Any thread.
@@ -103,12 +101,10 @@ class ShreddingRun {
   private:
     /// What the worker is given to do.
     struct Work {
-        std::vector<std::string>* paths = nullptr;
-        std::vector<HeldItem>* held = nullptr;  ///< in place of paths
         std::int16_t ending = nothing;
         /// A run, or the items of a launch: its end closes the log and may hide the application.
         bool closesLog = false;
-        bool handedOver = false;
+        bool handedOver = false;  ///< the list is `handedOver_`, else the collectors'
     };
 
     void lookAtProcessesUnwatched();
@@ -123,8 +119,7 @@ class ShreddingRun {
     bool collect();
     bool mayStartHandedOver();
     Refusal reasonToRefuse() const;
-    static std::vector<std::string> pathsOf(const Work& work);
-    static void forget(const Work& work);
+    [[nodiscard]] std::vector<std::string> pathsOf(const Work& work) const;
     bool startWorker(const Work& work);
     void HandleThread(const Work& work);
     void sendSystemEvent(std::int16_t ending);
@@ -142,8 +137,7 @@ class ShreddingRun {
     /// What follows the run being prepared: `mShutdownStatus` when it began, whatever a request
     /// that is refused makes of that meanwhile. Main thread.
     std::int16_t ending_ = nothing;
-    std::vector<std::string> handedOver_;  ///< the worker's while it works
-    std::vector<HeldItem> held_;           ///< likewise
+    std::vector<HeldItem> handedOver_;  ///< the worker's while it works
     std::vector<std::string> skipped_;
 };
 

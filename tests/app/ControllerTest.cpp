@@ -137,7 +137,7 @@ TEST_F(ControllerTest, LaunchingBuildsTheProfilesMenuOnce) {
 
 TEST_F(ControllerTest, ItemsOfTheLaunchAreShreddedAtOnceAndAskNothing) {
     writeFile(home / "dropped.txt", "secret");
-    controller.setDroppedItems({home / "dropped.txt"});
+    controller.setDroppedItems(holdAll(*system, {home / "dropped.txt"}));
     controller.applicationDidFinishLaunching();
     controller.run().waitForWorker();
     EXPECT_FALSE(std::filesystem::exists(home / "dropped.txt"));

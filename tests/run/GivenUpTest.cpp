@@ -127,7 +127,7 @@ TEST_F(GivenUpTest, AWorkerThatIsStoppedSendsNothingAndTheLogDoesNotSayThatItCom
 
 TEST_F(GivenUpTest, BeforeARunNoneBeginsAndHandedOverFilesStayToo) {
     run.giveUp();
-    EXPECT_FALSE(run.shredFiles({home / "Library/Caches/Safari"}));
+    EXPECT_FALSE(run.shredFiles(held(home / "Library/Caches/Safari")));
     EXPECT_EQ(reports.at(0).refusal, Refusal::quitting);
     run.shredAndNothing();
     EXPECT_EQ(reports.at(1).refusal, Refusal::quitting);

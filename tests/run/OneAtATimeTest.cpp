@@ -46,7 +46,7 @@ class OneAtATimeTest : public RunFixture {
 TEST_F(OneAtATimeTest, HandedOverFilesAreShreddedByTheWorkerWithoutQuestionOrLog) {
     preferences.set("ConfirmShredding", true);
     preferences.set("HideAfterShredding", true);
-    EXPECT_TRUE(run.shredFiles({folder / "one"}));
+    EXPECT_TRUE(run.shredFiles(held(folder / "one")));
     run.waitForWorker();
     EXPECT_FALSE(std::filesystem::exists(folder / "one"));
     EXPECT_THAT(calls.calls(), ElementsAre("ended"));
@@ -59,7 +59,7 @@ TEST_F(OneAtATimeTest, HandedOverFilesAreShreddedByTheWorkerWithoutQuestionOrLog
 
 TEST_F(OneAtATimeTest, ARunWhileHandedOverFilesAreShreddedIsRefused) {
     holdWorker();
-    ASSERT_TRUE(run.shredFiles({folder / "one"}));
+    ASSERT_TRUE(run.shredFiles(held(folder / "one")));
     EXPECT_EQ(run.activity(), Activity::shredding);
     run.shredAndNothing();
     EXPECT_THAT(logLines(), ElementsAre("Dorvanel *not* Initiated - thread already running", ""));
@@ -72,14 +72,14 @@ TEST_F(OneAtATimeTest, ARunWhileHandedOverFilesAreShreddedIsRefused) {
 
 TEST_F(OneAtATimeTest, FilesHandedOverWhileOthersAreShreddedStay) {
     holdWorker();
-    ASSERT_TRUE(run.shredFiles({folder / "one"}));
-    EXPECT_FALSE(run.shredFiles({folder / "two"}));
+    ASSERT_TRUE(run.shredFiles(held(folder / "one")));
+    EXPECT_FALSE(run.shredFiles(held(folder / "two")));
     EXPECT_EQ(reports.at(0).refusal, Refusal::atWork);
     EXPECT_TRUE(reports[0].handedOver);
     go.set_value();
     run.waitForWorker();
     EXPECT_TRUE(std::filesystem::exists(folder / "two"));
-    EXPECT_TRUE(run.shredFiles({folder / "two"})) << "now it is their turn";
+    EXPECT_TRUE(run.shredFiles(held(folder / "two"))) << "now it is their turn";
     run.waitForWorker();
     EXPECT_FALSE(std::filesystem::exists(folder / "two"));
 }
@@ -89,7 +89,7 @@ TEST_F(OneAtATimeTest, FilesHandedOverAtAnAlertOfARunStay) {
     alerts.answers["Dorvanel Confirmation"] = platform::AlertButton::defaultButton;
     alerts.onAlert = [this](const std::string&) {
         EXPECT_EQ(run.activity(), Activity::asking);
-        EXPECT_FALSE(run.shredFiles({folder / "one"}));
+        EXPECT_FALSE(run.shredFiles(held(folder / "one")));
     };
     run.shredAndNothing();
     EXPECT_TRUE(std::filesystem::exists(folder / "one"));
@@ -101,7 +101,7 @@ TEST_F(OneAtATimeTest, FilesHandedOverWhileApplicationsAreWaitedForStay) {
     quitWait.onWait = [&] {
         if (std::exchange(asked, true)) return;
         EXPECT_EQ(run.activity(), Activity::waitingForApplications);
-        EXPECT_FALSE(run.shredFiles({folder / "one"}));
+        EXPECT_FALSE(run.shredFiles(held(folder / "one")));
         run.shredAndNothing();
     };
     run.shredAndLogout();
@@ -131,7 +131,7 @@ TEST_F(OneAtATimeTest, WithPreferencesThatCannotBeReadNothingIsTouched) {
     preferences.known = false;
     writeFile(activityLogPath(), "the run before");
     run.shredAndNothing();
-    EXPECT_FALSE(run.shredFiles({folder / "one"}));
+    EXPECT_FALSE(run.shredFiles(held(folder / "one")));
     ASSERT_EQ(reports.size(), 2U);
     for (const RunReport& report : reports) {
         EXPECT_EQ(report.result, RunResult::notInitiated);
@@ -151,7 +151,7 @@ TEST_F(OneAtATimeTest, WithoutAThreadTheRunIsNotInitiatedAndTheNextCanBe) {
     ShreddingRun one{{fileAccess, preferences, watch, collectors, mPathArray, processes, events,
                       quitWait, none, alerts, window, application, *this}};
     one.shredAndShutdown();
-    one.shredFiles({folder / "one"});
+    one.shredFiles(held(folder / "one"));
     ASSERT_EQ(reports.size(), 2U);
     for (const RunReport& report : reports) EXPECT_EQ(report.refusal, Refusal::noThread);
     EXPECT_EQ(one.threadCount(), 0);

@@ -66,6 +66,10 @@ class RunFixture : public ::testing::Test, private BrowserWatchOwner, protected 
     /// The Activity Log without its time stamps.
     [[nodiscard]] static std::vector<std::string> logLines() { return LogCapture::linesNow(); }
 
+    [[nodiscard]] std::vector<HeldItem> held(const std::string& path) {
+        return holdAll(*system, {path});
+    }
+
     static std::string text(const FakeTextField& field) {
         return field.texts.empty() ? std::string() : field.texts.back();
     }

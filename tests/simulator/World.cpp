@@ -222,7 +222,7 @@ void World::request(const Event& event) {
             return ask(ShreddingRun::restart, &Controller::shredAndRestart);
         case Kind::shredFiles:
             judge_.requested(std::nullopt);
-            controller().shredFiles({home_ / "handed over"});
+            controller().shredFiles(holdAll(system_, {home_ / "handed over"}));
             return;
         default:
             return ask(ShreddingRun::nothing, &Controller::shredAndNothing);

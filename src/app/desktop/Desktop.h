@@ -125,7 +125,7 @@ class Desktop final : public QObject, private RunObserver {
     bool refuses();
     /// The items as they can be shredded; none, and the window tells why, when one of them must not
     /// be: the home folder, a mount point, something that does not exist.
-    std::vector<std::string> checkedItems(const std::vector<std::string>& items);
+    std::vector<HeldItem> checkedItems(const std::vector<std::string>& items);
     /// Says which of the items a request is about to shred lie where overwriting in place does not
     /// surely reach their old contents.
     void tellMedium(const std::vector<std::string>& items);

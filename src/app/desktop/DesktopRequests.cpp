@@ -89,11 +89,11 @@ void Desktop::openDoc() {
             panel, [&picked](std::vector<std::string> items) { picked = std::move(items); });
         setAsking(false);
     }
-    picked = checkedItems(picked);
-    if (!picked.empty()) controller_->shredFiles(std::move(picked));
+    std::vector<HeldItem> items = checkedItems(picked);
+    if (!items.empty()) controller_->shredFiles(std::move(items));
 }
 
-std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& items) {
+std::vector<HeldItem> Desktop::checkedItems(const std::vector<std::string>& items) {
     if (items.empty()) return {};
     const auto mounted = platform::mountPoints();
     QStringList reasons;
@@ -101,9 +101,12 @@ std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& i
     if (!mounted) {
         first = displayText(mounted.error().message());
     } else {
-        const ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
-                                                           mounted.value(), services_.system);
-        if (checked.complaints.empty()) return checked.paths();
+        ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
+                                                     mounted.value(), services_.system);
+        if (checked.complaints.empty()) {
+            controller_->fileAccessInstance().protect(std::move(checked.protectedFolders));
+            return std::move(checked.items);
+        }
         const QString sentence = QStringLiteral("“%1” %2");
         for (const ShredArguments::Complaint& complaint : checked.complaints) {
             const QString path = displayText(complaint.argument);
@@ -120,12 +123,12 @@ std::vector<std::string> Desktop::checkedItems(const std::vector<std::string>& i
 
 void Desktop::filesDropped(std::vector<std::string> files) {
     if (refuses()) return;
-    files = checkedItems(files);
-    if (files.empty()) return;
+    std::vector<HeldItem> items = checkedItems(files);
+    if (items.empty()) return;
     const AlertButton answer =
         alerts_->ask({"Shred Dropped Items", questionAbout(files, alertNameWidth), "Cancel",
                       "Shred", "", questionAbout(files, QWIDGETSIZE_MAX)});
-    if (answer == AlertButton::alternateButton) controller_->shredFiles(std::move(files));
+    if (answer == AlertButton::alternateButton) controller_->shredFiles(std::move(items));
 }
 
 }  // namespace dorvanel::desktop

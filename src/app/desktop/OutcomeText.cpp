@@ -59,6 +59,10 @@ QString failureOf(const RunReport& report) {
         parts << counted(outcome.notOverwritten, QStringLiteral("file")) +
                      QStringLiteral(" not wholly overwritten.");
     }
+    if (outcome.vanished > 0) {
+        parts << counted(outcome.vanished, QStringLiteral("item")) +
+                     QStringLiteral(" vanished before being shredded.");
+    }
     if (outcome.notFlushed > 0) {
         parts << counted(outcome.notFlushed, QStringLiteral("file")) +
                      QStringLiteral(" perhaps not on the medium yet.");
@@ -93,9 +97,11 @@ QString messageOf(Refusal refusal) {
 QString detailsOf(const Outcome& outcome) {
     QStringList lines;
     for (const Outcome::Trouble& trouble : outcome.troubles) {
+        const std::string reason =
+            trouble.reason.empty() ? std::generic_category().message(trouble.code) : trouble.reason;
         lines << QStringLiteral("%1: could not %2: %3")
                      .arg(displayText(trouble.path), displayText(trouble.operation),
-                          displayText(std::generic_category().message(trouble.code)));
+                          displayText(reason));
     }
     for (const std::string& path : outcome.left) {
         lines << QStringLiteral("Left: %1").arg(displayText(path));

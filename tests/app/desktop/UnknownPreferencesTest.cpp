@@ -52,7 +52,7 @@ TEST_F(UnknownPreferencesTest, NoRunAndNoFilesAreShredded) {
     desktop->mainWindow().failures().dismiss();
     trigger("shredAndNothingAction");
     EXPECT_NE(failure(), "");
-    EXPECT_FALSE(desktop->controller().shredFiles({letter}));
+    EXPECT_FALSE(desktop->controller().shredFiles(holdAll(*system, {letter})));
     waitForEnd();
     EXPECT_EQ(desktop->mainWindow().message(), "Not started. Nothing was shredded.");
     EXPECT_EQ(desktop->mainWindow().failures().count(), 1U) << "said once";
