@@ -29,18 +29,23 @@ class OneAtATimeTest : public RunFixture {
         writeFile(folder / "two", "2");
     }
 
-    /// Has the worker wait in its first file until `go`.
+    /// Has the worker wait in its first file, whose name has then been logged, until `go`.
     void holdWorker() {
         fileName.onSet = [this] {
-            if (!held_.exchange(true)) go.get_future().wait();
+            if (held_.exchange(true)) return;
+            arrived_.set_value();
+            go.get_future().wait();
         };
     }
+    /// Returns when it waits there.
+    void waitUntilHeld() { arrived_.get_future().wait(); }
 
     TemporaryFolder folder;
     std::promise<void> go;
 
   private:
     std::atomic<bool> held_ = false;
+    std::promise<void> arrived_;
 };
 
 TEST_F(OneAtATimeTest, HandedOverFilesAreShreddedByTheWorkerWithoutQuestionOrLog) {
@@ -61,6 +66,7 @@ TEST_F(OneAtATimeTest, ARunWhileHandedOverFilesAreShreddedIsRefused) {
     holdWorker();
     ASSERT_TRUE(run.shredFiles(held(folder / "one")));
     EXPECT_EQ(run.activity(), Activity::shredding);
+    waitUntilHeld();
     run.shredAndNothing();
     EXPECT_THAT(logLines(), ElementsAre("Dorvanel *not* Initiated - thread already running", ""));
     ASSERT_EQ(reports.size(), 1U);

@@ -107,12 +107,16 @@ TEST_F(ShreddingRunTest, ARequestWhileAWorkerWorksIsRefusedInTheLog) {
     addSafariCache();
     preferences.set("ShredCache", true);
     std::promise<void> refused;
-    // The worker waits in its first look at the clock after the item was moved.
+    std::promise<void> arrived;
+    // The worker waits in its first file, whose name has then been logged.
     std::atomic<bool> once = false;
     fileName.onSet = [&] {
-        if (!once.exchange(true)) refused.get_future().wait();
+        if (once.exchange(true)) return;
+        arrived.set_value();
+        refused.get_future().wait();
     };
     run.shredAndNothing();
+    arrived.get_future().wait();
     ASSERT_EQ(run.threadCount(), 1);
     run.shred();
     const auto lines = logLines();

@@ -45,7 +45,8 @@ ExitStatus run(Terminal& terminal, const Options& options) {
     UnseenLabel status;
     TerminalSession session(
         terminal, opened,
-        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait, *worker},
+        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait,
+         *worker},
         options.yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked,
         status);
     Controller& controller = session.controller();
