@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <map>
 
 namespace dorvanel {
 namespace {
@@ -27,10 +29,35 @@ std::string reasonOf(const Medium& medium) {
     return {};
 }
 
-struct Finding {
-    std::string reason;
-    std::string firstItem;
-    std::size_t items = 0;
+/// Of each reason the first item, and how many there are.
+class Findings {
+  public:
+    void add(const std::string& reason, const std::string& item) {
+        if (reason.empty()) return;
+        auto finding = std::ranges::find(findings_, reason, &Finding::reason);
+        if (finding == findings_.end()) finding = findings_.insert(finding, {reason, item, 0});
+        ++finding->items;
+    }
+
+    [[nodiscard]] std::string notice(const PathText& pathText) const {
+        std::string notice;
+        for (const Finding& finding : findings_) {
+            notice +=
+                notice.empty() ? "overwriting in place may not reach the old contents of " : "; ";
+            notice += pathText(finding.firstItem);
+            if (finding.items > 1) notice += fmt::format(" and {} more", finding.items - 1);
+            notice += " (" + finding.reason + ")";
+        }
+        return notice;
+    }
+
+  private:
+    struct Finding {
+        std::string reason;
+        std::string firstItem;
+        std::size_t items = 0;
+    };
+    std::vector<Finding> findings_;
 };
 
 }  // namespace
@@ -38,22 +65,26 @@ struct Finding {
 std::string mediumNotice(const std::vector<std::string>& items, platform::MediumInspector& medium,
                          const PathText& pathText) {
     medium.forgetDisks();
-    std::vector<Finding> findings;
-    for (const std::string& item : items) {
-        const std::string reason = reasonOf(medium.mediumAt(item));
-        if (reason.empty()) continue;
-        auto finding = std::ranges::find(findings, reason, &Finding::reason);
-        if (finding == findings.end()) finding = findings.insert(finding, {reason, item, 0});
-        ++finding->items;
+    Findings findings;
+    for (const std::string& item : items) findings.add(reasonOf(medium.mediumAt(item)), item);
+    return findings.notice(pathText);
+}
+
+std::string mediumNotice(const std::vector<HeldItem>& items, platform::MediumInspector& medium,
+                         const PathText& pathText) {
+    medium.forgetDisks();
+    Findings findings;
+    std::map<std::uint64_t, std::string> reasons;  // of each device; a link leads anywhere
+    for (const HeldItem& item : items) {
+        if (item.status.kind == platform::EntryKind::link) {
+            findings.add(reasonOf(medium.mediumAt(item.path)), item.path);
+            continue;
+        }
+        const auto [known, isNew] = reasons.try_emplace(item.status.device);
+        if (isNew) known->second = reasonOf(medium.mediumAt(item.path));
+        findings.add(known->second, item.path);
     }
-    std::string notice;
-    for (const Finding& finding : findings) {
-        notice += notice.empty() ? "overwriting in place may not reach the old contents of " : "; ";
-        notice += pathText(finding.firstItem);
-        if (finding.items > 1) notice += fmt::format(" and {} more", finding.items - 1);
-        notice += " (" + finding.reason + ")";
-    }
-    return notice;
+    return findings.notice(pathText);
 }
 
 }  // namespace dorvanel

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/HeldItem.h"
 #include "platform/Medium.h"
 
 namespace dorvanel {
@@ -15,6 +16,9 @@ using PathText = std::function<std::string(const std::string& path)>;
 /// surely reach the old blocks, and why: of each reason the first item, and how many more there
 /// are. "" when there is none. A front end says it once, before it shreds the items.
 std::string mediumNotice(const std::vector<std::string>& items, platform::MediumInspector& medium,
+                         const PathText& pathText);
+/// The same for items that are held, where each device is asked about once.
+std::string mediumNotice(const std::vector<HeldItem>& items, platform::MediumInspector& medium,
                          const PathText& pathText);
 
 }  // namespace dorvanel

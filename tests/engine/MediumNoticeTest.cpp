@@ -50,6 +50,27 @@ TEST_F(MediumNoticeTest, ItIsOneLineForAnyNumberOfItemsAndReasons) {
               "(solid-state drive); /n (nfs network mount); /o (overlay mount); /f (fuse mount)");
 }
 
+TEST_F(MediumNoticeTest, OfHeldItemsEachDeviceIsAskedAboutOnceAndEachLinkByItself) {
+    const auto item = [](const char* path, platform::EntryKind kind, std::uint64_t device) {
+        HeldItem held;
+        held.path = path;
+        held.status.kind = kind;
+        held.status.device = device;
+        return held;
+    };
+    using platform::EntryKind;
+    const std::vector<HeldItem> items = {
+        item("/a", EntryKind::regular, 1), item("/b", EntryKind::folder, 1),
+        item("/c", EntryKind::regular, 2), item("/l", EntryKind::link, 1),
+        item("/m", EntryKind::link, 1)};
+    medium_.media["/a"] = {Kind::solidState, ""};
+    medium_.media["/m"] = {Kind::network, "nfs"};
+    EXPECT_EQ(mediumNotice(items, medium_, [](const std::string& path) { return path; }),
+              "overwriting in place may not reach the old contents of /a and 1 more (solid-state "
+              "drive); /m (nfs network mount)");
+    EXPECT_EQ(medium_.asked, 4);
+}
+
 TEST_F(MediumNoticeTest, PathsAreShownAsTheFrontEndShowsThem) {
     medium_.media["/a\nb"] = {Kind::solidState, ""};
     const std::string notice =

@@ -54,7 +54,7 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
                           bar.fileName());
     engine = &fileAccess;
     fileAccess.protect(std::move(items->protectedFolders));
-    tellMedium(items->paths(), terminal);
+    tellMedium(items->items, terminal);
     {
         const auto signals =
             platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });
