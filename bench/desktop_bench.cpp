@@ -80,7 +80,7 @@ int main(int argc, char** argv) {
     std::vector<double> alone, terminals, windowed;
     for (int round = 0; round < rounds; ++round) {
         {
-            const std::vector<std::string> items = {makeTree(folder, files)};
+            std::vector<std::string> items = {makeTree(folder, files)};
             NoProgress progress;
             NoText name;
             FileAccess engine({*system, platform::systemClock(), *draws}, *preferences, progress,
@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
                                   *processes, *events, platform::systemLog(), bundle, *medium,
                                   resources});
         if (!program.launch({})) return 1;
-        const std::vector<std::string> items = {makeTree(folder, files)};
+        std::vector<std::string> items = {makeTree(folder, files)};
         std::chrono::steady_clock::time_point start, end;
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&] {

@@ -11,7 +11,6 @@ OVERWRITE_PATTERN = {"random": "0", "zero": "3"}
 EACH_FILE = (
     'top=$1; shift; find "$top" -type f -exec "$@" {} + && find "$top" -depth -type d -delete'
 )
-ONE_BY_ONE = 'cd "$1" && "$2" --home "$3" shred * && cd / && rmdir "$1"'
 THEN_FLUSH = 'folder=$1; shift; "$@"; status=$?; sync -f "$folder"; exit $status'
 
 
@@ -134,14 +133,14 @@ class Programs:
         )
 
     def for_arguments(self):
-        """Ours on a folder, and ours on each file of it by itself."""
+        """Ours on a folder, and ours on each file of it by itself and the empty folder."""
         own = self._own()
-        home = own.command("")[2]
-        one_by_one = ["sh", "-c", ONE_BY_ONE, "sh"]
-        each = Program(
-            "dorvanel, one by one", lambda item: [*one_by_one, item, self.dorvanel, home]
-        )
-        return self._only_present([own, each])
+
+        def one_by_one(item):
+            *command, folder = own.command(item)
+            return [*command, *(entry.path for entry in os.scandir(folder)), folder]
+
+        return self._only_present([own, Program("dorvanel, one by one", one_by_one)])
 
     def for_one_folder(self):
         return self._only_present(self._both())

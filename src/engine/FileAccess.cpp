@@ -105,7 +105,7 @@ void FileAccess::shredInTurn(std::vector<HeldItem>& items, std::size_t& next) {
         } else if (!taken.holds(item)) {
             ++outcome_.items;
             const std::size_t number = next++;
-            if (shredder_.shred(item, measured[number])) taken.add(item);
+            if (shredder_.shred(item, measured[number], taken)) taken.add(item);
             const std::string& former = shredder_.holdings().former();
             if (!former.empty()) taken.addFolder(former);
             measured[number] = {};

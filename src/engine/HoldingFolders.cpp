@@ -31,6 +31,7 @@ int HoldingFolders::enter(const HeldItem& item) {
     std::string name = fmt::format("Dorvanel X Items ({})", clock_.time());
     if (serves(item, name)) return 0;
     retire();
+    if (mayHoldOurs(item)) batch_.flush();
     HoldingFolder holding;
     holding.folder = item.folder;
     holding.name = std::move(name);
@@ -46,6 +47,14 @@ int HoldingFolders::enter(const HeldItem& item) {
     if (holding.wasThere) former_ = holding.path();
     current_ = std::move(holding);
     return 0;
+}
+
+/// Whether what waits of an earlier item may lie in this one: that must have gone before it moves.
+bool HoldingFolders::mayHoldOurs(const HeldItem& item) const {
+    if (item.status.kind != EntryKind::folder) return false;
+    const std::string inside = item.folder + "/" + item.name + "/";
+    return std::ranges::any_of(used_,
+                               [&](const std::string& path) { return path.starts_with(inside); });
 }
 
 /// Whether the current folder lies beside the item and bears the name.

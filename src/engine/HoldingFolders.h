@@ -65,6 +65,7 @@ class HoldingFolders {
     int open(HoldingFolder& holding);
     int makePrivate(int reference, const HoldingFolder& holding);
     [[nodiscard]] bool isOurs(int folder, const HoldingFolder& holding);
+    [[nodiscard]] bool mayHoldOurs(const HeldItem& item) const;
     [[nodiscard]] bool serves(const HeldItem& item, const std::string& name) const;
     void close(int descriptor);
     void dropGone();

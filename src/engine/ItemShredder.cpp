@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace dorvanel {
 
@@ -77,7 +78,7 @@ int ItemShredder::openItem(const HeldItem& item) {
     });
 }
 
-bool ItemShredder::shred(HeldItem& item, MeasuredItem& measured) {
+bool ItemShredder::shred(HeldItem& item, MeasuredItem& measured, const TakenItems& taken) {
     if (!measured.refusal.empty()) {
         ++outcome_.notRemoved;
         outcome_.note(item.path, "move", EBUSY, measured.refusal);
@@ -88,7 +89,7 @@ bool ItemShredder::shred(HeldItem& item, MeasuredItem& measured) {
     if (item.status.kind != EntryKind::regular) item.item.reset();
     // What a former run left in the folder goes in any case.
     if (isMoved || move_.isInParts() || (holdings_.hasCurrent() && holdings_.current().wasThere)) {
-        renameContents(item, measured.manifest.get());
+        renameContents(item, measured.manifest.get(), taken);
         if (!stops()) overwriteContents(item, measured.manifest.get());
     }
     item.item.reset();
@@ -102,7 +103,7 @@ std::string ItemShredder::moveAndRename(const HeldItem& item) {
     std::string path;
     if (move(item)) {
         path = holdings_.current().path();
-        renameContents(item, nullptr);
+        renameContents(item, nullptr, {});
     }
     holdings_.forget();
     return path;
@@ -173,12 +174,19 @@ void ItemShredder::walkHolding(TreeWalk::Order order, Visitor& visitor) {
     }
 }
 
-void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest) {
+void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest,
+                                  const TakenItems& taken) {
     const Renamer renamer(system_, batch_, parts_.deletion.stop,
                           parts_.deletion.overwriter.randomName(), &top_);
+    heldTaken_ = false;
     const auto vanished = [&](const std::string& name) {
+        std::string path = item.folder + "/" + name;
+        if (taken.holds(path)) {
+            heldTaken_ = true;
+            return;
+        }
         ++outcome_.vanished;
-        outcome_.note(item.folder + "/" + name, "find", ENOENT);
+        outcome_.note(std::move(path), "find", ENOENT);
     };
     FileRenamer files(renamer, walk_, manifest, vanished);
     walkHolding(TreeWalk::Order::forward, files);
@@ -203,7 +211,7 @@ void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
         outcome_.vanished += missing;
         outcome_.note(item.path, "find", ENOENT,
                       fmt::format("{} of its entries vanished while it was shredded", missing));
-    } else if (manifest != nullptr && !holding.wasThere &&
+    } else if (manifest != nullptr && !holding.wasThere && !heldTaken_ &&
                handler.sharedFiles != manifest->sharedFiles) {
         ++outcome_.vanished;
         outcome_.note(item.path, "find", ENOENT, "files in it were exchanged or added by others");

@@ -11,6 +11,7 @@
 #include "engine/HoldingFolders.h"
 #include "engine/ItemMove.h"
 #include "engine/Manifest.h"
+#include "engine/TakenItems.h"
 #include "engine/TreeVisitors.h"
 #include "engine/TreeWalk.h"
 
@@ -40,8 +41,9 @@ class ItemShredder {
     MeasuredItem measure(const HeldItem& item);
 
     /// Shreds it. Returns whether it was taken from its place. Holds the item itself no longer: on
-    /// some file systems that keeps the folder of a removed name busy.
-    bool shred(HeldItem& item, MeasuredItem& measured);
+    /// some file systems that keeps the folder of a removed name busy. `taken`: the items before
+    /// it, which are not missed where they lay in this one.
+    bool shred(HeldItem& item, MeasuredItem& measured, const TakenItems& taken);
 
     /// Moves the item into its holding folder and gives random names to all that is in it. Returns
     /// the folder's path, which is nobody's concern from then on; "" where it could not be made.
@@ -62,7 +64,7 @@ class ItemShredder {
     void tellNotMoved(const HeldItem& item, int code);
     bool isTheItem(const HeldItem& item);
     void putBack(const HeldItem& item);
-    void renameContents(const HeldItem& item, Manifest* manifest);
+    void renameContents(const HeldItem& item, Manifest* manifest, const TakenItems& taken);
     void overwriteContents(HeldItem& item, const Manifest* manifest);
     template <typename Visitor>
     void walkHolding(TreeWalk::Order order, Visitor& visitor);
@@ -81,6 +83,7 @@ class ItemShredder {
     TopEntry top_;  ///< the item in its holding folder
     platform::EntryKind topKind_ = platform::EntryKind::unknown;
     std::uint64_t renamed_ = 0;  ///< entries that the renaming met
+    bool heldTaken_ = false;     ///< an earlier item lay in this one
 };
 
 }  // namespace dorvanel

@@ -8,7 +8,8 @@
 namespace dorvanel {
 
 /// The items of a request that were taken from their places, and folders that went with them: a
-/// later item that is named twice, or lies in what was taken, went with it and is not missed.
+/// later item that is named twice, or lies in what was taken, went with it and is not missed, and
+/// neither is what lay in a later item.
 class TakenItems {
   public:
     void add(const HeldItem& item) {
@@ -19,6 +20,7 @@ class TakenItems {
         folders_.insert(path);
         items_.insert(path);
     }
+    [[nodiscard]] bool holds(const std::string& path) const { return items_.contains(path); }
     [[nodiscard]] bool holds(const HeldItem& item) const {
         if (items_.contains(pathOf(item))) return true;
         if (folders_.empty()) return false;

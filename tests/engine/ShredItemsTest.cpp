@@ -311,6 +311,21 @@ TEST_F(ShredItemsTest, AnItemInsideAnEarlierOneGoesWithItAndIsNotMissed) {
     EXPECT_THAT(namesIn(folder.path()), IsEmpty());
 }
 
+TEST_F(ShredItemsTest, AnItemInsideALaterOneGoesFirstAndIsNotMissedThere) {
+    for (const int inMemory : {0, 1}) {
+        faulty.inMemory = inMemory;
+        for (const char* name : {"tree/a", "tree/b", "tree/sub/c"}) writeFile(folder / name, "x");
+        const Outcome& outcome = shred({folder / "tree/a", folder / "tree"});
+        EXPECT_EQ(outcome.items, 2U);
+        EXPECT_EQ(outcome.vanished + outcome.notRemoved + outcome.notOverwritten, 0U);
+        EXPECT_THAT(outcome.troubles, IsEmpty());
+        EXPECT_EQ(outcome.filesOverwritten, 3U) << "each once";
+        EXPECT_EQ(outcome.filesRemoved, 3U);
+        EXPECT_EQ(outcome.foldersRemoved, 2U);
+        EXPECT_THAT(namesIn(folder.path()), IsEmpty());
+    }
+}
+
 TEST_F(ShredItemsTest, EntriesThatVanishDuringTheRunAreNamedAndNothingIsLeft) {
     makeTree(folder / "tree");
     bool done = false;
