@@ -6,7 +6,6 @@
 namespace dorvanel::simulator {
 
 void Judge::requested(std::optional<std::int16_t> ending) {
-    if (request_.hasBegun) return;  // it has to be refused
     request_ = {};
     request_.hasBegun = true;
     request_.isRun = ending.has_value();

@@ -208,9 +208,11 @@ void World::perform(const Event& event, Moment moment) {
 }
 
 void World::request(const Event& event) {
-    if (!controller().isBusy()) judge_.mainLoopRests();  // also behind an alert that is no run's
+    // What comes while something is at work has to be refused, and asks for nothing.
+    const bool isFree = !controller().isBusy();
+    if (isFree) judge_.mainLoopRests();  // also behind an alert that is no run's
     const auto ask = [&](std::int16_t ending, void (Controller::*action)()) {
-        judge_.requested(ending);
+        if (isFree) judge_.requested(ending);
         (controller().*action)();
     };
     switch (event.kind) {
@@ -221,7 +223,7 @@ void World::request(const Event& event) {
         case Kind::shredAndRestart:
             return ask(ShreddingRun::restart, &Controller::shredAndRestart);
         case Kind::shredFiles:
-            judge_.requested(std::nullopt);
+            if (isFree) judge_.requested(std::nullopt);
             controller().shredFiles(holdAll(system_, {home_ / "handed over"}));
             return;
         default:

@@ -54,11 +54,12 @@ class TerminalSessionTest : public ::testing::Test {
     TestTerminal memory;
     terminal::OpenedPreferences opened{memory.terminal};
     terminal::StatusLine status{memory.terminal};
-    terminal::TerminalSession session{memory.terminal,
-                                      opened,
-                                      {*system, clock, loop, listing, processes, events, quitWait, *worker},
-                                      terminal::TerminalAlertPanel::Answers::assumed,
-                                      status};
+    terminal::TerminalSession session{
+        memory.terminal,
+        opened,
+        {*system, clock, loop, listing, processes, events, quitWait, *worker},
+        terminal::TerminalAlertPanel::Answers::assumed,
+        status};
     std::vector<RunReport> reports;
 };
 
