@@ -163,7 +163,7 @@ void World::perform(const Event& event, Moment moment) {
             break;
         case Kind::workerSteps:
             for (int i = event.argument % 16; i >= 0; --i) worker_.step();
-            if (canRequest && moment != Moment::mainLoop) loop_.advance({});
+            if (canRequest && moment != Moment::mainLoop) loop_.performPosted();
             break;
         case Kind::time:
             pass(std::chrono::seconds(event.argument % 12), moment);
@@ -272,7 +272,7 @@ AlertButton World::runAlertPanel(const std::string&, const std::string&, const s
         ++depth_;
         perform(*event, Moment::alert);
         --depth_;
-        loop_.advance({});
+        loop_.performPosted();
     }
     judge_.answered(false);
     return AlertButton::defaultButton;
@@ -306,7 +306,7 @@ bool World::wait(std::chrono::microseconds time) {
     }
     if (!waitCancelled_) {
         happen(isWindow() ? Moment::waiting : Moment::blocked);
-        if (isWindow()) loop_.advance({});
+        if (isWindow()) loop_.performPosted();
     }
     if (!waitCancelled_) judge_.goesOnWaiting("applications are waited for");
     clock_.advance(time);

@@ -39,6 +39,8 @@ class FakeRunLoop final : public platform::RunLoop {
         stopped_ = false;
     }
     void stop() override { stopped_ = true; }
+    /// Runs what was posted, and no timer, as behind an alert.
+    void performPosted() { runPosted(); }
     /// Whether stop() was called and run() has not ended by it yet.
     [[nodiscard]] bool isStopped() const { return stopped_; }
     void performOnMainThread(std::function<void()> work) override {
