@@ -58,6 +58,9 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
     {
         const auto signals =
             platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });
+        if (signals == nullptr) {
+            terminal.complain("signals cannot be caught: one would end this midway");
+        }
         fileAccess.shredItems(items->items);
     }
     bar.clear();
