@@ -17,8 +17,9 @@ void StatusLine::setStringValue(std::string_view text) {
     if (text == text_) return;
     text_ = text;
     if (terminal_.out << text_ << '\n' << std::flush) return;
-    static Nowhere nowhere;  // as long as the standard streams
-    terminal_.out.rdbuf(&nowhere);
+    // Never destroyed: the standard streams are flushed once more after everything static has gone.
+    static auto* const nowhere = new Nowhere;
+    terminal_.out.rdbuf(nowhere);
     if (onGone) onGone();
 }
 
