@@ -45,8 +45,12 @@ void Judge::workerStarts(bool isWorking, bool threadIsThere) {
     ++findings.runsStarted;
 }
 
-void Judge::workerEnded() {
+void Judge::workerEnded(bool stopped, const std::optional<std::string>& lastLogLine) {
     isWorking_ = false;
+    insist(!request_.isRun || !lastLogLine ||
+               *lastLogLine == (stopped ? "Dorvanel Stopped - some items were not shredded"
+                                        : "Dorvanel Completed Successfully"),
+           "the log of a run does not tell its end, but: " + lastLogLine.value_or(""));
     insist(request_.ending == ShreddingRun::nothing || request_.sent || quitting_ || stopping_,
            "the session is not ended though the run was to end it");
     request_ = {};
@@ -73,19 +77,12 @@ void Judge::sends(platform::FourCharCode event, bool byWorker) {
     request_.sent = true;
 }
 
-void Judge::runEnded(const RunReport& report, const std::string& lastLogLine, bool logIsOn) {
+void Judge::runEnded(const RunReport& report) {
     if (report.result == RunResult::givenUp) ++findings.runsGivenUp;
-    if (report.result != RunResult::completed) {
-        if (report.result == RunResult::notInitiated) ++findings.runsRefused;
-        return;
-    }
+    if (report.result == RunResult::notInitiated) ++findings.runsRefused;
+    if (report.result != RunResult::completed) return;
     insist(untold_ > 0, "a shredding is told of that was not at work");
     --untold_;
-    if (report.handedOver || !logIsOn) return;
-    insist(
-        lastLogLine == (report.outcome.stopped ? "Dorvanel Stopped - some items were not shredded"
-                                               : "Dorvanel Completed Successfully"),
-        "the log of a run does not tell its end, but: " + lastLogLine);
 }
 
 void Judge::goesOnWaiting(const std::string& what) {

@@ -39,8 +39,9 @@ class Judge {
     void workerStarts(bool isWorking, bool threadIsThere);
     void touchesDisk(const std::string& operation, bool byWorker);
     void sends(platform::FourCharCode event, bool byWorker);
-    void workerEnded();
-    void runEnded(const RunReport& report, const std::string& lastLogLine, bool logIsOn);
+    /// `lastLogLine` is nothing where no log is kept.
+    void workerEnded(bool stopped, const std::optional<std::string>& lastLogLine);
+    void runEnded(const RunReport& report);
     /// An alert or a wait went on although the program was to quit.
     void goesOnWaiting(const std::string& what);
 

@@ -33,7 +33,7 @@ World::World(const Sequence& sequence) : sequence_(sequence) {
         judge_.workerStarts(worker_.isWorking(), threadIsThere_);
         return threadIsThere_;
     };
-    worker_.onEnd = [this] { judge_.workerEnded(); };
+    worker_.onEnd = [this] { workerEnded(); };
     system_.before = [this](const std::string& operation, const std::string&) {
         judge_.touchesDisk(operation, worker_.isCaller());
         if (worker_.isCaller()) worker_.pause();
@@ -75,7 +75,7 @@ void World::makeProgram() {
             terminal::SessionServices{system_, clock_, loop_, *this, processes_, *this, *this,
                                       worker_},
             terminal::TerminalAlertPanel::Answers::asked, status_);
-        session_->onRunEnded = [this](const RunReport& report) { runEnded(report); };
+        session_->onRunEnded = [this](const RunReport& report) { judge_.runEnded(report); };
         return;
     }
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
@@ -344,10 +344,13 @@ platform::OSErr World::send(platform::FourCharCode event) {
     return platform::noErr;
 }
 
-void World::runEnded(const RunReport& report) {
-    const std::vector<std::string> log = test::LogCapture::linesNow();
-    judge_.runEnded(report, log.empty() ? std::string() : log.back(),
-                    isWindow() && opened_->preferences().boolForKey("ActivityLog"));
+void World::workerEnded() {
+    std::optional<std::string> lastLine;
+    if (opened_->preferences().boolForKey("ActivityLog")) {
+        const std::vector<std::string> log = test::LogCapture::linesNow();
+        lastLine = log.empty() ? std::string() : log.back();
+    }
+    judge_.workerEnded(controller().fileAccessInstance().outcome().stopped, lastLine);
 }
 
 }  // namespace dorvanel::simulator

@@ -64,9 +64,10 @@ class World final : private platform::AlertPanel,
     void replyToApplicationShouldTerminate(bool shouldTerminate) override;
     platform::OSErr send(platform::FourCharCode event) override;
     void runBegins(const std::vector<std::string>& items) override { judge_.runBegins(items); }
-    void runEnded(const RunReport& report) override;
+    void runEnded(const RunReport& report) override { judge_.runEnded(report); }
 
     void setUpHome();
+    void workerEnded();
     void makeProgram();
     void launch();
     [[nodiscard]] bool hasEnded() const { return ended_ || loop_.isStopped(); }
