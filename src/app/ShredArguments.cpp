@@ -175,6 +175,9 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
     std::vector<Candidate> candidates;
     std::vector<std::string> paths;
     std::unordered_map<std::string, std::size_t> known;
+    candidates.reserve(arguments.size());
+    paths.reserve(arguments.size());
+    known.reserve(arguments.size());
     PathMaker maker;
     for (const std::string& argument : arguments) {
         Candidate& candidate = candidates.emplace_back(maker.make(argument));
@@ -199,6 +202,7 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
         }
         if (!reason.empty()) checked.complaints.push_back({arguments[i], reason});
     }
+    checked.items.reserve(held.size());
     for (std::size_t i = 0; i < held.size(); ++i) {
         if (!refused[i]) checked.items.push_back(std::move(held[i]));
     }

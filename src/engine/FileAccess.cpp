@@ -95,7 +95,7 @@ void FileAccess::shredInTurn(std::vector<HeldItem>& items, std::size_t& next) {
         measured[i] = shredder_.measure(items[i]);
         if (measured[i].refusal.empty()) overwriter_.mDeepPathSize += measured[i].bytes;
     }
-    TakenItems taken;
+    TakenItems taken(items.size());
     while (next < items.size()) {
         HeldItem& item = items[next];
         if (item.code != 0) {

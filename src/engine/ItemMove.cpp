@@ -86,16 +86,16 @@ class PartsMover final : public TreeVisitor {
 
 }  // namespace
 
-int ItemMove::into(const HoldingFolder& holding, const HeldItem& item) {
-    int moved = rename(holding, item);
+int ItemMove::into(const HoldingFolder& holding, const HeldItem& item, const char* name) {
+    int moved = rename(holding, item, name);
     if (moved == -EEXIST && !holding.wasThere && !batch_.isEmpty()) {
-        batch_.flush();  // a file that waits may bear the item's name
-        moved = rename(holding, item);
+        batch_.flush();  // a file that waits may bear the name
+        moved = rename(holding, item, name);
     }
     const bool isFolder = item.status.kind == EntryKind::folder;
     // A folder that its owner may not write cannot change its parent.
     if (moved == -EACCES && isFolder && makeWritable(holding, item) >= 0) {
-        moved = rename(holding, item);
+        moved = rename(holding, item, name);
     }
     // A folder of a lower layer of an overlay cannot be moved.
     return moved == -EXDEV && isFolder ? moveInParts(holding, item) : moved;
@@ -105,9 +105,8 @@ int ItemMove::back(const HoldingFolder& holding, const HeldItem& item, const cha
     return system_.rename(holding.opened, name, holding.parent->get(), item.name.c_str());
 }
 
-int ItemMove::rename(const HoldingFolder& holding, const HeldItem& item) {
-    return system_.rename(holding.parent->get(), item.name.c_str(), holding.opened,
-                          item.name.c_str());
+int ItemMove::rename(const HoldingFolder& holding, const HeldItem& item, const char* name) {
+    return system_.rename(holding.parent->get(), item.name.c_str(), holding.opened, name);
 }
 
 /// Adds the owner's bits to the very folder that was looked at.

@@ -19,9 +19,9 @@ class ItemMove {
 
     /// Forgets the item before.
     void begin() { isInParts_ = false; }
-    /// Moves the item into the holding folder, under its name. 0, or a negated errno: then the item
-    /// is where it was, but for what of a folder could be moved by itself, if `isInParts`.
-    int into(const HoldingFolder& holding, const HeldItem& item);
+    /// Moves the item into the holding folder, under this name. 0, or a negated errno: then the
+    /// item is where it was, but for what of a folder could be moved by itself, if `isInParts`.
+    int into(const HoldingFolder& holding, const HeldItem& item, const char* name);
     /// Puts back under its former name what `into` has moved and what bears `name` by now.
     int back(const HoldingFolder& holding, const HeldItem& item, const char* name);
 
@@ -29,7 +29,7 @@ class ItemMove {
     [[nodiscard]] bool isInParts() const { return isInParts_; }
 
   private:
-    int rename(const HoldingFolder& holding, const HeldItem& item);
+    int rename(const HoldingFolder& holding, const HeldItem& item, const char* name);
     int makeWritable(const HoldingFolder& holding, const HeldItem& item);
     int moveInParts(const HoldingFolder& holding, const HeldItem& item);
 

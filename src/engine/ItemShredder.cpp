@@ -103,7 +103,7 @@ std::string ItemShredder::moveAndRename(const HeldItem& item) {
     std::string path;
     if (move(item)) {
         path = holdings_.current().path();
-        renameContents(item, nullptr, {});
+        renameContents(item, nullptr, TakenItems(0));
     }
     holdings_.forget();
     return path;
@@ -112,13 +112,14 @@ std::string ItemShredder::moveAndRename(const HeldItem& item) {
 /// Moves the item; false where it stays, which is told.
 bool ItemShredder::move(const HeldItem& item) {
     move_.begin();
+    isNamed_ = false;
     int moved = holdings_.enter(item);
     if (moved >= 0) {
         const HoldingFolder& holding = holdings_.current();
         top_ = {holding.opened, item.name};
         topKind_ = item.status.kind;
         if (item.name == holding.name) return true;
-        moved = move_.into(holding, item);
+        moved = moveInto(holding, item);
     }
     if (moved < 0) {
         tellNotMoved(item, -moved);
@@ -130,6 +131,21 @@ bool ItemShredder::move(const HeldItem& item) {
     if (isComparedLater || move_.isInParts() || isTheItem(item)) return true;
     putBack(item);
     return false;
+}
+
+/// Moves the item, and a plain file to its random name at once: of many small ones a second
+/// renaming is a large part of the work.
+int ItemShredder::moveInto(const HoldingFolder& holding, const HeldItem& item) {
+    if (item.status.kind == EntryKind::regular && !holding.wasThere) {
+        RandomName& name = parts_.deletion.overwriter.randomName();
+        name.randomizeName();
+        const int moved = move_.into(holding, item, name.mName.data());
+        isNamed_ = moved >= 0;
+        if (isNamed_) top_.name = name.mName.data();
+        if (!isNamed_) name.putBack();
+        if (moved != -EEXIST) return moved;
+    }
+    return move_.into(holding, item, item.name.c_str());
 }
 
 void ItemShredder::tellNotMoved(const HeldItem& item, int code) {
@@ -176,6 +192,12 @@ void ItemShredder::walkHolding(TreeWalk::Order order, Visitor& visitor) {
 
 void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest,
                                   const TakenItems& taken) {
+    if (isNamed_) {
+        renamed_ = 1;
+        // Its turn among the folders, which are named after the files.
+        if (!stops()) parts_.deletion.overwriter.randomName().randomizeName();
+        return;
+    }
     const Renamer renamer(system_, batch_, parts_.deletion.stop,
                           parts_.deletion.overwriter.randomName(), &top_);
     heldTaken_ = false;

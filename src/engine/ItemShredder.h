@@ -61,6 +61,7 @@ class ItemShredder {
     int openItem(const HeldItem& item);
     std::uint64_t rememberTarget(const HeldItem& item);
     bool move(const HeldItem& item);
+    int moveInto(const HoldingFolder& holding, const HeldItem& item);
     void tellNotMoved(const HeldItem& item, int code);
     bool isTheItem(const HeldItem& item);
     void putBack(const HeldItem& item);
@@ -82,6 +83,7 @@ class ItemShredder {
     bool isInWork_ = false;
     TopEntry top_;  ///< the item in its holding folder
     platform::EntryKind topKind_ = platform::EntryKind::unknown;
+    bool isNamed_ = false;       ///< the item was moved to its random name
     std::uint64_t renamed_ = 0;  ///< entries that the renaming met
     bool heldTaken_ = false;     ///< an earlier item lay in this one
 };

@@ -1,6 +1,7 @@
 #include "engine/RandomName.h"
 
 #include <string_view>
+#include <utility>
 
 namespace dorvanel {
 
@@ -10,6 +11,7 @@ void RandomName::randomizeName() {
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789AB";
     static_assert(alphabet.size() == 64);
 
+    if (std::exchange(isPutBack_, false)) return;
     const std::size_t last = (draws_.next() & 0xFFFF) % 24 + 8;
     mName[last + 1] = '\0';
     for (std::size_t i = last + 1; i-- > 0;) mName[i] = alphabet[draws_.next() % 64];

@@ -13,12 +13,15 @@ class RandomName {
 
     /// Draws a new name into `mName`.
     void randomizeName();
+    /// The last name was not needed: it is the next one too, and nothing is drawn for that.
+    void putBack() { isPutBack_ = true; }
 
     /// The last name, NUL-terminated; empty at first.
     std::array<char, 33> mName{};
 
   private:
     DrawSequence& draws_;
+    bool isPutBack_ = false;
 };
 
 }  // namespace dorvanel

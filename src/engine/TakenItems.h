@@ -12,9 +12,13 @@ namespace dorvanel {
 /// neither is what lay in a later item.
 class TakenItems {
   public:
+    /// For so many items.
+    explicit TakenItems(std::size_t items) { items_.reserve(items); }
+
     void add(const HeldItem& item) {
-        if (item.status.kind == platform::EntryKind::folder) folders_.insert(pathOf(item));
-        items_.insert(pathOf(item));
+        std::string path = pathOf(item);
+        if (item.status.kind == platform::EntryKind::folder) folders_.insert(path);
+        items_.insert(std::move(path));
     }
     void addFolder(const std::string& path) {
         folders_.insert(path);
@@ -22,6 +26,7 @@ class TakenItems {
     }
     [[nodiscard]] bool holds(const std::string& path) const { return items_.contains(path); }
     [[nodiscard]] bool holds(const HeldItem& item) const {
+        if (items_.empty()) return false;
         if (items_.contains(pathOf(item))) return true;
         if (folders_.empty()) return false;
         std::string above = item.folder;
