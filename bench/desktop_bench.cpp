@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "app/desktop/Desktop.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "platform/Resources.h"
 #include "support/TemporaryFolder.h"
 

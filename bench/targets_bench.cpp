@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "run/CollectorOrder.h"
 #include "support/FakeUserDefaults.h"
 #include "support/SampleIndex.h"

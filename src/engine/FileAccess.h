@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "engine/DeletionHandler.h"
-#include "engine/DrawSequence.h"
+#include "engine/random/DrawSequence.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
@@ -17,8 +17,8 @@
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
 #include "platform/Clock.h"
-#include "platform/OpenPanel.h"
-#include "platform/Outlets.h"
+#include "ui/OpenPanel.h"
+#include "ui/Outlets.h"
 #include "platform/SystemCalls.h"
 #include "prefs/PreferenceReader.h"
 

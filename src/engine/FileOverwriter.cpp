@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <optional>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 
 namespace dorvanel {
 namespace {

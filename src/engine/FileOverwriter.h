@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "engine/DrawSequence.h"
+#include "engine/random/DrawSequence.h"
 #include "engine/OverwriteBuffer.h"
 #include "engine/PassPlan.h"
 #include "engine/ProgressReport.h"

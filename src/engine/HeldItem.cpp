@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/ItemPath.h"
+#include "base/ItemPath.h"
 
 namespace dorvanel {
 namespace {

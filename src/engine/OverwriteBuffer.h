@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "engine/DrawSequence.h"
+#include "engine/random/DrawSequence.h"
 
 namespace dorvanel {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/Clock.h"
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel {
 

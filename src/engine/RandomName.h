@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "engine/DrawSequence.h"
+#include "engine/random/DrawSequence.h"
 
 namespace dorvanel {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/Result.h"
+#include "base/Result.h"
 
 namespace dorvanel::platform {
 

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-#include "platform/Result.h"
+#include "base/Result.h"
 
 namespace dorvanel::platform {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/FourCharCode.h"
+#include "base/FourCharCode.h"
 
 namespace dorvanel::platform {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/BundleInformation.h"
-#include "platform/PropertyList.h"
+#include "app/BundleInformation.h"
+#include "prefs/PropertyList.h"
 
 namespace dorvanel::platform {
 

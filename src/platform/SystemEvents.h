@@ -3,7 +3,7 @@
 #include <chrono>
 #include <memory>
 
-#include "platform/FourCharCode.h"
+#include "base/FourCharCode.h"
 
 namespace dorvanel::platform {
 

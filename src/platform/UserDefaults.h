@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Result.h"
+#include "base/Result.h"
 
 namespace dorvanel::platform {
 

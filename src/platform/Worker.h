@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/Result.h"
+#include "base/Result.h"
 
 namespace dorvanel::platform {
 

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Result.h"
+#include "base/Result.h"
 #include "platform/UserDefaults.h"
 #include "prefs/PreferenceReader.h"
 

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "run/CollectorOrder.h"
 #include "run/ItemSummary.h"
 #include "run/ProcessControl.h"

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "engine/FileAccess.h"
-#include "platform/AlertPanel.h"
-#include "platform/Application.h"
+#include "ui/AlertPanel.h"
+#include "ui/Application.h"
 #include "platform/ProcessManager.h"
 #include "platform/QuitWait.h"
 #include "platform/SystemEvents.h"
-#include "platform/Window.h"
+#include "ui/Window.h"
 #include "platform/Worker.h"
 #include "prefs/PreferenceReader.h"
 #include "run/Activity.h"

@@ -3,12 +3,12 @@
 #include <unordered_set>
 #include <vector>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "targets/Catalogue.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"
 #include "targets/MailboxSelection.h"
-#include "targets/PathComponents.h"
+#include "base/PathComponents.h"
 
 namespace dorvanel {
 namespace {

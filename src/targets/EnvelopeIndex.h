@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/Clock.h"
-#include "platform/Result.h"
+#include "base/Result.h"
 
 namespace dorvanel {
 

@@ -1,4 +1,4 @@
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "targets/Catalogue.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"

@@ -1,7 +1,7 @@
 #include "targets/MailboxSelection.h"
 
 #include "platform/FileManager.h"
-#include "targets/PathComponents.h"
+#include "base/PathComponents.h"
 
 namespace dorvanel {
 namespace {

@@ -1,9 +1,9 @@
 #include <optional>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"
-#include "targets/PathComponents.h"
+#include "base/PathComponents.h"
 #include "targets/ProfileCatalogue.h"
 #include "targets/ProfilesMenu.h"
 

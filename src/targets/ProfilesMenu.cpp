@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <string_view>
 
-#include "targets/PathComponents.h"
+#include "base/PathComponents.h"
 
 namespace dorvanel {
 namespace {

@@ -4,9 +4,9 @@
 #include <unordered_set>
 #include <vector>
 
-#include "platform/AlertPanel.h"
+#include "ui/AlertPanel.h"
 #include "platform/FileManager.h"
-#include "platform/Menu.h"
+#include "ui/Menu.h"
 #include "platform/UserDefaults.h"
 
 namespace dorvanel {

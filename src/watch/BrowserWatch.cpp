@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "watch/WatchedApplications.h"
 
 namespace dorvanel {

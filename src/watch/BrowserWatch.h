@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/ProcessListing.h"
-#include "platform/RunLoop.h"
+#include "ui/RunLoop.h"
 #include "platform/SystemSound.h"
 #include "prefs/PreferenceReader.h"
 #include "watch/BrowserWatchOutlets.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel {
 

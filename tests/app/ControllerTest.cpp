@@ -5,7 +5,7 @@
 #include <array>
 #include <filesystem>
 
-#include "engine/FeedbackSequence.h"
+#include "engine/random/FeedbackSequence.h"
 #include "support/FakeAlertPanel.h"
 #include "support/FakeClock.h"
 #include "support/FakeDesktop.h"

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "platform/OpenPanel.h"
+#include "ui/OpenPanel.h"
 #include "support/Disk.h"
 #include "support/EngineFixture.h"
 

@@ -7,8 +7,8 @@
 #include <set>
 #include <string>
 
-#include "engine/FeedbackSequence.h"
-#include "engine/LibrarySequence.h"
+#include "engine/random/FeedbackSequence.h"
+#include "engine/random/LibrarySequence.h"
 #include "support/PlainOverwrite.h"
 
 namespace dorvanel::test {

@@ -9,7 +9,7 @@
 #include <iostream>
 #include <string>
 
-#include "engine/FeedbackSequence.h"
+#include "engine/random/FeedbackSequence.h"
 #include "engine/FileAccess.h"
 #include "support/Disk.h"
 #include "support/FakeClock.h"

@@ -1,8 +1,8 @@
 #include "prefs/Preferences.h"
 
 #include "fuzz/FuzzInput.h"
-#include "platform/PropertyList.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyList.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/TemporaryFolder.h"
 
 // The preferences file: anybody may have written it. What is read of it is kept when it is written.

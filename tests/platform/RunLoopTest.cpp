@@ -1,4 +1,4 @@
-#include "platform/RunLoop.h"
+#include "ui/RunLoop.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-#include "platform/DefaultsFixture.h"
+#include "prefs/DefaultsFixture.h"
 #include "platform/FileManager.h"
 #include "platform/LogFile.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "prefs/Preferences.h"
 #include "support/Python.h"
 #include "support/TemporaryFolder.h"

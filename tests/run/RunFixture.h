@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/FeedbackSequence.h"
+#include "engine/random/FeedbackSequence.h"
 #include "platform/SystemCalls.h"
 #include "run/ShreddingRun.h"
 #include "support/FakeAlertPanel.h"

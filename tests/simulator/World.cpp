@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "engine/ActivityLog.h"
-#include "platform/PropertyListDefaults.h"
+#include "log/ActivityLog.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/LogCapture.h"
 
 namespace dorvanel::simulator {

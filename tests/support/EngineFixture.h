@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/FeedbackSequence.h"
+#include "engine/random/FeedbackSequence.h"
 #include "engine/FileAccess.h"
 #include "support/FakeClock.h"
 #include "support/FakeOutlets.h"

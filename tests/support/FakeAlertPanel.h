@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/AlertPanel.h"
+#include "ui/AlertPanel.h"
 
 namespace dorvanel::test {
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/Application.h"
-#include "platform/BundleInformation.h"
+#include "ui/Application.h"
+#include "app/BundleInformation.h"
 #include "platform/SystemEvents.h"
-#include "platform/Window.h"
-#include "platform/Workspace.h"
+#include "ui/Window.h"
+#include "ui/Workspace.h"
 
 namespace dorvanel::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel::test {
 

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <vector>
 
-#include "platform/RunLoop.h"
+#include "ui/RunLoop.h"
 #include "support/FakeClock.h"
 
 namespace dorvanel::test {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {

@@ -4,7 +4,7 @@
 #include <QPalette>
 #include <QPixmap>
 
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel::desktop {
 

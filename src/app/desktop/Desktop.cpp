@@ -6,7 +6,7 @@
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 
 namespace dorvanel::desktop {
 

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <functional>
 
-#include "platform/Menu.h"
+#include "ui/Menu.h"
 
 namespace dorvanel::desktop {
 

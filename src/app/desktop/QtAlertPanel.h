@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "app/desktop/QtRunLoop.h"
-#include "platform/AlertPanel.h"
-#include "platform/Window.h"
+#include "ui/AlertPanel.h"
+#include "ui/Window.h"
 
 namespace dorvanel::desktop {
 

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "app/desktop/QtRunLoop.h"
-#include "platform/Application.h"
+#include "ui/Application.h"
 
 namespace dorvanel::desktop {
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "platform/OpenPanel.h"
+#include "ui/OpenPanel.h"
 
 namespace dorvanel::desktop {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/desktop/Coalescer.h"
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel::desktop {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/desktop/MainThreadWake.h"
-#include "platform/RunLoop.h"
+#include "ui/RunLoop.h"
 
 namespace dorvanel::desktop {
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "platform/UserDefaults.h"
-#include "platform/Window.h"
+#include "ui/Window.h"
 
 namespace dorvanel::desktop {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/SystemSound.h"
-#include "platform/Workspace.h"
+#include "ui/Workspace.h"
 
 namespace dorvanel::desktop {
 

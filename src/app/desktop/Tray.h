@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "app/desktop/MenuView.h"
-#include "platform/Menu.h"
+#include "ui/Menu.h"
 
 namespace dorvanel::desktop {
 

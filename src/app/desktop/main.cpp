@@ -9,7 +9,7 @@
 #include "app/desktop/StatusArea.h"
 #include "platform/AccountFolders.h"
 #include "platform/ProcessStart.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "platform/QuitSignals.h"
 #include "platform/Resources.h"
 #include "platform/UserSwitch.h"

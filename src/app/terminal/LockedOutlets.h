@@ -2,7 +2,7 @@
 
 #include <mutex>
 
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel::terminal {
 

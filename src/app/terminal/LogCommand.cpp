@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "app/terminal/Commands.h"
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 
 namespace dorvanel::terminal {
 namespace {

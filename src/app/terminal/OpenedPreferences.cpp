@@ -1,7 +1,7 @@
 #include "app/terminal/OpenedPreferences.h"
 
 #include "platform/AccountFolders.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "platform/UserSwitch.h"
 
 namespace dorvanel::terminal {

@@ -6,7 +6,7 @@
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/TerminalAlertPanel.h"
 #include "platform/FileManager.h"
-#include "platform/Menu.h"
+#include "ui/Menu.h"
 #include "targets/ProfilesMenu.h"
 
 namespace dorvanel::terminal {

@@ -9,7 +9,7 @@
 
 #include "app/terminal/Terminal.h"
 #include "platform/Clock.h"
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel::terminal {
 

@@ -6,7 +6,7 @@
 #include <ostream>
 
 #include "app/terminal/OutcomeText.h"
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 
 namespace dorvanel::terminal {
 namespace {

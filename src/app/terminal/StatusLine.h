@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/terminal/Terminal.h"
-#include "platform/Outlets.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel::terminal {
 

@@ -2,7 +2,7 @@
 
 #include <iosfwd>
 
-#include "platform/AlertPanel.h"
+#include "ui/AlertPanel.h"
 #include "platform/AnswerInput.h"
 
 namespace dorvanel::terminal {

@@ -13,7 +13,7 @@
 #include "app/terminal/Terminal.h"
 #include "app/terminal/TerminalAlertPanel.h"
 #include "platform/Resources.h"
-#include "platform/RunLoop.h"
+#include "ui/RunLoop.h"
 
 namespace dorvanel::terminal {
 

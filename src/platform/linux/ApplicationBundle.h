@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FourCharCode.h"
+#include "base/FourCharCode.h"
 
 namespace dorvanel::platform {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/PropertyList.h"
+#include "prefs/PropertyList.h"
 
 namespace dorvanel::platform {
 

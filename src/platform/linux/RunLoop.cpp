@@ -1,4 +1,4 @@
-#include "platform/RunLoop.h"
+#include "ui/RunLoop.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>

@@ -18,8 +18,8 @@
 
 #include "app/desktop/Desktop.h"
 #include "app/desktop/QtQuitWait.h"
-#include "engine/FeedbackSequence.h"
-#include "platform/PropertyListDefaults.h"
+#include "engine/random/FeedbackSequence.h"
+#include "prefs/PropertyListDefaults.h"
 #include "platform/Resources.h"
 #include "support/FakeClock.h"
 #include "support/FakeDesktop.h"

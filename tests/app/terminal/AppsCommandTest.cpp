@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/terminal/TestTerminal.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {

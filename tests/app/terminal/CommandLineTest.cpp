@@ -2,7 +2,7 @@
 
 #include "app/terminal/TestTerminal.h"
 #include "platform/FileManager.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {

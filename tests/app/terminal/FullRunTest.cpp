@@ -6,8 +6,8 @@
 #include <regex>
 
 #include "app/terminal/TestTerminal.h"
-#include "engine/ActivityLog.h"
-#include "platform/PropertyListDefaults.h"
+#include "log/ActivityLog.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/ChildProcess.h"
 #include "support/FakeApplication.h"
 #include "support/LogCapture.h"

@@ -2,7 +2,7 @@
 #include <sys/stat.h>
 
 #include "app/terminal/TestTerminal.h"
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {

@@ -10,8 +10,8 @@
 #include <regex>
 #include <sstream>
 
-#include "engine/ActivityLog.h"
-#include "platform/PropertyListDefaults.h"
+#include "log/ActivityLog.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {

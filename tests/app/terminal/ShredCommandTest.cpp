@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "app/terminal/TestTerminal.h"
-#include "platform/PropertyListDefaults.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "app/terminal/TestTerminal.h"
-#include "engine/ActivityLog.h"
+#include "log/ActivityLog.h"
 #include "support/ChildProcess.h"
 #include "support/EnvironmentVariable.h"
 #include "support/FakeApplication.h"

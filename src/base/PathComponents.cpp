@@ -1,0 +1,35 @@
+#include "base/PathComponents.h"
+
+namespace dorvanel {
+namespace {
+
+std::string_view withoutTrailingSlashes(std::string_view path) {
+    while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
+    return path;
+}
+
+}  // namespace
+
+std::string appendingPathComponent(std::string_view path, std::string_view component) {
+    while (component.starts_with('/')) component.remove_prefix(1);
+    path = withoutTrailingSlashes(path);
+    if (component.empty()) return std::string(path);
+    std::string joined(path);
+    if (!joined.ends_with('/')) joined += '/';
+    joined += withoutTrailingSlashes(component);
+    return joined;
+}
+
+std::string appendingPathExtension(std::string_view path, std::string_view extension) {
+    std::string extended(path);
+    extended += '.';
+    extended += extension;
+    return extended;
+}
+
+std::string pathExtension(std::string_view name) {
+    const std::size_t stop = name.rfind('.');
+    return stop == std::string_view::npos ? std::string() : std::string(name.substr(stop + 1));
+}
+
+}  // namespace dorvanel

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "engine/random/AdditiveFeedback.h"
+#include "engine/random/DrawSequence.h"
+#include "engine/random/FeedbackLanes.h"
+
+namespace dorvanel {
+
+/// The sequence by our own generator. A fill costs a jump; its words cost only as far as they are
+/// asked for.
+class FeedbackSequence final : public DrawSequence {
+  public:
+    /// Starts where a process that never called srandom() starts.
+    FeedbackSequence();
+
+    std::uint32_t next() override;
+    void takeFill() override;
+    std::size_t produce(std::uint16_t* words, std::size_t made, std::size_t wanted) override;
+
+  private:
+    additive::Window words_{};  ///< a ring; the oldest word is at `oldest_`
+    std::size_t oldest_ = 0;
+    additive::Extended fill_{};    ///< begins before the words of the fill made last
+    std::size_t unitsToSkip_ = 0;  ///< how many units those were; skipped when more are wanted
+};
+
+}  // namespace dorvanel

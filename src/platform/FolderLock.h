@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "base/Result.h"
+#include "platform/linux/FileDescriptor.h"
+
+namespace dorvanel::platform {
+
+/// Keeps other processes that ask for the same lock waiting as long as it lives; the system gives
+/// it back when the process ends, however it ends. The folder itself is locked, so no lock file
+/// is left about.
+class FolderLock {
+  public:
+    /// Waits for the lock. A file system without locks is no failure: the lock is then not held.
+    static Result<FolderLock> take(const std::string& folder);
+
+    [[nodiscard]] bool isHeld() const { return isHeld_; }
+
+  private:
+    FolderLock(FileDescriptor folder, bool isHeld) : folder_(std::move(folder)), isHeld_(isHeld) {}
+
+    FileDescriptor folder_;
+    bool isHeld_;
+};
+
+}  // namespace dorvanel::platform

@@ -1,0 +1,215 @@
+#include "prefs/PropertyListDefaults.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "platform/AccountFolders.h"
+#include "platform/FileManager.h"
+#include "prefs/PropertyList.h"
+#include "platform/ReplaceFile.h"
+#include "platform/UserSwitch.h"
+#include "platform/FolderLock.h"
+
+namespace dorvanel::platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PropertyListDefaults final : public UserDefaults {
+  public:
+    PropertyListDefaults(std::string path, std::function<void(const Error&)> report)
+        : path_(std::move(path)), report_(std::move(report)) {
+        const Result<Done> loaded = load();
+        if (loaded) return;
+        trouble_ = loaded.error();
+        report_(loaded.error());
+    }
+
+    bool isKnown() const override { return !trouble_; }
+
+    bool hasObjectForKey(const std::string& key) const override { return reading(key).has(key); }
+    bool boolForKey(const std::string& key) const override { return reading(key).asBool(key); }
+    int integerForKey(const std::string& key) const override { return reading(key).asInteger(key); }
+    std::optional<std::vector<std::string>> arrayForKey(const std::string& key) const override {
+        return reading(key).asStrings(key);
+    }
+
+    void setBool(bool value, const std::string& key) override { change(key, value); }
+    void setInteger(int value, const std::string& key) override {
+        change(key, std::int64_t{value});
+    }
+    void setArray(const std::vector<std::string>& strings, const std::string& key) override {
+        change(key, strings);
+    }
+    void removeObjectForKey(const std::string& key) override { change(key, std::nullopt); }
+
+    Result<Done> synchronize() override {
+        if (trouble_) return *trouble_;
+        return changes_.empty() ? load() : save();
+    }
+
+    Result<Done> startAfresh() override {
+        if (path_.empty()) return noHome("read preferences");
+        const std::string file = storedFile();
+        const Result<FolderLock> lock = lockFolderOf(file);
+        if (!lock) return lock.error();
+        Result<PropertyList> list = readList(file);
+        if (list) {
+            current_ = std::move(list.value());
+            for (const auto& [key, value] : changes_) apply(key, value, current_);
+        } else {
+            Result<Done> replaced = setAsideAndWrite(file, list.error(), lock.value());
+            if (!replaced) return replaced;
+        }
+        trouble_.reset();
+        known_.clear();
+        return Done{};
+    }
+
+  private:
+    /// What is stored under a key, for comparison; absent when nothing is.
+    struct Known {
+        bool isStored = false;
+        std::optional<PropertyList::Value> value;  ///< none for a kind that we never store
+    };
+    using Change = std::optional<PropertyList::Value>;  ///< none removes the key
+
+    const PropertyList& reading(const std::string& key) const {
+        known_[key] = Known{current_.has(key), current_.value(key)};
+        return current_;
+    }
+
+    void change(const std::string& key, const Change& value) {
+        if (trouble_) return;  // made of what nobody chose
+        const auto known = known_.find(key);
+        const bool isKnown = known != known_.end() &&
+                             (value ? known->second.value == value : !known->second.isStored);
+        if (isKnown) return;
+        known_[key] = Known{value.has_value(), value};
+        changes_[key] = value;
+        apply(key, value, current_);
+    }
+
+    static void apply(const std::string& key, const Change& value, PropertyList& list) {
+        if (value) {
+            list.set(key, *value);
+        } else {
+            list.remove(key);
+        }
+    }
+
+    static Error noHome(const char* operation) {
+        return Error{0, operation, {}, "there is no home folder"};
+    }
+
+    [[nodiscard]] bool refusesLinks() const {
+        return isRootInAnothersHome() && path_ == userDefaultsPath();
+    }
+
+    [[nodiscard]] std::string storedFile() const {
+        return refusesLinks() ? path_ : followingLinks(path_);
+    }
+
+    [[nodiscard]] Result<FolderLock> lockFolderOf(const std::string& file) const {
+        const fs::path folder = fs::path(file).parent_path();
+        std::error_code ignored;
+        if (path_ == userDefaultsPath() && !fs::exists(folder, ignored)) {
+            const Result<Done> made = makeAccountFolders();
+            if (!made) return made.error();
+        }
+        return FolderLock::take(folder);
+    }
+
+    [[nodiscard]] Result<PropertyList> readList(const std::string& file) const {
+        const Result<std::optional<std::string>> bytes =
+            readWholeFile(file, PropertyList::maximumBytes, refusesLinks() ? homeDirectory() : "");
+        if (!bytes) return bytes.error();
+        if (!bytes.value()) return PropertyList();
+        std::string damage;
+        std::optional<PropertyList> list = PropertyList::parse(*bytes.value(), damage);
+        if (!list) return Error{0, "parse", file, damage};
+        return std::move(*list);
+    }
+
+    Result<Done> load() {
+        if (path_.empty()) return noHome("read preferences");
+        Result<PropertyList> list = readList(storedFile());
+        if (!list) return list.error();
+        current_ = std::move(list.value());
+        return Done{};
+    }
+
+    Result<Done> save() {
+        if (path_.empty()) return noHome("save preferences");
+        const std::string file = storedFile();
+        const Result<FolderLock> lock = lockFolderOf(file);
+        if (!lock) return lock.error();
+        Result<PropertyList> list = readList(file);
+        if (!list) return list.error();
+        for (const auto& [key, value] : changes_) apply(key, value, list.value());
+        Result<Done> written = write(file, list.value(), lock.value());
+        if (!written) return written;
+        current_ = std::move(list.value());
+        changes_.clear();
+        return Done{};
+    }
+
+    Result<Done> setAsideAndWrite(const std::string& file, const Error& trouble,
+                                  const FolderLock& lock) {
+        const Result<std::string> aside = setFileAside(file);
+        if (!aside) return aside.error();
+        const std::string reason =
+            trouble.code == 0 ? trouble.detail : std::generic_category().message(trouble.code);
+        report_(Error{0, trouble.operation, file, reason + "; kept as " + aside.value()});
+        Result<Done> written = write(file, current_, lock);
+        if (written) changes_.clear();
+        return written;
+    }
+
+    static Result<Done> write(const std::string& file, const PropertyList& list,
+                              const FolderLock& lock) {
+        // Without a lock two writers must not share a temporary file.
+        std::string temporary = "." + fs::path(file).filename().string() + ".new";
+        if (!lock.isHeld()) temporary += "-" + std::to_string(::getpid());
+        const std::string bytes = list.serialized();
+        if (bytes.empty()) return Error{ENOMEM, "save preferences", file, {}};
+        // What could not be read back would stop every run from the next start on.
+        std::string reason;
+        if (!PropertyList::parse(bytes, reason)) {
+            return Error{0, "save preferences", file, reason};
+        }
+        return replaceFile(file, bytes, temporary);
+    }
+
+    std::string path_;
+    std::function<void(const Error&)> report_;
+    /// Why the file could not be read when it was first; nothing is known then.
+    std::optional<Error> trouble_;
+    /// The file as last read, with the changes made since.
+    PropertyList current_;
+    /// What is not in the file yet.
+    std::map<std::string, Change> changes_;
+    /// What this process last read or wrote of each key. Not what the file came to hold since:
+    /// whoever keeps a value in memory must not undo another process by storing it again.
+    mutable std::map<std::string, Known> known_;
+};
+
+}  // namespace
+
+std::string userDefaultsPath() {
+    const std::string home = homeDirectory();
+    return home.empty() ? home : home + "/Library/Preferences/com.dorvanel.DorvanelX.plist";
+}
+
+std::unique_ptr<UserDefaults> openUserDefaults(std::string path,
+                                               std::function<void(const Error&)> report) {
+    return std::make_unique<PropertyListDefaults>(std::move(path), std::move(report));
+}
+
+}  // namespace dorvanel::platform
