@@ -12,9 +12,11 @@
 #include <string>
 #include <vector>
 
+#include "app/BundleInformation.h"
 #include "app/desktop/Desktop.h"
-#include "prefs/PropertyListDefaults.h"
 #include "platform/Resources.h"
+#include "prefs/PropertyListDefaults.h"
+#include "support/SharedPreferences.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -34,13 +36,13 @@ std::string makeTree(const std::string& folder, int files) {
 }
 
 /// Shows nothing.
-class NoProgress final : public platform::ProgressIndicator {
+class NoProgress final : public ui::ProgressIndicator {
     void setDoubleValue(double) override {}
     void display() override {}
 };
-class NoText final : public platform::TextField {
+class NoText final : public ui::TextField {
     void setStringValue(std::string_view) override {}
-    void setTextColor(platform::Color) override {}
+    void setTextColor(ui::Color) override {}
     void display() override {}
 };
 
@@ -62,18 +64,18 @@ int main(int argc, char** argv) {
 
     const test::TemporaryHome home;
     QApplication application(argc, argv);
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
+    const auto defaults = openUserDefaults(userDefaultsPath(), [](auto&) {});
     defaults->setInteger(2, "NumberOfWrites");  // one pass
     defaults->setBool(false, "BrowserWatch");
     if (!defaults->synchronize()) return 1;  // the terminal program reads the same
     const QString terminal = QApplication::applicationDirPath() + "/dorvanel";
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto preferences = test::sharedPreferences(*defaults);
     const auto system = platform::makeSystemCalls();
     const auto draws = makeDrawSequence();
     const auto listing = platform::makeProcessListing();
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
-    platform::BundleInformationFile bundle("");
+    BundleInformationFile bundle("");
     const auto medium = platform::makeMediumInspector();
     const std::string resources = platform::resourcesFolder();
 

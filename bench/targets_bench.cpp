@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "apps/Applications.h"
 #include "log/ActivityLog.h"
-#include "run/CollectorOrder.h"
 #include "support/FakeUserDefaults.h"
 #include "support/SampleIndex.h"
 #include "support/TemporaryFolder.h"
@@ -28,9 +28,7 @@ using namespace dorvanel;
 /// Every key of the collectors, on.
 class EverythingOn final : public PreferenceReader {
   public:
-    std::optional<Number> objectForKey(std::string_view) const override {
-        return Number::fromBool(true);
-    }
+    Number objectForKey(Key) const override { return Number::fromBool(true); }
     std::uint64_t changeCount() const override { return 0; }
     bool browserIsEnabled(std::string_view) override { return true; }
 };
@@ -76,9 +74,9 @@ class LargeHome {
                               platform::systemClock());
         kalvet_logger_open();
         const auto start = std::chrono::steady_clock::now();
-        for (const CollectorGroup& group : collectorGroups) {
-            for (const CollectorGroup::Collector collector : group.collectors) {
-                if (collector != nullptr) (collectors.*collector)();
+        for (const SupportedApplication* application : runOrder) {
+            for (const Collector& collector : application->collectors) {
+                collectors.collect({*application, collector});
             }
         }
         const std::chrono::duration<double, std::milli> time =

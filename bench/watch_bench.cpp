@@ -13,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/PollLoop.h"
 #include "watch/BrowserWatch.h"
 
 namespace {
@@ -75,16 +76,14 @@ void runPlainPs(const std::string& command) {
 }
 
 struct AllEnabled final : PreferenceReader {
-    std::optional<Number> objectForKey(std::string_view) const override {
-        return Number::fromBool(true);
-    }
+    Number objectForKey(Key) const override { return Number::fromBool(true); }
     std::uint64_t changeCount() const override { return 0; }
     bool browserIsEnabled(std::string_view) override { return true; }
 };
 
-struct NoField final : platform::TextField {
+struct NoField final : ui::TextField {
     void setStringValue(std::string_view) override {}
-    void setTextColor(platform::Color) override {}
+    void setTextColor(ui::Color) override {}
     void display() override {}
 };
 
@@ -99,7 +98,7 @@ int main() {
     NoField field;
     NoRun owner;
     const auto listing = platform::makeProcessListing();
-    const auto loop = platform::makeRunLoop();
+    const auto loop = std::move(platform::makeRunLoop().value());
     if (loop == nullptr) return 1;
     BrowserWatch watch({preferences, *listing, *loop, platform::terminalSound()},
                        {&field, &field, &field, &field, &field, &field, &field, &field, &field,

@@ -2,7 +2,9 @@
 
 #include <string>
 
-namespace dorvanel::platform {
+#include "prefs/PropertyList.h"
+
+namespace dorvanel {
 
 /// What the program's bundle says about the program: the property list "Info.plist" among its
 /// resources.
@@ -13,4 +15,15 @@ class BundleInformation {
     [[nodiscard]] virtual std::string objectForInfoDictionaryKey(const std::string& key) const = 0;
 };
 
-}  // namespace dorvanel::platform
+/// The bundle information of a property list, read once.
+class BundleInformationFile final : public BundleInformation {
+  public:
+    /// A file that is missing or is no property list holds nothing.
+    explicit BundleInformationFile(const std::string& path);
+    [[nodiscard]] std::string objectForInfoDictionaryKey(const std::string& key) const override;
+
+  private:
+    PropertyList list_;
+};
+
+}  // namespace dorvanel

@@ -4,21 +4,34 @@
 
 namespace dorvanel {
 
-using platform::SheetCode;
-using platform::TerminateReply;
+using ui::SheetCode;
+using ui::TerminateReply;
 
 Controller::Controller(ControllerParts parts)
     : parts_(std::move(parts)),
-      fileAccessInstance_({parts_.system, parts_.clock, parts_.draws}, parts_.preferencesInstance,
-                          parts_.shreddingProgress, parts_.fileName),
+      fileAccessInstance_({.system = parts_.system, .clock = parts_.clock, .draws = parts_.draws},
+                          parts_.preferencesInstance, parts_.shreddingProgress, parts_.fileName),
       collectors_(mPathArray, parts_.preferencesInstance, parts_.files, parts_.defaults,
                   parts_.clock),
       profilesMenu_(parts_.mainMenu, parts_.files, parts_.defaults, parts_.alertPanel),
-      browserWatch_({parts_.preferencesInstance, parts_.listing, parts_.runLoop, parts_.sound},
+      browserWatch_({.preferencesInstance = parts_.preferencesInstance,
+                     .listing = parts_.listing,
+                     .runLoop = parts_.runLoop,
+                     .sound = parts_.sound},
                     parts_.watchOutlets, *this),
-      run_({fileAccessInstance_, parts_.preferencesInstance, browserWatch_, collectors_, mPathArray,
-            parts_.processes, parts_.events, parts_.quitWait, parts_.worker, parts_.alertPanel,
-            parts_.myWindow, parts_.application, parts_.observer}) {
+      run_({.fileAccessInstance = fileAccessInstance_,
+            .preferencesInstance = parts_.preferencesInstance,
+            .browserWatch = browserWatch_,
+            .collectors = collectors_,
+            .mPathArray = mPathArray,
+            .processes = parts_.processes,
+            .events = parts_.events,
+            .quitWait = parts_.quitWait,
+            .worker = parts_.worker,
+            .alertPanel = parts_.alertPanel,
+            .myWindow = parts_.myWindow,
+            .application = parts_.application,
+            .observer = parts_.observer}) {
     makeDockMenu();
 }
 
@@ -38,7 +51,6 @@ void Controller::applicationDidFinishLaunching() {
         if (applicationLaunched == 0) browserWatch_.scheduleTimer();
     }
     applicationLaunched = 1;
-    applicationReactivated = 0;
     browserWatch_.scheduleTimer();  // the poll; a second one beside the first changes nothing
 
     mPathArray.clear();
@@ -54,8 +66,8 @@ TerminateReply Controller::applicationShouldTerminate() {
     return run_.putOffQuit() ? TerminateReply::later : TerminateReply::now;
 }
 
-platform::Result<platform::Done> Controller::applicationWillTerminate() {
-    return Preferences::saveDefaults();
+Result<Done> Controller::applicationWillTerminate() {
+    return parts_.preferencesInstance.saveDefaults();
 }
 
 bool Controller::applicationOpenFile(const std::string&) {

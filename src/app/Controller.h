@@ -4,26 +4,26 @@
 #include <string>
 #include <vector>
 
-#include "engine/FileAccess.h"
-#include "ui/AlertPanel.h"
-#include "ui/Application.h"
 #include "app/BundleInformation.h"
+#include "engine/FileAccess.h"
 #include "platform/FileManager.h"
-#include "ui/Menu.h"
 #include "platform/ProcessListing.h"
 #include "platform/ProcessManager.h"
 #include "platform/QuitWait.h"
-#include "ui/RunLoop.h"
 #include "platform/SystemEvents.h"
 #include "platform/SystemSound.h"
 #include "platform/UserDefaults.h"
-#include "ui/Window.h"
 #include "platform/Worker.h"
-#include "ui/Workspace.h"
 #include "prefs/Preferences.h"
 #include "run/ShreddingRun.h"
 #include "targets/Collectors.h"
 #include "targets/ProfilesMenu.h"
+#include "ui/AlertPanel.h"
+#include "ui/Application.h"
+#include "ui/Menu.h"
+#include "ui/RunLoop.h"
+#include "ui/Window.h"
+#include "ui/Workspace.h"
 #include "watch/BrowserWatch.h"
 
 namespace dorvanel {
@@ -37,21 +37,21 @@ struct ControllerParts {
     platform::FileManager& files;
     platform::UserDefaults& defaults;
     Preferences& preferencesInstance;
-    platform::RunLoop& runLoop;
+    ui::RunLoop& runLoop;
     platform::ProcessListing& listing;
     platform::ProcessManager& processes;
     platform::SystemEvents& events;
     platform::QuitWait& quitWait;
     platform::Worker& worker;
     platform::SystemSound& sound;
-    platform::BundleInformation& bundle;
-    platform::AlertPanel& alertPanel;
-    platform::Application& application;
-    platform::Workspace& workspace;
-    platform::Window& myWindow;
-    platform::Menu& mainMenu;
-    platform::ProgressIndicator& shreddingProgress;
-    platform::TextField& fileName;
+    BundleInformation& bundle;
+    ui::AlertPanel& alertPanel;
+    ui::Application& application;
+    ui::Workspace& workspace;
+    ui::Window& myWindow;
+    ui::Menu& mainMenu;
+    ui::ProgressIndicator& shreddingProgress;
+    ui::TextField& fileName;
     BrowserWatchOutlets watchOutlets;
     RunObserver& observer;
 };
@@ -69,19 +69,19 @@ class Controller final : private BrowserWatchOwner {
     /// Gives up what has not reached its worker and stops Browser Watch; `later` while a worker
     /// works, which then answers "yes" itself. `now` at once while a run is being prepared, behind
     /// an alert for example.
-    platform::TerminateReply applicationShouldTerminate();
+    ui::TerminateReply applicationShouldTerminate();
     /// Saves the preferences.
-    platform::Result<platform::Done> applicationWillTerminate();
+    Result<Done> applicationWillTerminate();
     /// A file handed over by the system is acknowledged; the document takes it in.
     bool applicationOpenFile(const std::string& path);
     void applicationDidBecomeActive() {}
-    platform::Menu& applicationDockMenu() { return mDockMenu; }
+    ui::Menu& applicationDockMenu() { return mDockMenu; }
 
     // Actions.
 
     /// Quits; while Browser Watch is on, asks first whether hiding would do.
     void reallyQuit();
-    void handleQuitSheet(platform::SheetCode returnCode);
+    void handleQuitSheet(ui::SheetCode returnCode);
     void emailSupport();
     void webFAQ();
     void webDownloads();
@@ -123,11 +123,10 @@ class Controller final : private BrowserWatchOwner {
     BrowserWatch browserWatch_;
     ShreddingRun run_;
 
-    platform::Menu mDockMenu;
+    ui::Menu mDockMenu;
     bool droppedFile = false;  ///< whether this launch was given items
     std::vector<HeldItem> mDroppedItems;
     std::int16_t applicationLaunched = 0;
-    std::int16_t applicationReactivated = 0;
 };
 
 }  // namespace dorvanel

@@ -8,6 +8,9 @@
 #include <unordered_map>
 
 #include "app/HeldTreeCheck.h"
+#include "base/PathComponents.h"
+#include "platform/FileManager.h"
+#include "platform/MountPoints.h"
 
 namespace dorvanel {
 namespace {
@@ -38,9 +41,8 @@ class PathMaker {
   public:
     Candidate make(const std::string& argument) {
         if (argument.empty()) return {{}, "an empty name stands for nothing"};
-        std::string trimmed = argument;
-        while (trimmed.ends_with('/')) trimmed.pop_back();
-        if (trimmed.empty()) return {{}, "is the root of the file system"};
+        const std::string trimmed(withoutTrailingSlashes(argument));
+        if (trimmed == "/") return {{}, "is the root of the file system"};
         const std::size_t slash = trimmed.rfind('/');
         const std::string name = trimmed.substr(slash + 1);  // npos + 1 is 0
         if (name == "." || name == "..") return {{}, "is never shredded"};
@@ -208,6 +210,13 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
     }
     checked.protectedFolders = std::move(homeFolders.identities);
     return checked;
+}
+
+Result<ShredArguments> checkShredArguments(const std::vector<std::string>& arguments,
+                                           platform::SystemCalls& system) {
+    const Result<std::vector<std::string>> mounted = platform::mountPoints();
+    if (!mounted) return mounted.error();
+    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system);
 }
 
 }  // namespace dorvanel

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Result.h"
 #include "engine/HeldItem.h"
 #include "platform/SystemCalls.h"
 
@@ -35,5 +36,10 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
                                    const std::string& home,
                                    const std::vector<std::string>& mountPoints,
                                    platform::SystemCalls& system);
+
+/// The same with the home folder and the mount points of this moment; an error where nobody can
+/// tell what is mounted.
+Result<ShredArguments> checkShredArguments(const std::vector<std::string>& arguments,
+                                           platform::SystemCalls& system);
 
 }  // namespace dorvanel

@@ -1,16 +1,18 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
-namespace dorvanel::platform {
+namespace dorvanel {
 
 /// Four 8-bit characters as one number, the first one highest: how processes say their type and
 /// creator, and events their kind.
 using FourCharCode = std::uint32_t;
 
-constexpr FourCharCode fourCharCode(const char (&text)[5]) {
+/// `text` must have four characters.
+constexpr FourCharCode fourCharCode(std::string_view text) {
     FourCharCode code = 0;
-    for (int i = 0; i < 4; ++i) code = code << 8 | static_cast<unsigned char>(text[i]);
+    for (const char character : text) code = code << 8 | static_cast<unsigned char>(character);
     return code;
 }
 
@@ -23,4 +25,4 @@ constexpr OSErr connectionInvalid = -609;      ///< nobody there who could take 
 constexpr OSErr errAEEventNotHandled = -1708;  ///< the event was refused
 constexpr OSErr errAETimeout = -1712;          ///< no answer in the time allowed
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

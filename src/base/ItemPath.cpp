@@ -1,5 +1,7 @@
 #include "base/ItemPath.h"
 
+#include "base/PathComponents.h"
+
 namespace dorvanel {
 
 ItemPath::ItemPath(std::string path) {
@@ -11,10 +13,7 @@ ItemPath::ItemPath(std::string path) {
         return;
     }
     name = path.substr(slash + 1);
-    path.resize(slash);
-    while (path.ends_with('/')) path.pop_back();
-    if (path.empty()) path.push_back('/');
-    folder = std::move(path);
+    folder = withoutTrailingSlashes(std::string_view(path).substr(0, slash + 1));
 }
 
 }  // namespace dorvanel

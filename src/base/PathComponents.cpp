@@ -1,14 +1,11 @@
 #include "base/PathComponents.h"
 
 namespace dorvanel {
-namespace {
 
 std::string_view withoutTrailingSlashes(std::string_view path) {
     while (path.size() > 1 && path.ends_with('/')) path.remove_suffix(1);
     return path;
 }
-
-}  // namespace
 
 std::string appendingPathComponent(std::string_view path, std::string_view component) {
     while (component.starts_with('/')) component.remove_prefix(1);

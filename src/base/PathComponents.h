@@ -9,6 +9,9 @@ namespace dorvanel {
 /// component adds nothing.
 std::string appendingPathComponent(std::string_view path, std::string_view component);
 
+/// The path without slashes at its end; "/" stays.
+std::string_view withoutTrailingSlashes(std::string_view path);
+
 /// "PATH.EXTENSION".
 std::string appendingPathExtension(std::string_view path, std::string_view extension);
 

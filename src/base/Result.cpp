@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace dorvanel::platform {
+namespace dorvanel {
 
 std::string Error::message() const {
     std::string text = path;
@@ -17,4 +17,4 @@ Error Error::fromErrno(std::string operation, std::string path) {
     return Error{errno, std::move(operation), std::move(path), {}};
 }
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

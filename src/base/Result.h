@@ -4,7 +4,7 @@
 #include <utility>
 #include <variant>
 
-namespace dorvanel::platform {
+namespace dorvanel {
 
 /// What went wrong in one of our own additions: enough to tell a person.
 struct Error {
@@ -41,4 +41,4 @@ class [[nodiscard]] Result {
 /// Success without a value is `Done{}`.
 struct Done {};
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

@@ -15,8 +15,7 @@ using platform::EntryKind;
 using platform::SystemCalls;
 
 FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferencesInstance,
-                       platform::ProgressIndicator& shreddingProgress,
-                       platform::TextField& fileName)
+                       ui::ProgressIndicator& shreddingProgress, ui::TextField& fileName)
     : services_(services),
       progress_(shreddingProgress, fileName, services.clock),
       overwriter_(services.system, services.draws, preferencesInstance, progress_, stop_),
@@ -164,7 +163,7 @@ void FileAccess::end() {
     progress_.showNow(std::string_view());
 }
 
-void FileAccess::openDoc(platform::OpenPanel& panel,
+void FileAccess::openDoc(ui::OpenPanel& panel,
                          const std::function<void(std::vector<std::string>)>& shred) {
     panel.setAllowsMultipleSelection(true);
     std::optional<std::vector<std::string>> picked =

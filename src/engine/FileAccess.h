@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "engine/DeletionHandler.h"
-#include "engine/random/DrawSequence.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
@@ -16,11 +15,12 @@
 #include "engine/NameRemover.h"
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
+#include "engine/random/DrawSequence.h"
 #include "platform/Clock.h"
-#include "ui/OpenPanel.h"
-#include "ui/Outlets.h"
 #include "platform/SystemCalls.h"
 #include "prefs/PreferenceReader.h"
+#include "ui/OpenPanel.h"
+#include "ui/Outlets.h"
 
 namespace dorvanel {
 
@@ -37,7 +37,7 @@ struct EngineServices {
 class FileAccess {
   public:
     FileAccess(EngineServices services, const PreferenceReader& preferencesInstance,
-               platform::ProgressIndicator& shreddingProgress, platform::TextField& fileName);
+               ui::ProgressIndicator& shreddingProgress, ui::TextField& fileName);
     FileAccess(const FileAccess&) = delete;
     FileAccess& operator=(const FileAccess&) = delete;
 
@@ -55,7 +55,7 @@ class FileAccess {
     void protect(std::vector<Identity> folders) { protected_ = std::move(folders); }
 
     /// Lets the user pick files, and has `shred` shred what was picked. Main thread.
-    static void openDoc(platform::OpenPanel& panel,
+    static void openDoc(ui::OpenPanel& panel,
                         const std::function<void(std::vector<std::string>)>& shred);
 
     /// Overwrites one file, a link's target in place of the link; does not remove it. Nothing

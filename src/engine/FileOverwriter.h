@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <string_view>
 
-#include "engine/random/DrawSequence.h"
 #include "engine/OverwriteBuffer.h"
 #include "engine/PassPlan.h"
 #include "engine/ProgressReport.h"
 #include "engine/RandomName.h"
+#include "engine/random/DrawSequence.h"
 #include "platform/SystemCalls.h"
 #include "prefs/PreferenceReader.h"
 

@@ -85,8 +85,6 @@ class FlushBatch {
 
     /// Files whose flush failed, since the batch was made.
     [[nodiscard]] std::uint64_t failures() const { return failures_; }
-    /// The reason of the last failure, an errno value.
-    [[nodiscard]] int failureCode() const { return failureCode_; }
 
   private:
     enum class State { clean, dirty, failed };
@@ -141,7 +139,7 @@ class FlushBatch {
     std::size_t removed_ = 0;  ///< names of the batch that had their turn
     std::uint64_t bytes_ = 0;
     std::uint64_t failures_ = 0;
-    int failureCode_ = 0;
+    int failureCode_ = 0;  ///< of the last failure, an errno value
 
     std::uint64_t knownDevice_ = 0;  ///< the device that `knownInMemory_` speaks of
     bool known_ = false;

@@ -16,7 +16,7 @@ namespace dorvanel {
 class ProgressReport {
   public:
     /// The outlets and the clock must outlive the report.
-    ProgressReport(platform::ProgressIndicator& shreddingProgress, platform::TextField& fileName,
+    ProgressReport(ui::ProgressIndicator& shreddingProgress, ui::TextField& fileName,
                    const platform::Clock& clock)
         : shreddingProgress_(shreddingProgress), fileName_(fileName), clock_(clock) {}
 
@@ -40,8 +40,8 @@ class ProgressReport {
     void showIfDue();
     void show();
 
-    platform::ProgressIndicator& shreddingProgress_;
-    platform::TextField& fileName_;
+    ui::ProgressIndicator& shreddingProgress_;
+    ui::TextField& fileName_;
     const platform::Clock& clock_;
     double percent_ = 0;
     std::string name_;

@@ -15,7 +15,7 @@ std::FILE* gLog = nullptr;
 /// A run that is asked for while another works starts the log afresh under the worker's hands.
 std::mutex gLogMutex;
 /// Why the last opening failed.
-std::optional<platform::Error> gTrouble;
+std::optional<Error> gTrouble;
 
 }  // namespace
 
@@ -31,10 +31,10 @@ void kalvet_logger_open() {
     ::tzset();  // the person may have travelled since the last run
     gTrouble.reset();
     if (path.empty()) {
-        gTrouble = platform::Error{0, "open the Activity Log", {}, "HOME is not set"};
+        gTrouble = Error{0, "open the Activity Log", {}, "HOME is not set"};
         return;
     }
-    const platform::Result<std::FILE*> opened = platform::openLogFile(path);
+    const Result<std::FILE*> opened = platform::openLogFile(path);
     if (opened) {
         gLog = opened.value();
     } else {
@@ -42,7 +42,7 @@ void kalvet_logger_open() {
     }
 }
 
-std::optional<platform::Error> activityLogTrouble() {
+std::optional<Error> activityLogTrouble() {
     const std::lock_guard lock(gLogMutex);
     return gTrouble;
 }

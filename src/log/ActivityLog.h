@@ -19,7 +19,7 @@ namespace dorvanel {
 void kalvet_logger_open();
 
 /// Why the last opening of a closed log failed; nothing where it did not. Any thread.
-std::optional<platform::Error> activityLogTrouble();
+std::optional<Error> activityLogTrouble();
 
 /// Writes "Www Mmm dd hh:mm:ss yyyy MESSAGE\n" and flushes. The message is bytes, written as they
 /// are; an empty one makes a separator line.

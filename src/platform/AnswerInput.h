@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "base/Result.h"
+
 namespace dorvanel::platform {
 
 /// Where a person's answers come from: a terminal, or whatever stands in its place. Main thread,
@@ -24,8 +26,8 @@ class AnswerInput {
     virtual void interrupt() = 0;
 };
 
-/// The standard input, not buffered by anything else. Null where the system has nothing to make it
-/// of.
-std::unique_ptr<AnswerInput> makeAnswerInput();
+/// The standard input, not buffered by anything else. An error where the system has nothing to make
+/// it of.
+Result<std::unique_ptr<AnswerInput>> makeAnswerInput();
 
 }  // namespace dorvanel::platform

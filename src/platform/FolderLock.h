@@ -1,11 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "base/Result.h"
-#include "platform/linux/FileDescriptor.h"
 
 namespace dorvanel::platform {
+
+class FileDescriptor;
 
 /// Keeps other processes that ask for the same lock waiting as long as it lives; the system gives
 /// it back when the process ends, however it ends. The folder itself is locked, so no lock file
@@ -18,9 +20,10 @@ class FolderLock {
     [[nodiscard]] bool isHeld() const { return isHeld_; }
 
   private:
-    FolderLock(FileDescriptor folder, bool isHeld) : folder_(std::move(folder)), isHeld_(isHeld) {}
+    FolderLock(std::shared_ptr<FileDescriptor> folder, bool isHeld)
+        : folder_(std::move(folder)), isHeld_(isHeld) {}
 
-    FileDescriptor folder_;
+    std::shared_ptr<FileDescriptor> folder_;
     bool isHeld_;
 };
 

@@ -3,6 +3,8 @@
 #include <functional>
 #include <memory>
 
+#include "base/Result.h"
+
 namespace dorvanel::platform {
 
 /// While it lives, SIGINT, SIGTERM and SIGHUP (unless that was ignored) do not end the process;
@@ -14,8 +16,8 @@ class QuitSignals {
 };
 
 /// `received` is called once for each signal, on a thread of its own, so also while the main
-/// thread is busy. Null where the system has no descriptor or no thread for it: no signal is
+/// thread is busy. An error where the system has no descriptor or no thread for it: no signal is
 /// caught.
-std::unique_ptr<QuitSignals> catchQuitSignals(std::function<void()> received);
+Result<std::unique_ptr<QuitSignals>> catchQuitSignals(std::function<void()> received);
 
 }  // namespace dorvanel::platform

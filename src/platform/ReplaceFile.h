@@ -5,17 +5,18 @@
 #include <string_view>
 
 #include "base/Result.h"
+#include "platform/FolderLock.h"
 
 namespace dorvanel::platform {
 
 /// Puts a file of these bytes (mode 0600) in the place of `path`, so that at any moment, a crash of
-/// the machine included, either the old or the new file is there, whole: a new file named
-/// `temporaryName` in the same folder, flushed, renamed over `path`, and the folder flushed. A file
-/// of the temporary name, left by a process that was killed, is removed first. On failure `path`
-/// is as it was and the temporary file is gone; only when the folder's own flush failed is the
-/// new file in place already. Written by root, the file belongs to the owner of the folder.
-Result<Done> replaceFile(const std::string& path, std::string_view bytes,
-                         const std::string& temporaryName);
+/// the machine included, either the old or the new file is there, whole: a new file
+/// ".NAME.new" in the same folder, flushed, renamed over `path`, and the folder flushed. A file of
+/// that name, left by a process that was killed, is removed first. On failure `path` is as it was
+/// and the temporary file is gone; only when the folder's own flush failed is the new file in place
+/// already. Written by root, the file belongs to the owner of the folder. `lock` is the folder's:
+/// where it is not held, the temporary name has the number of the process in it.
+Result<Done> replaceFile(const std::string& path, std::string_view bytes, const FolderLock& lock);
 
 /// Renames `path` to a name beside it that is not taken, "NAME (damaged N)", and returns the new
 /// path.

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-namespace dorvanel::platform {
+namespace dorvanel {
 namespace {
 
 /// The objects of a list, by number; every read is checked against the bytes that there are.
@@ -136,4 +136,4 @@ bool binaryPropertyListIsWithin(std::string_view bytes, std::size_t limit, int l
     return BinaryList(bytes, limit).isWithin(levels);
 }
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

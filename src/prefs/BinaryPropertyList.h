@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace dorvanel::platform {
+namespace dorvanel {
 
 /// Whether a binary property list holds no NUL in its texts, which the library that parses lists
 /// cuts there or ends the program for, is whole enough to be walked, nested no deeper than
@@ -12,4 +12,4 @@ namespace dorvanel::platform {
 /// memory holds, and the library makes the copies.
 bool binaryPropertyListIsWithin(std::string_view bytes, std::size_t limit, int levels);
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

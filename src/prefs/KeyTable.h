@@ -47,11 +47,6 @@ constexpr bool canBeChosen(const PreferenceKey& key, int index) {
     return !key.isBool() && index >= 0 && index <= key.lastIndex && index != separatorIndex;
 }
 
-/// The applications that can be enabled, in the order of the default list.
-inline constexpr std::array<std::string_view, 12> applicationNames = {
-    "Safari", "Internet Explorer", "Mozilla",    "Netscape", "iCab",     "Omniweb", "Opera",
-    "Camino", "Firefox",           "Apple Mail", "Eudora",   "Mailsmith"};
-
 /// The key under which the enabled applications are stored.
 inline constexpr std::string_view enabledBrowsersKey = "EnabledBrowsers";
 

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <string_view>
 
+#include "prefs/Keys.h"
 #include "prefs/Number.h"
 
 namespace dorvanel {
@@ -15,8 +14,8 @@ class PreferenceReader {
   public:
     virtual ~PreferenceReader() = default;
 
-    /// The committed value; nothing for a key that is not among the seventeen. Any thread.
-    [[nodiscard]] virtual std::optional<Number> objectForKey(std::string_view key) const = 0;
+    /// The committed value. Any thread.
+    [[nodiscard]] virtual Number objectForKey(Key key) const = 0;
 
     /// Grows with every change of the committed values, so that a reader in a hurry can keep what
     /// it read until it grows. Any thread; takes no lock.
@@ -29,17 +28,8 @@ class PreferenceReader {
     /// which nobody chose, and nothing may be shredded by them. Any thread.
     [[nodiscard]] virtual bool areKnown() const { return true; }
 
-    /// objectForKey's boolean; an unknown key reads as NO.
-    [[nodiscard]] bool boolForKey(std::string_view key) const {
-        const std::optional<Number> value = objectForKey(key);
-        return value && value->boolValue();
-    }
-
-    /// objectForKey's integer; an unknown key reads as 0.
-    [[nodiscard]] int intForKey(std::string_view key) const {
-        const std::optional<Number> value = objectForKey(key);
-        return value ? value->intValue() : 0;
-    }
+    [[nodiscard]] bool boolForKey(BoolKey key) const { return objectForKey(key).boolValue(); }
+    [[nodiscard]] int intForKey(IndexKey key) const { return objectForKey(key).intValue(); }
 };
 
 }  // namespace dorvanel

@@ -6,48 +6,32 @@
 #include "prefs/KeyTable.h"
 
 namespace dorvanel {
-namespace {
-
-/// The one object, as long as it has an owner.
-std::weak_ptr<Preferences>& registry() {
-    static std::weak_ptr<Preferences> object;
-    return object;
-}
-
-/// The application that moves together with this one; "" for most.
-std::string_view companionOf(std::string_view name) {
-    if (name == "Mozilla") return "Netscape";
-    if (name == "Netscape") return "Mozilla";
-    return {};
-}
-
-}  // namespace
-
 const PreferenceValues& defaultValues() {
     static const PreferenceValues dict = [] {
         PreferenceValues values;
-        for (const PreferenceKey& key : preferenceKeys)
-            values.emplace(key.name, key.factoryDefault);
+        for (const PreferenceKey& key : preferenceKeys) {
+            values.emplace(Key::of(key), key.factoryDefault);
+        }
         return values;
     }();
     return dict;
 }
 
-std::shared_ptr<Preferences> Preferences::sharedInstance(platform::UserDefaults& defaults) {
-    if (std::shared_ptr<Preferences> shared = registry().lock()) return shared;
-    return init(defaults);
+std::shared_ptr<Preferences> Preferences::sharedInstance(PreferencesOwner& owner) {
+    return init(owner);
 }
 
-std::shared_ptr<Preferences> Preferences::init(platform::UserDefaults& defaults) {
-    if (std::shared_ptr<Preferences> shared = registry().lock()) return shared;
-    std::shared_ptr<Preferences> object(new Preferences(defaults));
-    registry() = object;
+std::shared_ptr<Preferences> Preferences::init(PreferencesOwner& owner) {
+    if (std::shared_ptr<Preferences> shared = owner.object.lock()) return shared;
+    std::shared_ptr<Preferences> object(new Preferences(owner));
+    owner.object = object;
     return object;
 }
 
-Preferences::Preferences(platform::UserDefaults& defaults) : defaults_(defaults) {
-    known_ = defaults.isKnown();
-    replaceCurValues(preferencesFromDefaults(defaults));
+Preferences::Preferences(const PreferencesOwner& owner)
+    : defaults_(owner.defaults), applications_(owner.applications) {
+    known_ = defaults_.isKnown();
+    replaceCurValues(preferencesFromDefaults(defaults_));
     discardDisplayedValues();
     mCanStrip = 1;
 }
@@ -61,16 +45,16 @@ PreferenceValues Preferences::preferencesFromDefaults(const platform::UserDefaul
             value = key.isBool() ? Number::fromBool(defaults.boolForKey(name))
                                  : Number::fromInt(defaults.integerForKey(name));
         }
-        values.emplace(name, value);
+        values.emplace(Key::of(key), value);
     }
     return values;
 }
 
-platform::Result<platform::Done> Preferences::savePreferencesToDefaults(
-    const PreferenceValues& values, platform::UserDefaults& defaults) {
+Result<Done> Preferences::savePreferencesToDefaults(const PreferenceValues& values,
+                                                    platform::UserDefaults& defaults) {
     for (const PreferenceKey& key : preferenceKeys) {
         const std::string name(key.name);
-        const auto found = values.find(key.name);
+        const auto found = values.find(Key::of(key));
         if (found != values.end() && found->second == key.factoryDefault) {
             defaults.removeObjectForKey(name);
         } else if (key.isBool()) {
@@ -82,10 +66,8 @@ platform::Result<platform::Done> Preferences::savePreferencesToDefaults(
     return defaults.synchronize();
 }
 
-platform::Result<platform::Done> Preferences::saveDefaults() {
-    const std::shared_ptr<Preferences> shared = registry().lock();
-    if (shared == nullptr) return platform::Done{};
-    return savePreferencesToDefaults(*shared->preferences(), shared->defaults_);
+Result<Done> Preferences::saveDefaults() {
+    return savePreferencesToDefaults(*preferences(), defaults_);
 }
 
 std::shared_ptr<const PreferenceValues> Preferences::preferences() const {
@@ -93,19 +75,18 @@ std::shared_ptr<const PreferenceValues> Preferences::preferences() const {
     return curValues;
 }
 
-std::optional<Number> Preferences::objectForKey(std::string_view key) const {
+Number Preferences::objectForKey(Key key) const {
     const std::shared_ptr<const PreferenceValues> values = preferences();
     const auto found = values->find(key);
-    if (found == values->end()) return std::nullopt;
-    return found->second;
+    return found == values->end() ? Number::fromInt(0) : found->second;
 }
 
 bool Preferences::areKnown() const {
     return known_.load(std::memory_order_acquire);
 }
 
-platform::Result<platform::Done> Preferences::startAfresh() {
-    platform::Result<platform::Done> started = defaults_.startAfresh();
+Result<Done> Preferences::startAfresh() {
+    Result<Done> started = defaults_.startAfresh();
     if (!started || areKnown()) return started;
     mEnableBrowsers.reset();
     replaceCurValues(preferencesFromDefaults(defaults_));
@@ -137,7 +118,7 @@ void Preferences::loadBrowserInfo() {
     // cannot be read, may have meant fewer.
     mEnableBrowsers.emplace();
     if (areKnown() && !defaults_.hasObjectForKey(key)) {
-        mEnableBrowsers->assign(applicationNames.begin(), applicationNames.end());
+        mEnableBrowsers->assign(applications_.names.begin(), applications_.names.end());
     }
 }
 
@@ -147,8 +128,8 @@ bool Preferences::browserIsEnabled(std::string_view name) {
            mEnableBrowsers->end();
 }
 
-platform::Result<platform::Done> Preferences::enableChanged(std::string_view name) {
-    const std::string_view companion = companionOf(name);
+Result<Done> Preferences::enableChanged(std::string_view name) {
+    const std::string_view companion = applications_.companionOf(name);
     if (browserIsEnabled(name)) {
         std::erase(*mEnableBrowsers, name);
         if (!companion.empty()) std::erase(*mEnableBrowsers, companion);
@@ -161,7 +142,7 @@ platform::Result<platform::Done> Preferences::enableChanged(std::string_view nam
     return defaults_.synchronize();
 }
 
-platform::Result<platform::Done> Preferences::commitDisplayedValues() {
+Result<Done> Preferences::commitDisplayedValues() {
     replaceCurValues(displayedValues);
     return saveDefaults();
 }

@@ -12,12 +12,13 @@
 
 #include "base/Result.h"
 #include "platform/UserDefaults.h"
+#include "prefs/ApplicationNames.h"
 #include "prefs/PreferenceReader.h"
 
 namespace dorvanel {
 
 /// Preference values by key.
-using PreferenceValues = std::map<std::string, Number, std::less<>>;
+using PreferenceValues = std::map<Key, Number>;
 
 /// The factory defaults of the seventeen keys; built on the first call, never rebuilt.
 const PreferenceValues& defaultValues();
@@ -32,29 +33,37 @@ class PreferencesView {
     virtual void showMozillaAndNetscape() = 0;
 };
 
+class Preferences;
+
+/// What the one object is made of, and where it is found; kept by who puts a program together.
+struct PreferencesOwner {
+    platform::UserDefaults& defaults;  ///< must outlive the object
+    ApplicationNames applications;     ///< likewise what it refers to
+    std::weak_ptr<Preferences> object{};
+};
+
 /// The preferences: the committed values, the values as a panel edits them, and the enabled
-/// applications. One object exists at a time; it lives as long as somebody holds it. Main thread
+/// applications. An owner has one at a time; it lives as long as somebody holds it. Main thread
 /// only, but for what PreferenceReader promises to any thread and `preferences`.
 class Preferences final : public PreferenceReader {
   public:
-    /// The one object, made from what `defaults` holds when there is none yet; else the one there
-    /// is, and `defaults` is not used. `defaults` must outlive the object.
-    static std::shared_ptr<Preferences> sharedInstance(platform::UserDefaults& defaults);
+    /// The owner's one object, made from what its defaults hold when there is none yet.
+    static std::shared_ptr<Preferences> sharedInstance(PreferencesOwner& owner);
     /// Another construction: gives the one object, as `sharedInstance` does.
-    static std::shared_ptr<Preferences> init(platform::UserDefaults& defaults);
+    static std::shared_ptr<Preferences> init(PreferencesOwner& owner);
 
     /// The seventeen values as stored, the factory default for each that is not.
     static PreferenceValues preferencesFromDefaults(const platform::UserDefaults& defaults);
     /// Stores the seventeen values and synchronizes; a value equal to its factory default is
     /// removed rather than stored.
-    static platform::Result<platform::Done> savePreferencesToDefaults(
-        const PreferenceValues& values, platform::UserDefaults& defaults);
-    /// Saves the committed values of the one object; without one, nothing.
-    static platform::Result<platform::Done> saveDefaults();
+    static Result<Done> savePreferencesToDefaults(const PreferenceValues& values,
+                                                  platform::UserDefaults& defaults);
+    /// Saves the committed values.
+    Result<Done> saveDefaults();
 
     /// The committed values; they never change, a commit replaces them as a whole. Any thread.
     [[nodiscard]] std::shared_ptr<const PreferenceValues> preferences() const;
-    [[nodiscard]] std::optional<Number> objectForKey(std::string_view key) const override;
+    [[nodiscard]] Number objectForKey(Key key) const override;
     [[nodiscard]] std::uint64_t changeCount() const override;
     /// False where the stored preferences could not be read when the object was made. The values
     /// are then the factory's, no application is enabled, and every save fails.
@@ -69,20 +78,20 @@ class Preferences final : public PreferenceReader {
     [[nodiscard]] bool browserIsEnabled(std::string_view name) override;
     /// Takes the application out of the list or adds it at the end, Mozilla and Netscape together;
     /// stores the list and synchronizes.
-    platform::Result<platform::Done> enableChanged(std::string_view name);
+    Result<Done> enableChanged(std::string_view name);
 
     /// For a person who wants to begin again: a stored list that cannot be read is set aside under
     /// a new name, which the defaults' owner is told, and a good one written in its place; the
     /// preferences are then known. Where they were known the values stay as they are; otherwise
     /// they become what is stored now, and the panel shows them. Going back to the factory values
     /// is `startAfresh`, then `revertToDefault` and `saveDefaults`. A failure changes nothing here.
-    platform::Result<platform::Done> startAfresh();
+    Result<Done> startAfresh();
 
     /// The values as the panel shows and edits them.
     PreferenceValues displayedValues;
     /// Makes `displayedValues` the committed values and saves them. A failed save leaves them
     /// committed in memory.
-    platform::Result<platform::Done> commitDisplayedValues();
+    Result<Done> commitDisplayedValues();
     /// Makes `displayedValues` the committed values again, and has the panel show them.
     void discardDisplayedValues();
     /// As discardDisplayedValues.
@@ -100,10 +109,11 @@ class Preferences final : public PreferenceReader {
     std::int8_t mCanStrip = 0;
 
   private:
-    explicit Preferences(platform::UserDefaults& defaults);
+    explicit Preferences(const PreferencesOwner& owner);
     void replaceCurValues(PreferenceValues values);
 
     platform::UserDefaults& defaults_;
+    ApplicationNames applications_;
     PreferencesView* view_ = nullptr;
     mutable std::mutex curValuesMutex_;
     std::shared_ptr<const PreferenceValues> curValues;  ///< the pointer is guarded, not the values

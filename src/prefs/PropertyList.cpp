@@ -10,10 +10,10 @@
 #include <limits>
 #include <set>
 
-#include "prefs/BinaryPropertyList.h"
 #include "platform/PortableNumbers.h"
+#include "prefs/BinaryPropertyList.h"
 
-namespace dorvanel::platform {
+namespace dorvanel {
 
 /// Owns the library's tree.
 struct PropertyList::Node {
@@ -187,42 +187,30 @@ PropertyList::PropertyList(PropertyList&&) noexcept = default;
 PropertyList& PropertyList::operator=(PropertyList&&) noexcept = default;
 PropertyList::~PropertyList() = default;
 
-std::optional<PropertyList> PropertyList::parse(std::string_view bytes, std::string& reason) {
-    const PortableNumbers portable;
+Result<PropertyList> PropertyList::parse(std::string_view bytes) {
+    const platform::PortableNumbers portable;
+    const auto refused = [](const char* reason) { return Error{0, "parse", {}, reason}; };
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (bytes.starts_with(byteOrderMark)) bytes.remove_prefix(byteOrderMark.size());
-    reason = bytes.empty() ? "the file is empty" : "not a whole property list";
-    if (bytes.size() > maximumBytes) {
-        reason = "too large for a list of preferences";
-        return std::nullopt;
-    }
+    if (bytes.empty()) return refused("the file is empty");
+    if (bytes.size() > maximumBytes) return refused("too large for a list of preferences");
     plist_t tree = treeOf(bytes);
-    if (tree == nullptr) return std::nullopt;
+    if (tree == nullptr) return refused("not a whole property list");
     auto root = std::make_unique<Node>(tree);
-    if (plist_get_node_type(tree) != PLIST_DICT) {
-        reason = "not a dictionary";
-        return std::nullopt;
-    }
-    if (!isNestedWithin(tree, maximumDepth)) {
-        reason = "nested too deeply";
-        return std::nullopt;
-    }
+    if (plist_get_node_type(tree) != PLIST_DICT) return refused("not a dictionary");
+    if (!isNestedWithin(tree, maximumDepth)) return refused("nested too deeply");
     const std::string written = PropertyList(std::move(root)).serialized();
-    if (written.size() > maximumBytes) {
-        reason = "too large for a list of preferences";
-        return std::nullopt;
-    }
+    if (written.size() > maximumBytes) return refused("too large for a list of preferences");
     // As it will be read once it has been written.
     root = std::make_unique<Node>(treeOf(written));
     if (root->tree == nullptr || hasKeyTwice(root->tree)) {
-        reason = "holds what cannot be written again";
-        return std::nullopt;
+        return refused("holds what cannot be written again");
     }
     return PropertyList(std::move(root));
 }
 
 std::string PropertyList::serialized() const {
-    const PortableNumbers portable;
+    const platform::PortableNumbers portable;
     char* bytes = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(root_->tree, &bytes, &length);
@@ -317,4 +305,4 @@ void PropertyList::remove(const std::string& key) {
     plist_dict_remove_item(root_->tree, key.c_str());
 }
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

@@ -9,7 +9,9 @@
 #include <variant>
 #include <vector>
 
-namespace dorvanel::platform {
+#include "base/Result.h"
+
+namespace dorvanel {
 
 /// A property list whose root is a dictionary: values of any kind by key, the order of the keys
 /// kept. Numbers are read and written the same way in every locale. One thread at a time.
@@ -29,10 +31,10 @@ class PropertyList {
     PropertyList& operator=(PropertyList&&) noexcept;
     ~PropertyList();
 
-    /// Reads the XML or the binary form; nothing, and `reason` says why, when the bytes are not a
-    /// whole property list with a dictionary at its root, and when the list could not be read back
-    /// once it is written: too large then, or with text that the library cannot carry.
-    static std::optional<PropertyList> parse(std::string_view bytes, std::string& reason);
+    /// Reads the XML or the binary form. An error, whose `detail` says why, when the bytes are not
+    /// a whole property list with a dictionary at its root, and when the list could not be read
+    /// back once it is written: too large then, or with text that the library cannot carry.
+    static Result<PropertyList> parse(std::string_view bytes);
 
     /// The list as XML; in the binary form where a string holds a character that XML cannot carry.
     [[nodiscard]] std::string serialized() const;
@@ -57,4 +59,4 @@ class PropertyList {
     std::unique_ptr<Node> root_;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

@@ -1,7 +1,5 @@
 #include "prefs/PropertyListDefaults.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <filesystem>
 #include <map>
@@ -11,17 +9,17 @@
 
 #include "platform/AccountFolders.h"
 #include "platform/FileManager.h"
-#include "prefs/PropertyList.h"
+#include "platform/FolderLock.h"
 #include "platform/ReplaceFile.h"
 #include "platform/UserSwitch.h"
-#include "platform/FolderLock.h"
+#include "prefs/PropertyList.h"
 
-namespace dorvanel::platform {
+namespace dorvanel {
 namespace {
 
 namespace fs = std::filesystem;
 
-class PropertyListDefaults final : public UserDefaults {
+class PropertyListDefaults final : public platform::UserDefaults {
   public:
     PropertyListDefaults(std::string path, std::function<void(const Error&)> report)
         : path_(std::move(path)), report_(std::move(report)) {
@@ -57,7 +55,7 @@ class PropertyListDefaults final : public UserDefaults {
     Result<Done> startAfresh() override {
         if (path_.empty()) return noHome("read preferences");
         const std::string file = storedFile();
-        const Result<FolderLock> lock = lockFolderOf(file);
+        const Result<platform::FolderLock> lock = lockFolderOf(file);
         if (!lock) return lock.error();
         Result<PropertyList> list = readList(file);
         if (list) {
@@ -109,32 +107,31 @@ class PropertyListDefaults final : public UserDefaults {
     }
 
     [[nodiscard]] bool refusesLinks() const {
-        return isRootInAnothersHome() && path_ == userDefaultsPath();
+        return platform::isRootInAnothersHome() && path_ == userDefaultsPath();
     }
 
     [[nodiscard]] std::string storedFile() const {
-        return refusesLinks() ? path_ : followingLinks(path_);
+        return refusesLinks() ? path_ : platform::followingLinks(path_);
     }
 
-    [[nodiscard]] Result<FolderLock> lockFolderOf(const std::string& file) const {
+    [[nodiscard]] Result<platform::FolderLock> lockFolderOf(const std::string& file) const {
         const fs::path folder = fs::path(file).parent_path();
         std::error_code ignored;
         if (path_ == userDefaultsPath() && !fs::exists(folder, ignored)) {
-            const Result<Done> made = makeAccountFolders();
+            const Result<Done> made = platform::makeAccountFolders();
             if (!made) return made.error();
         }
-        return FolderLock::take(folder);
+        return platform::FolderLock::take(folder);
     }
 
     [[nodiscard]] Result<PropertyList> readList(const std::string& file) const {
-        const Result<std::optional<std::string>> bytes =
-            readWholeFile(file, PropertyList::maximumBytes, refusesLinks() ? homeDirectory() : "");
+        const Result<std::optional<std::string>> bytes = platform::readWholeFile(
+            file, PropertyList::maximumBytes, refusesLinks() ? platform::homeDirectory() : "");
         if (!bytes) return bytes.error();
         if (!bytes.value()) return PropertyList();
-        std::string damage;
-        std::optional<PropertyList> list = PropertyList::parse(*bytes.value(), damage);
-        if (!list) return Error{0, "parse", file, damage};
-        return std::move(*list);
+        Result<PropertyList> list = PropertyList::parse(*bytes.value());
+        if (!list) return Error{0, "parse", file, list.error().detail};
+        return list;
     }
 
     Result<Done> load() {
@@ -148,7 +145,7 @@ class PropertyListDefaults final : public UserDefaults {
     Result<Done> save() {
         if (path_.empty()) return noHome("save preferences");
         const std::string file = storedFile();
-        const Result<FolderLock> lock = lockFolderOf(file);
+        const Result<platform::FolderLock> lock = lockFolderOf(file);
         if (!lock) return lock.error();
         Result<PropertyList> list = readList(file);
         if (!list) return list.error();
@@ -161,8 +158,8 @@ class PropertyListDefaults final : public UserDefaults {
     }
 
     Result<Done> setAsideAndWrite(const std::string& file, const Error& trouble,
-                                  const FolderLock& lock) {
-        const Result<std::string> aside = setFileAside(file);
+                                  const platform::FolderLock& lock) {
+        const Result<std::string> aside = platform::setFileAside(file);
         if (!aside) return aside.error();
         const std::string reason =
             trouble.code == 0 ? trouble.detail : std::generic_category().message(trouble.code);
@@ -173,18 +170,14 @@ class PropertyListDefaults final : public UserDefaults {
     }
 
     static Result<Done> write(const std::string& file, const PropertyList& list,
-                              const FolderLock& lock) {
-        // Without a lock two writers must not share a temporary file.
-        std::string temporary = "." + fs::path(file).filename().string() + ".new";
-        if (!lock.isHeld()) temporary += "-" + std::to_string(::getpid());
+                              const platform::FolderLock& lock) {
         const std::string bytes = list.serialized();
         if (bytes.empty()) return Error{ENOMEM, "save preferences", file, {}};
         // What could not be read back would stop every run from the next start on.
-        std::string reason;
-        if (!PropertyList::parse(bytes, reason)) {
-            return Error{0, "save preferences", file, reason};
+        if (const Result<PropertyList> read = PropertyList::parse(bytes); !read) {
+            return Error{0, "save preferences", file, read.error().detail};
         }
-        return replaceFile(file, bytes, temporary);
+        return platform::replaceFile(file, bytes, lock);
     }
 
     std::string path_;
@@ -203,13 +196,13 @@ class PropertyListDefaults final : public UserDefaults {
 }  // namespace
 
 std::string userDefaultsPath() {
-    const std::string home = homeDirectory();
+    const std::string home = platform::homeDirectory();
     return home.empty() ? home : home + "/Library/Preferences/com.dorvanel.DorvanelX.plist";
 }
 
-std::unique_ptr<UserDefaults> openUserDefaults(std::string path,
-                                               std::function<void(const Error&)> report) {
+std::unique_ptr<platform::UserDefaults> openUserDefaults(std::string path,
+                                                         std::function<void(const Error&)> report) {
     return std::make_unique<PropertyListDefaults>(std::move(path), std::move(report));
 }
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

@@ -7,7 +7,7 @@
 #include "base/Result.h"
 #include "platform/UserDefaults.h"
 
-namespace dorvanel::platform {
+namespace dorvanel {
 
 /// "HOME/Library/Preferences/com.dorvanel.DorvanelX.plist"; empty when there is no home folder.
 std::string userDefaultsPath();
@@ -28,7 +28,7 @@ std::string userDefaultsPath();
 /// lock, so that of two processes neither undoes what the other changed. A value set to what this
 /// process already read or wrote is no change. Where nothing changed, nothing is written; nor is a
 /// list that could not be read back, being too large for example.
-std::unique_ptr<UserDefaults> openUserDefaults(std::string path,
-                                               std::function<void(const Error&)> report);
+std::unique_ptr<platform::UserDefaults> openUserDefaults(std::string path,
+                                                         std::function<void(const Error&)> report);
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel

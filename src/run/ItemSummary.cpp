@@ -6,7 +6,7 @@ namespace dorvanel {
 namespace {
 
 struct Group {
-    std::string_view key;
+    BoolKey key;
     std::string_view name;
     bool setsSeparator;
 };

@@ -1,33 +1,26 @@
 #include "run/ProcessControl.h"
 
 #include <algorithm>
-#include <array>
 #include <ostream>
+
+#include "apps/Applications.h"
 
 namespace dorvanel {
 namespace {
 
-using platform::fourCharCode;
-using platform::FourCharCode;
 using platform::kNoProcess;
-using platform::noErr;
-using platform::OSErr;
 using platform::ProcessInfoRec;
 using platform::ProcessSerialNumber;
-
-/// The supported browsers and mail programs, in the order of testing.
-constexpr std::array<FourCharCode, 11> kWatchedSignatures{
-    fourCharCode("sfri"), fourCharCode("MSIE"), fourCharCode("MOZZ"), fourCharCode("MOZB"),
-    fourCharCode("OPRA"), fourCharCode("OWEB"), fourCharCode("iCAB"), fourCharCode("CHIM"),
-    fourCharCode("emal"), fourCharCode("BLTO"), fourCharCode("CSOm")};
 
 constexpr std::chrono::microseconds kWait{500'000};
 constexpr int kMostWaits = 50;
 
 bool isWatched(const ProcessInfoRec& information) {
     return information.processType == fourCharCode("APPL") &&
-           std::find(kWatchedSignatures.begin(), kWatchedSignatures.end(),
-                     information.processSignature) != kWatchedSignatures.end();
+           std::ranges::any_of(applications, [&](const SupportedApplication& application) {
+               return !application.creator.empty() &&
+                      information.processSignature == fourCharCode(application.creator);
+           });
 }
 
 }  // namespace

@@ -10,8 +10,8 @@
 namespace dorvanel {
 
 /// Asks one application to quit; does not wait for it. noErr or why nothing was sent.
-platform::OSErr SendQuitAppleEventToApplication(platform::ProcessManager& processes,
-                                                platform::ProcessSerialNumber target);
+OSErr SendQuitAppleEventToApplication(platform::ProcessManager& processes,
+                                      platform::ProcessSerialNumber target);
 
 /// Counts the running applications of the watched creator codes, this process left out, and sends
 /// each a quit event when `doQuit` is not 0.
@@ -23,11 +23,10 @@ std::int16_t Killer(platform::ProcessManager& processes, std::int16_t doQuit);
 std::int16_t KillEveryone(platform::ProcessManager& processes, platform::QuitWait& quitWait);
 
 /// Asks the system to log out, shut down or restart. noErr or why nothing will happen.
-platform::OSErr SendAppleEventToSystemProcess(platform::SystemEvents& events,
-                                              platform::FourCharCode eventID);
+OSErr SendAppleEventToSystemProcess(platform::SystemEvents& events, FourCharCode eventID);
 
 /// Writes a line "NAME-SIGN" for every application with a name, for diagnosis. Ends at the first
 /// error and returns it; the end of the list is one.
-platform::OSErr GetProcesses(platform::ProcessManager& processes, std::ostream& output);
+OSErr GetProcesses(platform::ProcessManager& processes, std::ostream& output);
 
 }  // namespace dorvanel

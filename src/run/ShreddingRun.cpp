@@ -5,13 +5,12 @@
 #include <utility>
 
 #include "log/ActivityLog.h"
-#include "run/CollectorOrder.h"
 #include "run/ItemSummary.h"
 #include "run/ProcessControl.h"
 
 namespace dorvanel {
 
-using platform::AlertButton;
+using ui::AlertButton;
 
 void ShreddingRun::applicationLaunches() {
     mAppNeedsToTerminate = 0;
@@ -183,15 +182,17 @@ bool ShreddingRun::applicationsQuit() {
 /// up meanwhile.
 bool ShreddingRun::collect() {
     skipped_.clear();
-    for (const CollectorGroup& group : collectorGroups) {
+    for (const SupportedApplication* application : runOrder) {
+        if (!application->hasCollectors()) continue;
         if (state_.now() != Activity::collecting) return false;
         // Where nobody can tell what runs, everything may.
-        if (!parts_.browserWatch.isKnown() || group.isRunning(parts_.browserWatch.isRunning())) {
-            skipped_.emplace_back(group.name);
+        if (!parts_.browserWatch.isKnown() ||
+            isRunning(*application, parts_.browserWatch.isRunning())) {
+            skipped_.emplace_back(application->shownName());
             continue;
         }
-        for (const CollectorGroup::Collector collector : group.collectors) {
-            if (collector != nullptr) (parts_.collectors.*collector)();
+        for (const Collector& collector : application->collectors) {
+            parts_.collectors.collect({*application, collector});
         }
     }
     if (mLogoutShutdownRestart == 1) {
@@ -199,110 +200,6 @@ bool ShreddingRun::collect() {
         parts_.collectors.QuicktimeCache();
     }
     return true;
-}
-
-bool ShreddingRun::shredFiles(std::vector<HeldItem> items) {
-    if (!mayStartHandedOver()) return false;
-    handedOver_ = std::move(items);
-    return startWorker({.handedOver = true});
-}
-
-bool ShreddingRun::shredLaunchItems(std::vector<HeldItem> items) {
-    if (!mayStartHandedOver()) return false;
-    handedOver_ = std::move(items);
-    return startWorker({.closesLog = true, .handedOver = true});
-}
-
-/// Whether the turn is the caller's now, who must start the worker; a refusal is told.
-bool ShreddingRun::mayStartHandedOver() {
-    if (mThreadCount == 0 && mAwaitingConfirmation == 0) waitForWorker();
-    Refusal refusal = reasonToRefuse();
-    if (refusal == Refusal::none && !state_.begin(Activity::shredding)) refusal = Refusal::atWork;
-    if (refusal != Refusal::none) {
-        refuse(refusal, true);
-        return false;
-    }
-    skipped_.clear();
-    return true;
-}
-
-Refusal ShreddingRun::reasonToRefuse() const {
-    if (mAppNeedsToTerminate == 1 || isQuitting()) return Refusal::quitting;
-    if (isBusy() || mAwaitingConfirmation == 1) return Refusal::atWork;
-    if (!parts_.preferencesInstance.areKnown()) return Refusal::preferencesUnknown;
-    return Refusal::none;
-}
-
-std::vector<std::string> ShreddingRun::pathsOf(const Work& work) const {
-    if (!work.handedOver) return parts_.mPathArray;
-    std::vector<std::string> paths;
-    for (const HeldItem& item : handedOver_) paths.push_back(item.path);
-    return paths;
-}
-
-bool ShreddingRun::startWorker(const Work& work) {
-    parts_.observer.runBegins(pathsOf(work));
-    ++mThreadCount;
-    if (parts_.worker.start([this, work] { HandleThread(work); })) return true;
-    --mThreadCount;
-    handedOver_.clear();
-    if (!work.handedOver) parts_.mPathArray.clear();
-    kalvet_logger("Dorvanel *not* Initiated - no thread available");
-    kalvet_logger("");
-    kalvet_logger_close();
-    state_.end();
-    refuse(Refusal::noThread, work.handedOver);
-    return false;
-}
-
-void ShreddingRun::HandleThread(const Work& work) {
-    if (work.handedOver) {
-        parts_.fileAccessInstance.shredItems(handedOver_);
-    } else {
-        parts_.fileAccessInstance.shredDroppedFile(parts_.mPathArray);
-    }
-    RunReport report;
-    report.outcome = parts_.fileAccessInstance.outcome();
-    report.skipped = skipped_;
-    report.handedOver = work.handedOver;
-    const bool stopped = report.outcome.stopped;
-
-    state_.finish();
-    const bool isLast = --mThreadCount == 0;
-    if (work.closesLog) {
-        if (isLast && parts_.preferencesInstance.boolForKey("HideAfterShredding")) {
-            parts_.application.hide();
-        }
-        kalvet_logger("");
-        kalvet_logger(stopped ? "Dorvanel Stopped - some items were not shredded"
-                              : "Dorvanel Completed Successfully");
-        kalvet_logger_close();
-        if (!parts_.browserWatch.isWatching()) parts_.browserWatch.disableProcessDisplay();
-    }
-    if (work.ending != nothing) {
-        report.endingStruck = stopped || isQuitting();
-        if (!report.endingStruck) sendSystemEvent(work.ending);
-    }
-    state_.end();
-    parts_.observer.runEnded(report);
-    if (mAppNeedsToTerminate == 1) parts_.application.replyToApplicationShouldTerminate(true);
-}
-
-void ShreddingRun::sendSystemEvent(std::int16_t ending) {
-    // What comes of it is not looked at: the run is over, and the system tells the user itself.
-    switch (ending) {
-        case logout:
-            SendAppleEventToSystemProcess(parts_.events, platform::kAEReallyLogOut);
-            break;
-        case shutdown:
-            SendAppleEventToSystemProcess(parts_.events, platform::kAEShutDown);
-            break;
-        case restart:
-            SendAppleEventToSystemProcess(parts_.events, platform::kAERestart);
-            break;
-        default:
-            break;
-    }
 }
 
 void ShreddingRun::giveUp() {

@@ -6,17 +6,17 @@
 #include <vector>
 
 #include "engine/FileAccess.h"
-#include "ui/AlertPanel.h"
-#include "ui/Application.h"
 #include "platform/ProcessManager.h"
 #include "platform/QuitWait.h"
 #include "platform/SystemEvents.h"
-#include "ui/Window.h"
 #include "platform/Worker.h"
 #include "prefs/PreferenceReader.h"
 #include "run/Activity.h"
 #include "run/RunReport.h"
 #include "targets/Collectors.h"
+#include "ui/AlertPanel.h"
+#include "ui/Application.h"
+#include "ui/Window.h"
 #include "watch/BrowserWatch.h"
 
 namespace dorvanel {
@@ -37,9 +37,9 @@ class ShreddingRun {
         platform::SystemEvents& events;
         platform::QuitWait& quitWait;
         platform::Worker& worker;
-        platform::AlertPanel& alertPanel;
-        platform::Window& myWindow;
-        platform::Application& application;
+        ui::AlertPanel& alertPanel;
+        ui::Window& myWindow;
+        ui::Application& application;
         RunObserver& observer;
     };
 

@@ -3,12 +3,11 @@
 #include <unordered_set>
 #include <vector>
 
+#include "base/PathComponents.h"
 #include "log/ActivityLog.h"
-#include "targets/Catalogue.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"
 #include "targets/MailboxSelection.h"
-#include "base/PathComponents.h"
 
 namespace dorvanel {
 namespace {
@@ -65,21 +64,21 @@ void Collectors::updateIndex(const std::string& indexPath) {
             "Envelope Index does not exist - launch Mail 2 to create an Envelope Index database");
         return;
     }
-    const std::unique_ptr<EnvelopeIndex> index = EnvelopeIndex::open(indexPath, clock_);
-    if (index == nullptr) {
+    const auto index = EnvelopeIndex::open(indexPath, clock_);
+    if (!index) {
         kalvet_logger(
             "Could not open Envelope Index - launch Mail 2 to repair the Envelope Index database");
         return;
     }
     mMailboxRows.clear();
-    if (const auto read = index->readMailboxes(mMailboxRows); !read) {
+    if (const auto read = index.value()->readMailboxes(mMailboxRows); !read) {
         kalvet_logger(
             "Could not obtain a list of Mailboxes - launch Mail 2 to repair the Envelope Index "
             "database");
         kalvet_logger(read.error().detail);
         return;
     }
-    removeMessages(*index);
+    removeMessages(*index.value());
 }
 
 void Collectors::removeMessages(EnvelopeIndex& index) {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "apps/Applications.h"
 #include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/UserDefaults.h"
@@ -12,10 +13,26 @@
 
 namespace dorvanel {
 
-struct FixedPathTargets;
-struct FixedPathGroup;
-struct FixedPath;
-struct ProfileTargets;
+/// A collector, and the application that it belongs to.
+struct CollectorRow {
+    const SupportedApplication& application;
+    const Collector& collector;
+};
+
+/// The row of an operation that the table describes; without one it does not compile.
+consteval CollectorRow collectorRow(std::string_view operation) {
+    for (const SupportedApplication& application : applications) {
+        for (const Collector& collector : application.collectors) {
+            const auto* fixed = std::get_if<FixedPathTargets>(&collector);
+            const auto* profiles = std::get_if<ProfileTargets>(&collector);
+            if ((fixed != nullptr && fixed->operation == operation) ||
+                (profiles != nullptr && profiles->operation == operation)) {
+                return {application, collector};
+            }
+        }
+    }
+    throw "no such row";
+}
 
 /// The target collectors, one for each supported application and version. A collector appends to
 /// the shred list what the preferences select, writes each decision to the Activity Log under its
@@ -30,7 +47,10 @@ class Collectors {
                platform::FileManager& files, platform::UserDefaults& defaults,
                platform::Clock& clock);
 
-    // Traces in fixed places: the rows of Catalogue.h.
+    /// Does what the row says: one of the operations below.
+    void collect(const CollectorRow& row);
+
+    // Traces in fixed places.
     void QuicktimeCache();
     void MailCache();
     void IE51();
@@ -45,7 +65,7 @@ class Collectors {
     void Eudora62();
     void Safari10();
 
-    // Profiles of the Mozilla family: the rows of ProfileCatalogue.h.
+    // Profiles of the Mozilla family.
     void Camino07();
     void Camino08();
     void Firefox08();
@@ -71,19 +91,20 @@ class Collectors {
 
   private:
     [[nodiscard]] bool isEnabled(std::string_view application);
-    [[nodiscard]] bool isOn(std::string_view key) const;
+    [[nodiscard]] bool isOn(BoolKey key) const;
 
-    void collectFixedPaths(const FixedPathTargets& targets);
+    /// With no name to ask for, the targets belong to no application.
+    void collectFixedPaths(const FixedPathTargets& targets, std::string_view enableName);
     void collectGroup(const FixedPathGroup& group);
     /// Takes one path, or skips it, with the usual line; one place for the catalogue and mail
     /// stores.
     void collectPath(bool on, const FixedPath& target);
 
-    void collectProfiles(const ProfileTargets& targets);
+    void collectProfiles(const ProfileTargets& targets, const SupportedApplication& application);
     void collectProfile(const ProfileTargets& targets, const std::string& profile);
     void collectProfileGroups(const ProfileTargets& targets, const std::string& folder);
     /// One "Shred:" or "Skip:" line, then a line for each path.
-    void collectPaths(std::string_view key, const std::vector<std::string>& paths);
+    void collectPaths(BoolKey key, const std::vector<std::string>& paths);
 
     void collectAccount(const std::string& account);
     void updateIndex(const std::string& indexPath);

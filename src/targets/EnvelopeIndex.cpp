@@ -1,5 +1,7 @@
 #include "targets/EnvelopeIndex.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -50,6 +52,10 @@ void restrain(sqlite3* database) {
 
 }  // namespace
 
+void EnvelopeIndex::Closer::operator()(sqlite3* database) const {
+    sqlite3_close(database);
+}
+
 int sqlite_mb_callback(void* rows, int count, char** values, char** names) {
     try {
         MailboxRow row;
@@ -61,14 +67,14 @@ int sqlite_mb_callback(void* rows, int count, char** values, char** names) {
     return 0;
 }
 
-std::unique_ptr<EnvelopeIndex> EnvelopeIndex::open(const std::string& path,
-                                                   platform::Clock& clock) {
+Result<std::unique_ptr<EnvelopeIndex>> EnvelopeIndex::open(const std::string& path,
+                                                           platform::Clock& clock) {
     std::unique_ptr<EnvelopeIndex> index(new EnvelopeIndex(path, clock));
     sqlite3* database = nullptr;
     // As sqlite3_open, which would however make a file that has gone since it was looked for.
     const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
     index->database_.reset(database);  // to be closed after a failure too
-    if (result != SQLITE_OK) return nullptr;
+    if (result != SQLITE_OK) return Error{0, "open", path, sqlite3_errstr(result)};
     restrain(database);
     sqlite3_busy_handler(database, &EnvelopeIndex::waitForLock, index.get());
     sqlite3_progress_handler(database, stepsBetweenCounts, &EnvelopeIndex::countSteps, index.get());
@@ -112,7 +118,7 @@ int EnvelopeIndex::takeRow(void* reading, int count, char** values, char** names
     return sqlite_mb_callback(self.rows, count, values, names);
 }
 
-platform::Result<platform::Done> EnvelopeIndex::readMailboxes(MailboxRows& rows) {
+Result<Done> EnvelopeIndex::readMailboxes(MailboxRows& rows) {
     allowTime(readingPatience);
     allowSteps(mostStepsToRead);
     Reading reading{&rows};
@@ -120,8 +126,8 @@ platform::Result<platform::Done> EnvelopeIndex::readMailboxes(MailboxRows& rows)
     const int result = sqlite3_exec(database_.get(), "select * from mailboxes",
                                     &EnvelopeIndex::takeRow, &reading, &message);
     const std::unique_ptr<char, decltype(&sqlite3_free)> owner(message, &sqlite3_free);
-    if (result == SQLITE_OK) return platform::Done{};
-    return message == nullptr ? lastError("select") : platform::Error{0, "select", path_, message};
+    if (result == SQLITE_OK) return Done{};
+    return message == nullptr ? lastError("select") : Error{0, "select", path_, message};
 }
 
 std::vector<EnvelopeIndex::Removal> EnvelopeIndex::removeMessages(
@@ -162,11 +168,11 @@ EnvelopeIndex::Removal EnvelopeIndex::removeOne(const std::string& rowid) {
                                      SQLITE_UTF8);
     }
     if (result != SQLITE_OK || sqlite3_step(prepared) != SQLITE_DONE) return lastError("delete");
-    return platform::Done{};
+    return Done{};
 }
 
-platform::Error EnvelopeIndex::lastError(const char* operation) const {
-    return platform::Error{0, operation, path_, sqlite3_errmsg(database_.get())};
+Error EnvelopeIndex::lastError(const char* operation) const {
+    return Error{0, operation, path_, sqlite3_errmsg(database_.get())};
 }
 
 }  // namespace dorvanel

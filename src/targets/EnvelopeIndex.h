@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include <chrono>
 #include <cstdint>
 #include <map>
@@ -9,8 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/Clock.h"
 #include "base/Result.h"
+#include "platform/Clock.h"
+
+struct sqlite3;
 
 namespace dorvanel {
 
@@ -43,18 +43,19 @@ class EnvelopeIndex {
     static constexpr std::uint64_t mostStepsToRead = 2'000'000;
     static constexpr std::uint64_t mostStepsToRemove = 1'000'000'000;
 
-    /// Opens an existing database, read-only where it may not be written; null on failure, and
-    /// never a new file. The clock is slept with while the database is locked.
-    static std::unique_ptr<EnvelopeIndex> open(const std::string& path, platform::Clock& clock);
+    /// Opens an existing database, read-only where it may not be written; never a new file. The
+    /// clock is slept with while the database is locked.
+    static Result<std::unique_ptr<EnvelopeIndex>> open(const std::string& path,
+                                                       platform::Clock& clock);
     EnvelopeIndex(const EnvelopeIndex&) = delete;
     EnvelopeIndex& operator=(const EnvelopeIndex&) = delete;
 
     /// Appends every mailbox to `rows`, in the database's order. On failure some may be there, and
     /// the error's detail is SQLite's text. Mailboxes of more than about 128 MiB are not read.
-    platform::Result<platform::Done> readMailboxes(MailboxRows& rows);
+    Result<Done> readMailboxes(MailboxRows& rows);
 
     /// What became of one mailbox; an error's detail is SQLite's text.
-    using Removal = platform::Result<platform::Done>;
+    using Removal = Result<Done>;
     /// Removes the messages of the mailboxes whose ROWIDs are these texts, for good; what became of
     /// each, in their order. A failure leaves the others removed. They go in one transaction, and
     /// one by one where that cannot be had. A text that is a literal is the value that it would be
@@ -68,7 +69,7 @@ class EnvelopeIndex {
         std::size_t bytes = 0;
     };
     struct Closer {
-        void operator()(sqlite3* database) const { sqlite3_close(database); }
+        void operator()(sqlite3* database) const;
     };
 
     EnvelopeIndex(std::string path, platform::Clock& clock)
@@ -84,7 +85,7 @@ class EnvelopeIndex {
     bool removeTogether(const std::vector<std::string>& rowids, std::vector<Removal>& removals);
     Removal removeOne(const std::string& rowid);
     bool runs(const char* statement);
-    [[nodiscard]] platform::Error lastError(const char* operation) const;
+    [[nodiscard]] Error lastError(const char* operation) const;
 
     std::string path_;
     platform::Clock& clock_;

@@ -1,7 +1,7 @@
 #include "targets/MailboxSelection.h"
 
-#include "platform/FileManager.h"
 #include "base/PathComponents.h"
+#include "platform/FileManager.h"
 
 namespace dorvanel {
 namespace {

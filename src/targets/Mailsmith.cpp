@@ -1,5 +1,4 @@
 #include "log/ActivityLog.h"
-#include "targets/Catalogue.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"
 

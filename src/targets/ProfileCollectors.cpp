@@ -1,22 +1,13 @@
 #include <optional>
 
+#include "base/PathComponents.h"
 #include "log/ActivityLog.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"
-#include "base/PathComponents.h"
-#include "targets/ProfileCatalogue.h"
 #include "targets/ProfilesMenu.h"
 
 namespace dorvanel {
 namespace {
-
-/// The collector's row; a name without one does not compile.
-consteval const ProfileTargets& row(std::string_view collector) {
-    for (const ProfileTargets& targets : profileCatalogue) {
-        if (targets.collector == collector) return targets;
-    }
-    throw "no such row";
-}
 
 /// The one folder of a profile that holds its files; nothing, with the reason in the log, when
 /// there is none or there are several.
@@ -34,34 +25,33 @@ std::optional<std::string> saltFolder(const ProfileTargets& targets, const std::
 }  // namespace
 
 void Collectors::Camino07() {
-    collectProfiles(row("Camino07"));
+    collect(collectorRow("Camino07"));
 }
 void Collectors::Camino08() {
-    collectProfiles(row("Camino08"));
+    collect(collectorRow("Camino08"));
 }
 void Collectors::Firefox08() {
-    collectProfiles(row("Firefox08"));
+    collect(collectorRow("Firefox08"));
 }
 void Collectors::Firefox10() {
-    collectProfiles(row("Firefox10"));
+    collect(collectorRow("Firefox10"));
 }
 void Collectors::Firefox15() {
-    collectProfiles(row("Firefox15"));
+    collect(collectorRow("Firefox15"));
 }
 void Collectors::Mozilla() {
-    collectProfiles(row("Mozilla"));
+    collect(collectorRow("Mozilla"));
 }
 
-void Collectors::collectProfiles(const ProfileTargets& targets) {
+void Collectors::collectProfiles(const ProfileTargets& targets,
+                                 const SupportedApplication& application) {
     std::vector<std::string> profiles;
     if (targets.source == ProfileSource::defaultOnly) profiles = {"default"};
     if (targets.source == ProfileSource::menu) profiles = selectedProfiles(defaults_);
 
-    kalvet_logger(targets.label);
-    bool enabled = true;
-    for (const std::string_view name : targets.enableNames) {
-        enabled = enabled && (name.empty() || isEnabled(name));
-    }
+    kalvet_logger(targets.heading);
+    const std::string_view companion = application.companion;
+    const bool enabled = isEnabled(application.name) && (companion.empty() || isEnabled(companion));
     const std::string root = platform::expandingTilde(std::string(targets.root));
     if (!enabled) {
         kalvet_logger(notEnabledLine);
@@ -92,7 +82,7 @@ void Collectors::collectProfile(const ProfileTargets& targets, const std::string
 
 void Collectors::collectProfileGroups(const ProfileTargets& targets, const std::string& folder) {
     for (const ProfileGroup& group : targets.groups) {
-        if (group.key.empty()) break;
+        if (group.key.isNone()) break;
         std::vector<std::string> paths;
         for (const std::string_view name : group.names) {
             if (!name.empty()) paths.push_back(appendingPathComponent(folder, name));
@@ -109,7 +99,7 @@ void Collectors::MozillaMail(const std::string& mailFolder) {
     }
 }
 
-void Collectors::collectPaths(std::string_view key, const std::vector<std::string>& paths) {
+void Collectors::collectPaths(BoolKey key, const std::vector<std::string>& paths) {
     const bool on = isOn(key);
     kalvet_logger(on ? "Shred:" : "Skip:");
     for (const std::string& path : paths) {

@@ -36,8 +36,8 @@ std::vector<std::string> selectedProfiles(const platform::UserDefaults& defaults
     return names;
 }
 
-ProfilesMenu::ProfilesMenu(platform::Menu& mainMenu, platform::FileManager& files,
-                           platform::UserDefaults& defaults, platform::AlertPanel& alerts)
+ProfilesMenu::ProfilesMenu(ui::Menu& mainMenu, platform::FileManager& files,
+                           platform::UserDefaults& defaults, ui::AlertPanel& alerts)
     : mMainMenu(mainMenu), files_(files), defaults_(defaults), alerts_(alerts) {}
 
 void ProfilesMenu::populateProfilesMenu() {
@@ -110,8 +110,8 @@ void ProfilesMenu::addProfile(const char* root, const std::string& name, const s
                               std::vector<std::string>& newSelection) {
     const std::string path = appendingPathComponent(platform::expandingTilde(root), name);
     if (!files_.isDirectoryAtPath(path)) return;
-    platform::MenuItem& item = mFreeSpaceMenu->addItemWithTitle(
-        title, [this](platform::MenuItem& clicked) { profileMenuItem(clicked); }, "");
+    ui::MenuItem& item = mFreeSpaceMenu->addItemWithTitle(
+        title, [this](ui::MenuItem& clicked) { profileMenuItem(clicked); }, "");
     mPrettyProfileMenuArray.push_back(name);
     item.setTag(static_cast<int>(mPrettyProfileMenuArray.size()) - 1);
     if (!ticked_.contains(name)) return;
@@ -119,7 +119,7 @@ void ProfilesMenu::addProfile(const char* root, const std::string& name, const s
     newSelection.push_back(name);
 }
 
-void ProfilesMenu::profileMenuItem(platform::MenuItem& item) {
+void ProfilesMenu::profileMenuItem(ui::MenuItem& item) {
     std::vector<std::string> names = selectedProfiles(defaults_);
     const std::string& name = profileName(item);
     if (item.state()) {
@@ -132,7 +132,7 @@ void ProfilesMenu::profileMenuItem(platform::MenuItem& item) {
     storeSelection(names);
 }
 
-const std::string& ProfilesMenu::profileName(const platform::MenuItem& item) const {
+const std::string& ProfilesMenu::profileName(const ui::MenuItem& item) const {
     return mPrettyProfileMenuArray.at(static_cast<std::size_t>(item.tag()));
 }
 

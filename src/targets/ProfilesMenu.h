@@ -4,10 +4,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "ui/AlertPanel.h"
 #include "platform/FileManager.h"
-#include "ui/Menu.h"
 #include "platform/UserDefaults.h"
+#include "ui/AlertPanel.h"
+#include "ui/Menu.h"
 
 namespace dorvanel {
 
@@ -21,8 +21,8 @@ std::vector<std::string> selectedProfiles(const platform::UserDefaults& defaults
 class ProfilesMenu {
   public:
     /// All four must outlive this object; the items that it adds to the menu call back into it.
-    ProfilesMenu(platform::Menu& mainMenu, platform::FileManager& files,
-                 platform::UserDefaults& defaults, platform::AlertPanel& alerts);
+    ProfilesMenu(ui::Menu& mainMenu, platform::FileManager& files, platform::UserDefaults& defaults,
+                 ui::AlertPanel& alerts);
 
     /// Fills the submenu of the main menu's item "Profiles", once per launch. At the first launch
     /// of all it ticks an only profile, and tells the user to choose where there are several.
@@ -31,13 +31,13 @@ class ProfilesMenu {
     void populateProfilesMenu();
 
     /// The action of a profile's item: ticks or unticks it, in the menu and in the selection.
-    void profileMenuItem(platform::MenuItem& item);
+    void profileMenuItem(ui::MenuItem& item);
 
     /// The full folder name behind a profile's item, whose title may be shortened.
-    [[nodiscard]] const std::string& profileName(const platform::MenuItem& item) const;
+    [[nodiscard]] const std::string& profileName(const ui::MenuItem& item) const;
 
     /// The submenu; null before it is populated and where there is none.
-    [[nodiscard]] const platform::Menu* menu() const { return mFreeSpaceMenu; }
+    [[nodiscard]] const ui::Menu* menu() const { return mFreeSpaceMenu; }
 
   private:
     void greetFirstRun(const std::vector<std::string>& mozilla,
@@ -50,14 +50,14 @@ class ProfilesMenu {
     void storeSelection(const std::vector<std::string>& names);
     void synchronize();
 
-    platform::Menu& mMainMenu;
+    ui::Menu& mMainMenu;
     platform::FileManager& files_;
     platform::UserDefaults& defaults_;
-    platform::AlertPanel& alerts_;
+    ui::AlertPanel& alerts_;
 
     int mFreeSpaceMenuIndex = -1;
-    platform::MenuItem* mFreeSpaceMenuItem = nullptr;
-    platform::Menu* mFreeSpaceMenu = nullptr;
+    ui::MenuItem* mFreeSpaceMenuItem = nullptr;
+    ui::Menu* mFreeSpaceMenu = nullptr;
     /// One entry for each item but the separator; a profile item's tag is its index here.
     std::vector<std::string> mPrettyProfileMenuArray;
     /// What was selected before the menu was built.

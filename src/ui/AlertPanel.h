@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// Which button of an alert was chosen.
 enum class AlertButton { defaultButton, alternateButton, otherButton };
@@ -20,4 +20,4 @@ class AlertPanel {
                                       const std::string& otherButton) = 0;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

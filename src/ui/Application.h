@@ -1,6 +1,6 @@
 #pragma once
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// What an application answers when it is asked to quit.
 enum class TerminateReply { now = 1, later = 2 };
@@ -18,4 +18,4 @@ class Application {
     virtual void replyToApplicationShouldTerminate(bool shouldTerminate) = 0;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 bool MenuItem::isEnabled() const {
     if (menu_.autoenablesItems() && !action_ && !submenu_) return false;
@@ -50,4 +50,4 @@ MenuItem& Menu::addItem() {
     return *items_.back();
 }
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 class Menu;
 
@@ -84,4 +84,4 @@ class Menu {
     bool autoenablesItems_ = true;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// The panel in which the user picks files. Main thread.
 class OpenPanel {
@@ -18,4 +18,4 @@ class OpenPanel {
         const std::string& directory) = 0;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// The named colours that the program gives to its labels.
 enum class Color { black, red, green, lightGray, darkGray };
@@ -26,4 +26,4 @@ class ProgressIndicator {
     virtual void display() = 0;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// A repeating timer of a run loop, which keeps it alive until it is invalidated; letting go of
 /// the handle does not stop it. Main thread.
@@ -38,7 +38,4 @@ class RunLoop {
     virtual void performOnMainThread(std::function<void()> work) = 0;
 };
 
-/// A loop for programs without a toolkit. Sleeps while nothing is due.
-std::unique_ptr<RunLoop> makeRunLoop();
-
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

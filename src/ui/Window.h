@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// Which button ended a sheet.
 enum class SheetCode { otherButton = -1, alternateButton = 0, defaultButton = 1 };
@@ -24,4 +24,4 @@ class Window {
                             std::function<void(SheetCode)> didDismiss) = 0;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

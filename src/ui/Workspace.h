@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace dorvanel::platform {
+namespace dorvanel::ui {
 
 /// The user's desktop as a whole. Main thread.
 class Workspace {
@@ -12,4 +12,4 @@ class Workspace {
     virtual void openURL(const std::string& url) = 0;
 };
 
-}  // namespace dorvanel::platform
+}  // namespace dorvanel::ui

@@ -6,12 +6,12 @@
 #include <cstring>
 
 #include "log/ActivityLog.h"
-#include "watch/WatchedApplications.h"
+#include "watch/ListedApplication.h"
 
 namespace dorvanel {
 namespace {
 
-using platform::Color;
+using ui::Color;
 
 constexpr std::string_view kWaiting = "Enabled and waiting for the first timer event to occur...";
 constexpr std::string_view kNotEnabled = "Not enabled. Use preferences to enable...";
@@ -32,7 +32,7 @@ BrowserWatch::~BrowserWatch() {
 
 void BrowserWatch::scheduleTimer() {
     mTimer = services_.runLoop.scheduleRepeatingTimer(
-        kPollInterval, [this](platform::Timer& timer) { HandleTimer(&timer); });
+        kPollInterval, [this](ui::Timer& timer) { HandleTimer(&timer); });
 }
 
 void BrowserWatch::setInitialState() {
@@ -53,7 +53,7 @@ void BrowserWatch::resetRunningRecords() {
     std::memset(static_cast<void*>(&mWasRunning), 1, sizeof mWasRunning);
 }
 
-void BrowserWatch::HandleTimer(platform::Timer*) {
+void BrowserWatch::HandleTimer(ui::Timer*) {
     const bool wanted = services_.preferencesInstance.boolForKey("BrowserWatch");
     if (wanted && !isWatching()) {
         startWatching();
@@ -64,7 +64,7 @@ void BrowserWatch::HandleTimer(platform::Timer*) {
     }
 }
 
-void BrowserWatch::HandleBrowserWatchTimer(platform::Timer* sender) {
+void BrowserWatch::HandleBrowserWatchTimer(ui::Timer* sender) {
     const std::string command =
         fmt::format("ps -w -w -o command -U {}", services_.listing.userName());
     const std::int16_t found = CheckStatus(command, testStrings());
@@ -92,9 +92,9 @@ std::int16_t BrowserWatch::CheckStatus(const std::string& command,
     mWasRunning = mIsRunning;
     mIsRunning = *found;
     std::int16_t result = 0;
-    for (std::size_t i = 0; i < kWatchedApplications.size(); ++i) {
-        const bool runs = mIsRunning.*kWatchedApplications[i].flag != 0;
-        setColor(i, runs ? Color::red : Color::green);
+    for (const SupportedApplication& application : applications) {
+        const bool runs = mIsRunning.*application.flag != 0;
+        setColor(application, runs ? Color::red : Color::green);
         if (runs) result = 1;
     }
     return result;
@@ -109,27 +109,25 @@ std::optional<bw_typedef> BrowserWatch::listed(const std::string& command,
         services_.sound.beep();
         return std::nullopt;
     }
-    kalvet_debugger(output->readLine());  // the column header
+    const std::string header = output->readLine();
+    kalvet_debugger(header);
     bw_typedef found{};
     while (!output->atEnd()) {
         const std::string line = output->readLine();
         kalvet_debugger(line);
         const std::size_t index = applicationNamedIn(line, aTestStrings);
-        if (index >= std::min(aTestStrings.size(), kWatchedApplications.size())) continue;
-        found.*kWatchedApplications[index].flag = 1;
+        if (index >= std::min(aTestStrings.size(), applicationCount)) continue;
+        found.*applications[index].flag = 1;
     }
     if (!output->close()) return std::nullopt;
     return found;
 }
 
 void BrowserWatch::checkEnabled() {
-    for (const WatchedApplication& application : kWatchedApplications) {
-        mIsEnabled.*application.flag = 1;
-    }
-    for (const std::size_t i : kDisplayOrder) {
-        if (services_.preferencesInstance.browserIsEnabled(kWatchedApplications[i].name)) continue;
-        setColor(i, Color::lightGray);
-        mIsEnabled.*kWatchedApplications[i].flag = 0;
+    for (const SupportedApplication* application : displayOrder) {
+        const bool enabled = services_.preferencesInstance.browserIsEnabled(application->name);
+        mIsEnabled.*application->flag = enabled ? 1 : 0;
+        if (!enabled) setColor(*application, Color::lightGray);
     }
 }
 
@@ -144,13 +142,15 @@ void BrowserWatch::showNotEnabled() {
 }
 
 void BrowserWatch::disableProcessDisplay() {
-    for (const std::size_t i : kDisplayOrder) setColor(i, Color::lightGray);
+    for (const SupportedApplication* application : displayOrder) {
+        setColor(*application, Color::lightGray);
+    }
 }
 
 void BrowserWatch::startWatching() {
     showStatus(kWaiting);
     browserWatchTimer = services_.runLoop.scheduleRepeatingTimer(
-        kPassInterval, [this](platform::Timer& timer) { HandleBrowserWatchTimer(&timer); });
+        kPassInterval, [this](ui::Timer& timer) { HandleBrowserWatchTimer(&timer); });
     watching_ = true;
 }
 
@@ -159,17 +159,15 @@ void BrowserWatch::showStatus(std::string_view text) {
     outlets_.browserWatchStatusTextbox->display();
 }
 
-void BrowserWatch::setColor(std::size_t application, Color color) {
-    (outlets_.*kWatchedApplications[application].label)->setTextColor(color);
+void BrowserWatch::setColor(const SupportedApplication& application, Color color) {
+    (outlets_.*application.label)->setTextColor(color);
 }
 
 bool BrowserWatch::anEnabledApplicationHasQuit() const {
-    return std::any_of(kWatchedApplications.begin(), kWatchedApplications.end(),
-                       [this](const WatchedApplication& application) {
-                           return mWasRunning.*application.flag == 1 &&
-                                  mIsRunning.*application.flag == 0 &&
-                                  mIsEnabled.*application.flag != 0;
-                       });
+    return std::ranges::any_of(applications, [this](const SupportedApplication& application) {
+        return mWasRunning.*application.flag == 1 && mIsRunning.*application.flag == 0 &&
+               mIsEnabled.*application.flag != 0;
+    });
 }
 
 }  // namespace dorvanel

@@ -9,12 +9,11 @@
 #include <string_view>
 #include <vector>
 
+#include "apps/Applications.h"
 #include "platform/ProcessListing.h"
-#include "ui/RunLoop.h"
 #include "platform/SystemSound.h"
 #include "prefs/PreferenceReader.h"
-#include "watch/BrowserWatchOutlets.h"
-#include "watch/bw_typedef.h"
+#include "ui/RunLoop.h"
 
 namespace dorvanel {
 
@@ -30,7 +29,7 @@ class BrowserWatchOwner {
 struct BrowserWatchServices {
     PreferenceReader& preferencesInstance;
     platform::ProcessListing& listing;
-    platform::RunLoop& runLoop;
+    ui::RunLoop& runLoop;
     platform::SystemSound& sound;
 };
 
@@ -61,8 +60,8 @@ class BrowserWatch {
     // The timers' handlers. The sender of a pass is null where a run asks for a look: such a pass
     // never starts a run.
 
-    void HandleTimer(platform::Timer* sender);
-    void HandleBrowserWatchTimer(platform::Timer* sender);
+    void HandleTimer(ui::Timer* sender);
+    void HandleBrowserWatchTimer(ui::Timer* sender);
 
     // Steps of a pass.
 
@@ -93,21 +92,21 @@ class BrowserWatch {
         const std::string& command, const std::vector<std::string_view>& aTestStrings);
     void startWatching();
     void showStatus(std::string_view text);
-    void setColor(std::size_t application, platform::Color color);
+    void setColor(const SupportedApplication& application, ui::Color color);
     [[nodiscard]] bool anEnabledApplicationHasQuit() const;
 
     BrowserWatchServices services_;
     BrowserWatchOutlets outlets_;
     BrowserWatchOwner& owner_;
 
-    std::shared_ptr<platform::Timer> mTimer;
-    std::shared_ptr<platform::Timer> browserWatchTimer;  ///< null: Browser Watch is off
-    std::atomic<bool> watching_ = false;                 ///< whether it is set
-    std::int16_t browserWatchWasRunning = 0;             ///< the status line's memory
-    bw_typedef mWasRunning;                              ///< as the known pass before found it
-    bw_typedef mIsRunning;                               ///< as the latest known pass found it
-    bw_typedef mIsEnabled;                               ///< as of the latest pass
-    bool known_ = false;                                 ///< whether the latest pass found it out
+    std::shared_ptr<ui::Timer> mTimer;
+    std::shared_ptr<ui::Timer> browserWatchTimer;  ///< null: Browser Watch is off
+    std::atomic<bool> watching_ = false;           ///< whether it is set
+    std::int16_t browserWatchWasRunning = 0;       ///< the status line's memory
+    bw_typedef mWasRunning;                        ///< as the known pass before found it
+    bw_typedef mIsRunning;                         ///< as the latest known pass found it
+    bw_typedef mIsEnabled;                         ///< as of the latest pass
+    bool known_ = false;                           ///< whether the latest pass found it out
 };
 
 }  // namespace dorvanel

@@ -1,4 +1,5 @@
 #include "app/Controller.h"
+#include "support/SharedPreferences.h"
 
 #include <gmock/gmock.h>
 
@@ -21,13 +22,13 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::AlertButton;
-using platform::SheetCode;
-using platform::TerminateReply;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using ui::AlertButton;
+using ui::SheetCode;
+using ui::TerminateReply;
 
 constexpr const char* waiting = "Enabled and waiting for the first timer event to occur...";
 constexpr const char* notEnabled = "Not enabled. Use preferences to enable...";
@@ -39,7 +40,7 @@ class ControllerTest : public ::testing::Test, private RunObserver {
         kalvet_logger_close();
     }
 
-    void set(const std::string& key, bool value) {
+    void set(BoolKey key, bool value) {
         preferences->displayedValues.insert_or_assign(key, Number::fromBool(value));
         ASSERT_TRUE(preferences->commitDisplayedValues());
     }
@@ -50,7 +51,7 @@ class ControllerTest : public ::testing::Test, private RunObserver {
     CallLog calls;
     FakeClock clock;
     FakeUserDefaults defaults;
-    std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(defaults);
+    std::shared_ptr<Preferences> preferences = sharedPreferences(defaults);
     FakeRunLoop runLoop{clock};
     FakeProcessListing listing;
     FakeProcessManager processes;
@@ -63,7 +64,7 @@ class ControllerTest : public ::testing::Test, private RunObserver {
     FakeApplicationObject application{calls};
     FakeWorkspace workspace;
     FakeWindow window{calls};
-    platform::Menu mainMenu;
+    ui::Menu mainMenu;
     FakeProgressIndicator progress;
     FakeTextField fileName;
     FakeTextField status;
@@ -111,7 +112,7 @@ TEST_F(ControllerTest, LaunchingWithoutBrowserWatchStartsOnlyThePoll) {
     controller.applicationDidFinishLaunching();
     EXPECT_THAT(status.texts, ElementsAre(notEnabled));
     EXPECT_EQ(runLoop.validTimers(), 1U);
-    EXPECT_THAT(labels[11].colors, ElementsAre(platform::Color::lightGray));
+    EXPECT_THAT(labels[11].colors, ElementsAre(ui::Color::lightGray));
 }
 
 TEST_F(ControllerTest, ABackgroundElementStartsHiddenWithNoWindow) {
@@ -128,7 +129,7 @@ TEST_F(ControllerTest, AnyOtherValueOfTheBackgroundKeyShowsTheWindow) {
 
 TEST_F(ControllerTest, LaunchingBuildsTheProfilesMenuOnce) {
     std::filesystem::create_directories(home / "Library/Mozilla/Profiles/default");
-    platform::MenuItem& profiles = mainMenu.addItemWithTitle("Profiles", {}, "");
+    ui::MenuItem& profiles = mainMenu.addItemWithTitle("Profiles", {}, "");
     profiles.makeSubmenu();
     controller.applicationDidFinishLaunching();
     EXPECT_EQ(profiles.submenu()->numberOfItems(), 2);
@@ -263,7 +264,7 @@ TEST_F(ControllerTest, TheDockMenuStartsTheFourRuns) {
     set("ConfirmShredding", true);
     controller.applicationDidFinishLaunching();
     alerts.answer = AlertButton::defaultButton;
-    platform::Menu& dock = controller.applicationDockMenu();
+    ui::Menu& dock = controller.applicationDockMenu();
     ASSERT_EQ(dock.numberOfItems(), 4);
     for (int i = 0; i < 4; ++i) {
         dock.itemAtIndex(i).performAction();

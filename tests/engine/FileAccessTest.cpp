@@ -4,9 +4,9 @@
 
 #include <filesystem>
 
-#include "ui/OpenPanel.h"
 #include "support/Disk.h"
 #include "support/EngineFixture.h"
+#include "ui/OpenPanel.h"
 
 namespace dorvanel::test {
 namespace {
@@ -53,7 +53,7 @@ TEST_F(FileAccessTest, ThePredicatesAlwaysAnswerNo) {
 }
 
 /// Picks what the test says.
-class FakeOpenPanel final : public platform::OpenPanel {
+class FakeOpenPanel final : public ui::OpenPanel {
   public:
     void setAllowsMultipleSelection(bool allows) override { allowsMultiple = allows; }
     std::optional<std::vector<std::string>> runModalForDirectory(

@@ -9,8 +9,8 @@
 #include <iostream>
 #include <string>
 
-#include "engine/random/FeedbackSequence.h"
 #include "engine/FileAccess.h"
+#include "engine/random/FeedbackSequence.h"
 #include "support/Disk.h"
 #include "support/FakeClock.h"
 #include "support/FakeOutlets.h"

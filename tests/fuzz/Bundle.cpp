@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include "app/BundleInformation.h"
 #include "fuzz/FuzzInput.h"
-#include "platform/Resources.h"
 #include "platform/linux/ApplicationBundle.h"
 #include "support/TemporaryFolder.h"
 
@@ -41,7 +41,7 @@ void checkPkgInfo(const test::TemporaryFolder& folder, const std::string& bytes)
 void checkInformation(const test::TemporaryFolder& folder, const std::string& bytes) {
     const std::string path = folder / "Info.plist";
     test::writeFile(path, bytes);
-    const platform::BundleInformationFile information(path);
+    const BundleInformationFile information(path);
     for (const char* key : {"CFBundleName", "CFBundleVersion", "CFBundleIdentifier", ""}) {
         insist(information.objectForInfoDictionaryKey(key).size() <= 4 * bytes.size(),
                "a text comes from the file");

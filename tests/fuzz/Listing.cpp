@@ -1,8 +1,8 @@
 #include <string_view>
 
 #include "fuzz/FuzzInput.h"
+#include "watch/ListedApplication.h"
 #include "watch/WatchHarness.h"
-#include "watch/WatchedApplications.h"
 
 // What the listing command says is made by programs that name themselves as they like.
 
@@ -38,14 +38,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     for (std::size_t i = 1; i < harness.listing.lines.size(); ++i) {
         const std::string& line = harness.listing.lines[i];
         if (line.find("/usr/bin/hdid") != std::string::npos) continue;
-        for (const WatchedApplication& application : kWatchedApplications) {
-            if (line.find(application.testString) == std::string::npos) continue;
+        for (const SupportedApplication& application : applications) {
+            if (line.find(application.processText) == std::string::npos) continue;
             expected.*application.flag = 1;
             break;
         }
     }
     bool any = false;
-    for (const WatchedApplication& application : kWatchedApplications) {
+    for (const SupportedApplication& application : applications) {
         insist(harness.watch.isRunning().*application.flag == expected.*application.flag,
                "an application runs where a line names it");
         any = any || expected.*application.flag != 0;

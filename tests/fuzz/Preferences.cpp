@@ -1,4 +1,5 @@
 #include "prefs/Preferences.h"
+#include "support/SharedPreferences.h"
 
 #include "fuzz/FuzzInput.h"
 #include "prefs/PropertyList.h"
@@ -13,24 +14,26 @@ using dorvanel::test::insist;
 namespace {
 
 void checkRoundTrip(const std::string& bytes) {
-    std::string reason;
-    const auto list = platform::PropertyList::parse(bytes, reason);
-    if (!list) {
-        insist(!reason.empty(), "a list that is refused is refused with a reason");
+    const auto read = PropertyList::parse(bytes);
+    if (!read) {
+        insist(!read.error().detail.empty(), "a list that is refused is refused with a reason");
         return;
     }
-    const std::string written = list->serialized();
-    const auto again = platform::PropertyList::parse(written, reason);
+    const PropertyList& list = read.value();
+    const std::string written = list.serialized();
+    const auto reread = PropertyList::parse(written);
     // The text of a binary list may be longer than what is read back.
-    if (!again && written.size() > platform::PropertyList::maximumBytes) return;
-    insist(again.has_value(), "what is written can be read");
-    for (const auto& [key, value] : defaultValues()) {
-        insist(list->has(key) == again->has(key), "a key is kept");
-        insist(list->value(key) == again->value(key), "a value is kept");
-        insist(list->asBool(key) == again->asBool(key), "a boolean is kept");
-        insist(list->asInteger(key) == again->asInteger(key), "a number is kept");
-        insist(list->asStrings(key) == again->asStrings(key), "strings are kept");
-        insist(list->asString(key) == again->asString(key), "a text is kept");
+    if (!reread && written.size() > PropertyList::maximumBytes) return;
+    insist(reread.ok(), "what is written can be read");
+    const PropertyList& again = reread.value();
+    for (const PreferenceKey& row : preferenceKeys) {
+        const std::string key(row.name);
+        insist(list.has(key) == again.has(key), "a key is kept");
+        insist(list.value(key) == again.value(key), "a value is kept");
+        insist(list.asBool(key) == again.asBool(key), "a boolean is kept");
+        insist(list.asInteger(key) == again.asInteger(key), "a number is kept");
+        insist(list.asStrings(key) == again.asStrings(key), "strings are kept");
+        insist(list.asString(key) == again.asString(key), "a text is kept");
     }
 }
 
@@ -40,8 +43,8 @@ void loadAndSave(const std::string& bytes) {
     std::filesystem::remove(path + " (damaged 1)");
     test::writeFile(path, bytes);
 
-    const auto defaults = platform::openUserDefaults(path, [](const platform::Error&) {});
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto defaults = openUserDefaults(path, [](const Error&) {});
+    const auto preferences = test::sharedPreferences(*defaults);
     if (!preferences->areKnown()) {
         insist(!preferences->commitDisplayedValues().ok(), "what is not known is not saved");
         insist(test::readFile(path) == bytes, "a file that cannot be read stays as it is");
@@ -53,8 +56,8 @@ void loadAndSave(const std::string& bytes) {
     preferences->displayedValues = before;
     insist(preferences->commitDisplayedValues().ok(), "preferences can be saved");
 
-    const auto reread = platform::openUserDefaults(
-        path, [](const platform::Error&) { insist(false, "what was saved can be read"); });
+    const auto reread =
+        openUserDefaults(path, [](const Error&) { insist(false, "what was saved can be read"); });
     for (const auto& [key, value] : Preferences::preferencesFromDefaults(*reread)) {
         insist(value.boolValue() == before.at(key).boolValue(), "a saved boolean is the same");
         insist(value.intValue() == before.at(key).intValue(), "a saved number is the same");

@@ -1,24 +1,39 @@
 #!/usr/bin/env python3
 """Checks that the folders of src include only what lies below them.
 
-usage: check_includes.py SOURCE-FOLDER
+usage: check_includes.py [--picture | --picture-in FILE] SOURCE-FOLDER
 
-platform < prefs < engine < targets, watch < run < app. Nothing but platform/linux includes a header
-of the operating system, and nothing but app/desktop a header of Qt.
+Nothing but platform/linux includes a header of the operating system, nothing but app/desktop a
+header of Qt, and a library that one part of the program wraps stays in that part. --picture draws
+the floors from what the files include; --picture-in checks that the file shows them so.
 """
 
 import pathlib
 import re
 import sys
+import textwrap
 
+# Bottom to top. A folder may include what lies on a floor below its own.
+FLOORS = [
+    ["base"],
+    ["ui"],
+    ["platform"],
+    ["log", "prefs"],
+    ["apps"],
+    ["engine", "targets", "watch"],
+    ["run"],
+    ["app"],
+]
 BELOW = {
-    "platform": [],
-    "prefs": ["platform"],
-    "engine": ["platform", "prefs"],
-    "targets": ["platform", "prefs", "engine"],
-    "watch": ["platform", "prefs", "engine"],
-    "run": ["platform", "prefs", "engine", "targets", "watch"],
-    "app": ["platform", "prefs", "engine", "targets", "watch", "run"],
+    folder: [other for floor in FLOORS[:height] for other in floor]
+    for height, folders in enumerate(FLOORS)
+    for folder in folders
+}
+# Libraries that are wrapped: who may include them.
+WRAPPED = {
+    "sqlite3.h": "targets/",
+    "plist/": "prefs/",
+    "sdbus-c++/": "platform/linux/",
 }
 SYSTEM = re.compile(
     r"(sys|linux|net|netinet|arpa|asm|bits|systemd|sdbus-c\+\+)/"
@@ -54,15 +69,59 @@ def faults_of(path, name):
             yield f"includes <{angled}>, which is the platform's to use"
         elif TOOLKIT.match(angled) and not is_desktop:
             yield f"includes <{angled}>, which only the desktop program may"
+        for library, owner in WRAPPED.items():
+            if angled.startswith(library) and not name.startswith(owner):
+                yield f"includes <{angled}>, which only {owner} may"
+            if angled.startswith(library) and name.endswith(".h"):
+                yield f"includes <{angled}>, which must stay in the .cpp file that uses it"
+
+
+def picture_of(root, files):
+    """The floors as boxes, top to bottom, each with what its files do include."""
+    width = 96  # of all boxes of a floor, the borders left out
+    used = {}
+    for path in files:
+        layer = path.relative_to(root).parts[0]
+        quoted = {q.split("/")[0] for _, q in INCLUDE.findall(path.read_text()) if q}
+        used.setdefault(layer, set()).update(quoted - {layer})
+    order = [folder for floor in reversed(FLOORS) for folder in floor]
+    lines = []
+    for floor in reversed(FLOORS):
+        room = (width - len(floor) + 1) // len(floor)
+        rooms = [room] * (len(floor) - 1) + [width - (room + 1) * (len(floor) - 1)]
+        border = "+" + "+".join("-" * r for r in rooms) + "+"
+        if lines:  # where the boxes of two floors meet, both borders show
+            border = "".join("+" if "+" in pair else "-" for pair in zip(border, lines[-1]))
+            lines.pop()
+        lines.append(border)
+        texts = []
+        for folder, r in zip(floor, rooms):
+            below = [other for other in order if other in used.get(folder, ())]
+            uses = "uses " + ", ".join(below) if below else "uses nothing of the others"
+            texts.append([folder, *textwrap.wrap(uses, r - 4)])
+        for i in range(max(map(len, texts))):
+            cells = (t[i] if i < len(t) else "" for t in texts)
+            inner = "|".join(f" {'  ' if i else ''}{c}".ljust(r) for c, r in zip(cells, rooms))
+            lines.append(f"|{inner}|")
+        lines.append("+" + "+".join("-" * r for r in rooms) + "+")
+    return "\n".join(lines)
 
 
 def main():
-    if len(sys.argv) != 2:
-        sys.exit(__doc__)
-    root = pathlib.Path(sys.argv[1])
+    *options, folder = sys.argv[1:] or [""]
+    root = pathlib.Path(folder)
     files = sorted(p for p in root.rglob("*") if p.suffix in (".h", ".cpp"))
+    if not folder or (options and options[0] not in ("--picture", "--picture-in")):
+        sys.exit(__doc__)
     if not files:
         sys.exit(f"{root}: no sources there")
+    if options == ["--picture"]:
+        return print(picture_of(root, files))
+    if options:
+        shown = pathlib.Path(options[1]).read_text()
+        if picture_of(root, files) not in shown:
+            sys.exit(f"{options[1]}: the picture is not what {sys.argv[0]} --picture {root} draws")
+        return print(f"{options[1]}: the picture is true")
     failed = False
     for path in files:
         for fault in faults_of(path, path.relative_to(root).as_posix()):

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "apps/Applications.h"
 #include "packaging/Shell.h"
 #include "prefs/KeyTable.h"
 #include "support/TemporaryFolder.h"

@@ -2,6 +2,7 @@
 
 #include <regex>
 
+#include "apps/Applications.h"
 #include "packaging/Shell.h"
 #include "prefs/KeyTable.h"
 #include "support/TemporaryFolder.h"

@@ -49,7 +49,7 @@ class AnswerInputTest : public ::testing::Test {
         writing_ = -1;
     }
 
-    std::unique_ptr<AnswerInput> input = platform::makeAnswerInput();
+    std::unique_ptr<AnswerInput> input = std::move(platform::makeAnswerInput().value());
     std::string line;
 
   private:

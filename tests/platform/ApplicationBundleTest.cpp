@@ -11,7 +11,6 @@ namespace dorvanel::test {
 namespace {
 
 using platform::applicationBundleOf;
-using platform::fourCharCode;
 using platform::kindOfBundle;
 
 struct Place {
@@ -50,7 +49,7 @@ TEST(BundleNameTest, IsTheFolderWithoutItsSuffix) {
 class PkgInfoTest : public ::testing::Test {
   protected:
     void SetUp() override { std::filesystem::create_directories(file.parent_path()); }
-    void expectKind(platform::FourCharCode type, platform::FourCharCode creator) const {
+    void expectKind(FourCharCode type, FourCharCode creator) const {
         const platform::BundleKind kind = kindOfBundle(folder / "Safari.app");
         EXPECT_EQ(kind.type, type);
         EXPECT_EQ(kind.creator, creator);

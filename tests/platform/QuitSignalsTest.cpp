@@ -39,13 +39,13 @@ TEST_F(QuitSignalsTest, EachSignalIsToldOfOnAThreadOfItsOwn) {
 }
 
 TEST_F(QuitSignalsTest, AtTheEndTheSignalsDoWhatTheyDidBefore) {
-    platform::catchQuitSignals([] {}).reset();
+    platform::catchQuitSignals([] {}).value().reset();
     for (const int number : {SIGINT, SIGTERM}) EXPECT_EQ(handlerOf(number), SIG_DFL);
 }
 
 TEST_F(QuitSignalsTest, AfterOneHasComeAnotherDoesNotCutTheEndOfTheProgramShort) {
     std::binary_semaphore received(0);
-    auto signals = platform::catchQuitSignals([&] { received.release(); });
+    auto signals = std::move(platform::catchQuitSignals([&] { received.release(); }).value());
     kill(getpid(), SIGTERM);
     received.acquire();
     signals.reset();

@@ -7,9 +7,9 @@
 
 #include <functional>
 
-#include "prefs/DefaultsFixture.h"
 #include "platform/FileManager.h"
 #include "platform/LogFile.h"
+#include "prefs/DefaultsFixture.h"
 
 namespace dorvanel::test {
 namespace {

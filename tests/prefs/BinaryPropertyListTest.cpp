@@ -10,8 +10,6 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::binaryPropertyListIsWithin;
-
 /// A binary list of these objects, the first one at its root.
 std::string listOf(const std::vector<std::string>& objects) {
     std::string bytes = "bplist00";
@@ -78,43 +76,40 @@ TEST(BinaryPropertyListTest, NoByteThatIsWrongLeadsOutsideTheList) {
     EXPECT_GT(refused, whole.size());
 }
 
+/// Why a list is refused; "" where it is not.
+std::string reasonOf(const std::string& bytes) {
+    const auto list = PropertyList::parse(bytes);
+    return list ? "" : list.error().detail;
+}
+
 TEST(BinaryPropertyListTest, AListThatStandsForTooMuchIsNoPropertyList) {
-    std::string reason;
-    EXPECT_TRUE(platform::PropertyList::parse(doubling(3), reason));
-    EXPECT_FALSE(platform::PropertyList::parse(doubling(40), reason));
-    EXPECT_EQ(reason, "not a whole property list");
+    EXPECT_TRUE(PropertyList::parse(doubling(3)));
+    EXPECT_EQ(reasonOf(doubling(40)), "not a whole property list");
 }
 
 TEST(BinaryPropertyListTest, TextsWithANulAreRefused) {
-    std::string reason;
     const std::string wide("\x62\x00\x00\x00\x6E", 5);
     const std::string narrow("\x52n\x00", 3);
     for (const std::string& text : {wide, narrow}) {
-        EXPECT_FALSE(
-            platform::PropertyList::parse(listOf({"\xD1\x01\x02", "\x51k", text}), reason));
-        EXPECT_FALSE(
-            platform::PropertyList::parse(listOf({"\xD1\x02\x01", "\x51k", text}), reason));
-        EXPECT_EQ(reason, "not a whole property list");
+        EXPECT_EQ(reasonOf(listOf({"\xD1\x01\x02", "\x51k", text})), "not a whole property list");
+        EXPECT_EQ(reasonOf(listOf({"\xD1\x02\x01", "\x51k", text})), "not a whole property list");
     }
-    EXPECT_TRUE(platform::PropertyList::parse(listOf({"\xD1\x01\x02", "\x51k", "\x52no"}), reason));
+    EXPECT_TRUE(PropertyList::parse(listOf({"\xD1\x01\x02", "\x51k", "\x52no"})));
 }
 
 TEST(BinaryPropertyListTest, AListThatCouldNotBeReadBackIsRefused) {
     // A control character, so that it is no XML; text of one byte that is no UTF-8, so that it is
     // no binary list either.
-    std::string reason;
-    EXPECT_FALSE(platform::PropertyList::parse(
-        listOf({"\xD2\x01\x02\x03\x04", "\x51k", "\x51l", "\x51\x01", "\x51\xB8"}), reason));
-    EXPECT_EQ(reason, "holds what cannot be written again");
+    EXPECT_EQ(reasonOf(listOf({"\xD2\x01\x02\x03\x04", "\x51k", "\x51l", "\x51\x01", "\x51\xB8"})),
+              "holds what cannot be written again");
 }
 
 TEST(BinaryPropertyListTest, OfAKeyThatStandsTwiceOneIsRead) {
-    std::string reason;
-    const auto list = platform::PropertyList::parse(
-        listOf({"\xD2\x01\x01\x02\x03", "\x51k", "\x09", "\x08"}), reason);
+    const auto list =
+        PropertyList::parse(listOf({"\xD2\x01\x01\x02\x03", "\x51k", "\x09", "\x08"}));
     ASSERT_TRUE(list);
-    EXPECT_EQ(list->asBool("k"),
-              platform::PropertyList::parse(list->serialized(), reason)->asBool("k"));
+    EXPECT_EQ(list.value().asBool("k"),
+              PropertyList::parse(list.value().serialized()).value().asBool("k"));
 }
 
 }  // namespace

@@ -18,9 +18,8 @@ namespace dorvanel::test {
 class DefaultsFixture : public ::testing::Test {
   protected:
     std::unique_ptr<platform::UserDefaults> open() {
-        return platform::openUserDefaults(
-            platform::userDefaultsPath(),
-            [this](const platform::Error& error) { reports.push_back(error.message()); });
+        return openUserDefaults(userDefaultsPath(),
+                                [this](const Error& error) { reports.push_back(error.message()); });
     }
 
     /// Stores the Python dictionary `values` in the property list; `format` is XML or BINARY.
@@ -44,7 +43,7 @@ class DefaultsFixture : public ::testing::Test {
                           expression + "))\n");
     }
     [[nodiscard]] std::string preferences() const { return home / "Library/Preferences"; }
-    [[nodiscard]] std::string path() const { return platform::userDefaultsPath(); }
+    [[nodiscard]] std::string path() const { return userDefaultsPath(); }
     /// The names in the Preferences folder, sorted.
     [[nodiscard]] std::vector<std::string> names() const {
         std::vector<std::string> found;

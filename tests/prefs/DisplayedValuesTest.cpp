@@ -3,6 +3,7 @@
 #include "prefs/KeyTable.h"
 #include "prefs/Preferences.h"
 #include "support/FakeUserDefaults.h"
+#include "support/SharedPreferences.h"
 
 namespace dorvanel::test {
 namespace {
@@ -23,12 +24,12 @@ class RecordingView final : public PreferencesView {
 class DisplayedValuesTest : public ::testing::Test {
   protected:
     DisplayedValuesTest() { preferences->setView(&view); }
-    void display(const std::string& key, Number value) {
+    void display(Key key, Number value) {
         preferences->displayedValues.insert_or_assign(key, value);
     }
 
     FakeUserDefaults defaults;
-    std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(defaults);
+    std::shared_ptr<Preferences> preferences = sharedPreferences(defaults);
     RecordingView view{defaults.calls};
 };
 
@@ -81,7 +82,7 @@ TEST_F(DisplayedValuesTest, RevertingToTheDefaultsGovernsReadersAtOnceAndStoresN
     EXPECT_TRUE(defaults.hasObjectForKey("NSA")) << "rewritten at the next commit or at the end";
     EXPECT_FALSE(preferences->browserIsEnabled("Safari")) << "not touched by a revert";
 
-    ASSERT_TRUE(Preferences::saveDefaults());
+    ASSERT_TRUE(preferences->saveDefaults());
     EXPECT_FALSE(defaults.hasObjectForKey("NSA"));
     EXPECT_TRUE(defaults.hasObjectForKey("EnabledBrowsers"));
 }

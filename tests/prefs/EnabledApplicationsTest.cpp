@@ -2,6 +2,7 @@
 
 #include "prefs/Preferences.h"
 #include "support/FakeUserDefaults.h"
+#include "support/SharedPreferences.h"
 
 namespace dorvanel::test {
 namespace {
@@ -11,7 +12,7 @@ using Strings = std::vector<std::string>;
 class EnabledApplicationsTest : public ::testing::Test {
   protected:
     void store(const Strings& names) { defaults.values["EnabledBrowsers"] = names; }
-    std::shared_ptr<Preferences> make() { return Preferences::sharedInstance(defaults); }
+    std::shared_ptr<Preferences> make() { return sharedPreferences(defaults); }
     [[nodiscard]] Strings stored() const { return *defaults.arrayForKey("EnabledBrowsers"); }
 
     FakeUserDefaults defaults;

@@ -1,9 +1,9 @@
 #include "prefs/Preferences.h"
+#include "support/SharedPreferences.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "prefs/KeyTable.h"
 #include "support/FakeUserDefaults.h"
 
 namespace dorvanel::test {
@@ -15,7 +15,7 @@ using Strings = std::vector<std::string>;
 
 class PreferencesTest : public ::testing::Test {
   protected:
-    std::shared_ptr<Preferences> make() { return Preferences::sharedInstance(defaults); }
+    std::shared_ptr<Preferences> make() { return sharedPreferences(defaults); }
 
     FakeUserDefaults defaults;
 };
@@ -26,9 +26,10 @@ TEST_F(PreferencesTest, AUserWhoseDefaultsHoldNoKeysGetsTheFactoryDefaults) {
                                               "ConfirmShredding"};
     ASSERT_EQ(preferences->preferences()->size(), 17U);
     for (const auto& [key, value] : *preferences->preferences()) {
-        const bool isOn = std::find(on.begin(), on.end(), key) != on.end();
-        EXPECT_EQ(value.intValue(), isOn ? 1 : 0) << key;
-        EXPECT_EQ(value.isBool(), key != "NumberOfWrites" && key != "OverwritePattern") << key;
+        const bool isOn = std::find(on.begin(), on.end(), key.name()) != on.end();
+        EXPECT_EQ(value.intValue(), isOn ? 1 : 0) << key.name();
+        EXPECT_EQ(value.isBool(), key != Key("NumberOfWrites") && key != Key("OverwritePattern"))
+            << key.name();
     }
     for (const char* name :
          {"Safari", "Internet Explorer", "Mozilla", "Netscape", "iCab", "Omniweb", "Opera",
@@ -42,8 +43,6 @@ TEST_F(PreferencesTest, AUserWhoseDefaultsHoldNoKeysGetsTheFactoryDefaults) {
 TEST_F(PreferencesTest, TheFactoryDefaultsAreBuiltOnce) {
     EXPECT_EQ(&defaultValues(), &defaultValues());
     EXPECT_EQ(defaultValues().size(), 17U);
-    EXPECT_TRUE(defaultValues().find("shredSafariFavicon") != defaultValues().end());
-    EXPECT_TRUE(defaultValues().find("ShredSafariFavicon") == defaultValues().end());
 }
 
 TEST_F(PreferencesTest, EveryKeyIsProcessedInTheOrderOfTheTable) {
@@ -98,7 +97,7 @@ TEST_F(PreferencesTest, AnIntegerIsStoredAsAnIntegerAndReadBack) {
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(values, defaults));
     EXPECT_EQ(std::get<int>(defaults.values["NumberOfWrites"]), 3);
     EXPECT_EQ(make()->intForKey("NumberOfWrites"), 3);
-    EXPECT_FALSE(make()->objectForKey("NumberOfWrites")->isBool());
+    EXPECT_FALSE(make()->objectForKey("NumberOfWrites").isBool());
 }
 
 TEST_F(PreferencesTest, NumbersAreComparedByValueWhateverTheirKind) {
@@ -126,34 +125,35 @@ TEST_F(PreferencesTest, AStoredValueOfAnotherKindIsConverted) {
     defaults.values["NumberOfWrites"] = true;
     defaults.values["ShredCache"] = Strings{"not a number"};
     const auto preferences = make();
-    EXPECT_EQ(preferences->intForKey("ShredHistory"), 1);
+    EXPECT_EQ(preferences->objectForKey("ShredHistory").intValue(), 1);
     EXPECT_EQ(preferences->intForKey("NumberOfWrites"), 1);
     EXPECT_FALSE(preferences->boolForKey("ShredCache"));
 }
 
-TEST_F(PreferencesTest, AnUnknownKeyIsNothingAndReadsAsNo) {
-    defaults.values["EnabledBrowsers"] = Strings{"Safari"};
-    defaults.values["FirstRun"] = true;
-    const auto preferences = make();
-    for (const char* key : {"", "shredCache", "FirstRun", "EnabledBrowsers", "My Window"}) {
-        EXPECT_FALSE(preferences->objectForKey(key).has_value()) << key;
-        EXPECT_FALSE(preferences->boolForKey(key)) << key;
-        EXPECT_EQ(preferences->intForKey(key), 0) << key;
+TEST_F(PreferencesTest, OnlyAKeyOfTheTableIsFoundByItsName) {
+    for (const char* key :
+         {"", "shredCache", "ShredSafariFavicon", "FirstRun", "EnabledBrowsers", "My Window"}) {
+        EXPECT_FALSE(Key::find(key).has_value()) << key;
+    }
+    for (const PreferenceKey& row : preferenceKeys) {
+        EXPECT_EQ(Key::find(row.name), Key::of(row)) << row.name;
     }
 }
 
-TEST_F(PreferencesTest, TwoSuccessiveConstructionsGiveTheSameObject) {
-    FakeUserDefaults others;
-    others.setBool(true, "ShredHistory");
-    const auto first = Preferences::init(defaults);
-    EXPECT_EQ(Preferences::init(others), first);
-    EXPECT_EQ(Preferences::sharedInstance(others), first);
-    EXPECT_FALSE(first->boolForKey("ShredHistory"));
+TEST_F(PreferencesTest, TwoSuccessiveConstructionsGiveTheOwnersOneObject) {
+    PreferencesOwner owner{.defaults = defaults, .applications = supportedApplications};
+    const auto first = Preferences::init(owner);
+    EXPECT_EQ(Preferences::init(owner), first);
+    EXPECT_EQ(Preferences::sharedInstance(owner), first);
+
+    PreferencesOwner another{.defaults = defaults, .applications = supportedApplications};
+    EXPECT_NE(Preferences::sharedInstance(another), first);
 }
 
 TEST_F(PreferencesTest, TheObjectLivesAsLongAsSomebodyHoldsIt) {
-    make()->displayedValues.clear();
-    EXPECT_EQ(make()->displayedValues.size(), 17U);
+    PreferencesOwner owner{.defaults = defaults, .applications = supportedApplications};
+    Preferences::sharedInstance(owner)->displayedValues.clear();
+    EXPECT_EQ(Preferences::sharedInstance(owner)->displayedValues.size(), 17U);
 }
 
 TEST_F(PreferencesTest, ANewObjectDisplaysTheCommittedValues) {
@@ -179,15 +179,10 @@ TEST_F(PreferencesTest, TheThreeShortcutsReadTheCommittedValues) {
     EXPECT_TRUE(preferences->prefsNSA());
 }
 
-TEST_F(PreferencesTest, SavingWithoutASharedObjectDoesNothing) {
-    ASSERT_TRUE(Preferences::saveDefaults());
-    EXPECT_EQ(defaults.calls, Strings{});
-}
-
 TEST_F(PreferencesTest, SavingWritesTheCommittedValuesNotTheDisplayedOnes) {
     const auto preferences = make();
     preferences->displayedValues.insert_or_assign("NSA", Number::fromBool(true));
-    ASSERT_TRUE(Preferences::saveDefaults());
+    ASSERT_TRUE(preferences->saveDefaults());
     EXPECT_FALSE(defaults.hasObjectForKey("NSA"));
     EXPECT_EQ(defaults.calls.back(), "synchronize");
 }
@@ -203,11 +198,9 @@ TEST_F(PreferencesTest, AFailedSaveIsToldAndLeavesTheValuesCommitted) {
         void setInteger(int, const std::string&) override {}
         void setArray(const Strings&, const std::string&) override {}
         void removeObjectForKey(const std::string&) override {}
-        platform::Result<platform::Done> synchronize() override {
-            return platform::Error{28, "write", "file", {}};
-        }
+        Result<Done> synchronize() override { return Error{28, "write", "file", {}}; }
     } fullDisk;
-    const auto preferences = Preferences::sharedInstance(fullDisk);
+    const auto preferences = sharedPreferences(fullDisk);
     preferences->displayedValues.insert_or_assign("NSA", Number::fromBool(true));
     EXPECT_FALSE(preferences->commitDisplayedValues());
     EXPECT_TRUE(preferences->prefsNSA());

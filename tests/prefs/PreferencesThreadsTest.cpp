@@ -5,13 +5,14 @@
 
 #include "prefs/Preferences.h"
 #include "support/FakeUserDefaults.h"
+#include "support/SharedPreferences.h"
 
 namespace dorvanel::test {
 namespace {
 
 TEST(PreferencesThreadsTest, AReaderSeesACommitAsAWholeOrNotAtAll) {
     FakeUserDefaults defaults;
-    const auto preferences = Preferences::sharedInstance(defaults);
+    const auto preferences = sharedPreferences(defaults);
     constexpr int commits = 300;
     std::atomic<bool> isDone = false;
     std::atomic<int> halves = 0;

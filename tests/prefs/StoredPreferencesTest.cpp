@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "prefs/PropertyListDefaults.h"
 #include "prefs/Preferences.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/Python.h"
+#include "support/SharedPreferences.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {
@@ -29,13 +30,12 @@ class StoredPreferencesTest : public ::testing::Test {
                           "print(dict(sorted(d.items())))\n");
     }
     std::unique_ptr<platform::UserDefaults> open() {
-        return platform::openUserDefaults(
-            platform::userDefaultsPath(),
-            [](const platform::Error& error) { ADD_FAILURE() << error.message(); });
+        return openUserDefaults(userDefaultsPath(),
+                                [](const Error& error) { ADD_FAILURE() << error.message(); });
     }
 
     TemporaryHome home;
-    std::string file = platform::userDefaultsPath();
+    std::string file = userDefaultsPath();
 };
 
 TEST_F(StoredPreferencesTest, StoredValuesOfEveryKindAreReadInBothForms) {
@@ -46,12 +46,14 @@ TEST_F(StoredPreferencesTest, StoredValuesOfEveryKindAreReadInBothForms) {
             " 'OverwritePattern': 5.9, 'ConfirmShredding': 0, 'EnabledBrowsers': []}",
             format);
         const auto defaults = open();
-        const auto preferences = Preferences::sharedInstance(*defaults);
-        for (const char* key : {"ShredHistory", "NSA", "DoDSanitize", "ShredMailCache"}) {
-            EXPECT_TRUE(preferences->boolForKey(key)) << key;
+        const auto preferences = sharedPreferences(*defaults);
+        for (const BoolKey key : std::initializer_list<BoolKey>{"ShredHistory", "NSA",
+                                                                "DoDSanitize", "ShredMailCache"}) {
+            EXPECT_TRUE(preferences->boolForKey(key)) << key.name();
         }
-        for (const char* key : {"ShredCache", "BrowserWatch", "ConfirmShredding"}) {
-            EXPECT_FALSE(preferences->boolForKey(key)) << key;
+        for (const BoolKey key :
+             std::initializer_list<BoolKey>{"ShredCache", "BrowserWatch", "ConfirmShredding"}) {
+            EXPECT_FALSE(preferences->boolForKey(key)) << key.name();
         }
         EXPECT_EQ(preferences->intForKey("NumberOfWrites"), 4);
         EXPECT_EQ(preferences->intForKey("OverwritePattern"), 5);
@@ -64,7 +66,7 @@ TEST_F(StoredPreferencesTest, ASaveStoresWhatDiffersFromTheDefaultsAndKeepsTheRe
     store("{'ShredCache': True, 'ShredHistory': 1, 'My Window': '0 0 1 1', 'FirstRun': True}",
           "XML");
     const auto defaults = open();
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto preferences = sharedPreferences(*defaults);
     preferences->displayedValues.insert_or_assign("NumberOfWrites", Number::fromInt(3));
     ASSERT_TRUE(preferences->commitDisplayedValues());
     EXPECT_EQ(stored(),
@@ -74,14 +76,14 @@ TEST_F(StoredPreferencesTest, ASaveStoresWhatDiffersFromTheDefaultsAndKeepsTheRe
 
 TEST_F(StoredPreferencesTest, ProgramsAtWorkOnOneHomeDoNotUndoEachOther) {
     const auto windowsDefaults = open();
-    const auto window = Preferences::sharedInstance(*windowsDefaults);
+    const auto window = sharedPreferences(*windowsDefaults);
     python(home.path(),
            "import plistlib\n"
            "plistlib.dump({'ShredHistory': True}, open('" +
                file + "', 'wb'))\n");
     window->displayedValues.insert_or_assign("NSA", Number::fromBool(true));
     ASSERT_TRUE(window->commitDisplayedValues());
-    ASSERT_TRUE(Preferences::saveDefaults());
+    ASSERT_TRUE(window->saveDefaults());
     EXPECT_EQ(stored(), "{'NSA': True, 'ShredHistory': True}");
 }
 
@@ -89,11 +91,11 @@ TEST_F(StoredPreferencesTest, EnabledApplicationsStoredAsATextOrANumberMeanNone)
     for (const char* value : {"'Safari'", "True", "7", "{'Safari': True}", "b'x'", "1.5"}) {
         store(std::string("{'EnabledBrowsers': ") + value + "}", "XML");
         const auto defaults = open();
-        EXPECT_FALSE(Preferences::sharedInstance(*defaults)->browserIsEnabled("Safari")) << value;
+        EXPECT_FALSE(sharedPreferences(*defaults)->browserIsEnabled("Safari")) << value;
     }
     store("{'EnabledBrowsers': ['Safari', 1, True]}", "XML");
     const auto defaults = open();
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto preferences = sharedPreferences(*defaults);
     EXPECT_TRUE(preferences->browserIsEnabled("Safari"));
     EXPECT_FALSE(preferences->browserIsEnabled("iCab"));
 }
@@ -103,13 +105,13 @@ TEST_F(StoredPreferencesTest, AreNotKnownWhereTheFileIsDamagedUntilTheyAreStarte
     const std::string whole = readFile(file);
     writeFile(file, whole.substr(0, whole.size() / 2));
     std::vector<std::string> reports;
-    const auto defaults = platform::openUserDefaults(
-        file, [&](const platform::Error& error) { reports.push_back(error.message()); });
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto defaults =
+        openUserDefaults(file, [&](const Error& error) { reports.push_back(error.message()); });
+    const auto preferences = sharedPreferences(*defaults);
     EXPECT_FALSE(preferences->areKnown());
     preferences->displayedValues.insert_or_assign("ShredHistory", Number::fromBool(true));
     EXPECT_FALSE(preferences->commitDisplayedValues());
-    EXPECT_FALSE(Preferences::saveDefaults());
+    EXPECT_FALSE(preferences->saveDefaults());
     EXPECT_EQ(readFile(file), whole.substr(0, whole.size() / 2));
 
     ASSERT_TRUE(preferences->startAfresh());
@@ -123,7 +125,7 @@ TEST_F(StoredPreferencesTest, AreNotKnownWhereTheFileIsDamagedUntilTheyAreStarte
 TEST_F(StoredPreferencesTest, AFreshStartChangesNoValueThatIsKnown) {
     store("{'ShredHistory': True, 'EnabledBrowsers': []}", "XML");
     const auto defaults = open();
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto preferences = sharedPreferences(*defaults);
     ASSERT_TRUE(preferences->startAfresh());
     EXPECT_TRUE(preferences->boolForKey("ShredHistory"));
     EXPECT_FALSE(preferences->browserIsEnabled("Safari"));

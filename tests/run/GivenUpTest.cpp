@@ -11,12 +11,12 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::AlertButton;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::StartsWith;
+using ui::AlertButton;
 
 class GivenUpTest : public RunFixture {
   protected:

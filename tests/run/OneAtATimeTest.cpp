@@ -14,8 +14,8 @@ using ::testing::IsEmpty;
 /// A machine without a thread to give.
 class NoWorker final : public platform::Worker {
   public:
-    platform::Result<platform::Done> start(std::function<void()>) override {
-        return platform::Error{EAGAIN, "start a thread", {}, {}};
+    Result<Done> start(std::function<void()>) override {
+        return Error{EAGAIN, "start a thread", {}, {}};
     }
     void wait() override {}
 };
@@ -92,7 +92,7 @@ TEST_F(OneAtATimeTest, FilesHandedOverWhileOthersAreShreddedStay) {
 
 TEST_F(OneAtATimeTest, FilesHandedOverAtAnAlertOfARunStay) {
     preferences.set("ConfirmShredding", true);
-    alerts.answers["Dorvanel Confirmation"] = platform::AlertButton::defaultButton;
+    alerts.answers["Dorvanel Confirmation"] = ui::AlertButton::defaultButton;
     alerts.onAlert = [this](const std::string&) {
         EXPECT_EQ(run.activity(), Activity::asking);
         EXPECT_FALSE(run.shredFiles(held(folder / "one")));

@@ -14,8 +14,6 @@ namespace dorvanel::test {
 namespace {
 
 using namespace std::chrono_literals;
-using platform::noErr;
-using platform::procNotFound;
 using ::testing::ElementsAre;
 
 class ProcessControlTest : public ::testing::Test {
@@ -168,22 +166,21 @@ TEST_F(ProcessControlTest, ANameThatLooksLikeAFormatIsWrittenAsItIs) {
 }
 
 struct RecordingSystemEvents final : platform::SystemEvents {
-    platform::OSErr send(platform::FourCharCode eventID) override {
+    OSErr send(FourCharCode eventID) override {
         sent.push_back(eventID);
         return result;
     }
 
-    std::vector<platform::FourCharCode> sent;
-    platform::OSErr result = noErr;
+    std::vector<FourCharCode> sent;
+    OSErr result = noErr;
 };
 
 TEST(SystemProcessEventTest, IsHandedOnAndItsCodeHandedBack) {
     RecordingSystemEvents events;
     EXPECT_EQ(SendAppleEventToSystemProcess(events, platform::kAEShutDown), noErr);
-    events.result = platform::errAETimeout;
-    EXPECT_EQ(SendAppleEventToSystemProcess(events, platform::kAERestart), platform::errAETimeout);
-    EXPECT_THAT(events.sent,
-                ElementsAre(platform::fourCharCode("shut"), platform::fourCharCode("rest")));
+    events.result = errAETimeout;
+    EXPECT_EQ(SendAppleEventToSystemProcess(events, platform::kAERestart), errAETimeout);
+    EXPECT_THAT(events.sent, ElementsAre(fourCharCode("shut"), fourCharCode("rest")));
 }
 
 }  // namespace

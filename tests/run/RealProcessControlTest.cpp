@@ -65,7 +65,7 @@ TEST_F(RealProcessControlTest, TheDiagnosticListingNamesIt) {
     const FakeApplication safari(folder.path(), "%n Safari", "APPLsfri");
     OnlyTheseProcesses processes({safari.pid()});
     std::ostringstream output;
-    EXPECT_EQ(GetProcesses(processes, output), platform::procNotFound);
+    EXPECT_EQ(GetProcesses(processes, output), procNotFound);
     EXPECT_EQ(output.str(), "%n Safari-sfri\n");
 }
 

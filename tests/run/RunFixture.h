@@ -27,19 +27,19 @@
 namespace dorvanel::test {
 
 /// An alert panel whose answer may do something first, as a user who is not in a hurry may.
-class ScriptedAlertPanel final : public platform::AlertPanel {
+class ScriptedAlertPanel final : public ui::AlertPanel {
   public:
     explicit ScriptedAlertPanel(CallLog& log) : log_(log) {}
-    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
-                                        const std::string& defaultButton,
-                                        const std::string& alternateButton,
-                                        const std::string& otherButton) override {
+    ui::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                  const std::string& defaultButton,
+                                  const std::string& alternateButton,
+                                  const std::string& otherButton) override {
         log_.add("alert " + title + ": " + message + " [" + defaultButton + "|" + alternateButton +
                  "|" + otherButton + "]");
         if (onAlert) onAlert(title);
-        return answers.contains(title) ? answers.at(title) : platform::AlertButton::alternateButton;
+        return answers.contains(title) ? answers.at(title) : ui::AlertButton::alternateButton;
     }
-    std::map<std::string, platform::AlertButton> answers;
+    std::map<std::string, ui::AlertButton> answers;
     std::function<void(const std::string& title)> onAlert;
 
   private:

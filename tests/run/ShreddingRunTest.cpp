@@ -10,13 +10,13 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::AlertButton;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::IsSupersetOf;
 using ::testing::Not;
 using ::testing::StartsWith;
+using ui::AlertButton;
 
 using ShreddingRunTest = RunFixture;
 
@@ -176,7 +176,7 @@ TEST_F(ShreddingRunTest, SayingNoCancelsAndResetsWhatFollows) {
     EXPECT_EQ(run.shutdownStatus(), ShreddingRun::nothing);
     EXPECT_FALSE(run.awaitingConfirmation());
     EXPECT_TRUE(run.logoutShutdownRestart());
-    EXPECT_EQ(labels[0].colors.back(), platform::Color::lightGray);
+    EXPECT_EQ(labels[0].colors.back(), ui::Color::lightGray);
     ASSERT_EQ(reports.size(), 1U);
     EXPECT_EQ(reports[0].result, RunResult::cancelled);
     EXPECT_TRUE(std::filesystem::exists(home / "Library/Caches/Safari/00/page.cache"));
@@ -255,7 +255,7 @@ TEST_F(ShreddingRunTest, EndsWithTheEventThatWasAskedFor) {
 }
 
 TEST_F(ShreddingRunTest, AFailedEventChangesNothing) {
-    events.result = platform::errAEEventNotHandled;
+    events.result = errAEEventNotHandled;
     addSafariCache();
     preferences.set("ShredCache", true);
     run.shredAndLogout();

@@ -64,10 +64,10 @@ void Judge::touchesDisk(const std::string& operation, bool byWorker) {
     insist(isWorking_, "the engine changes the disk though no shredding was begun");
 }
 
-void Judge::sends(platform::FourCharCode event, bool byWorker) {
+void Judge::sends(FourCharCode event, bool byWorker) {
     ++findings.systemEvents;
-    static const std::array<platform::FourCharCode, 4> events = {
-        0, platform::kAEReallyLogOut, platform::kAEShutDown, platform::kAERestart};
+    static const std::array<FourCharCode, 4> events = {0, platform::kAEReallyLogOut,
+                                                       platform::kAEShutDown, platform::kAERestart};
     insist(byWorker && isWorking_, "the session is ended without a shredding");
     insist(!quitting_, "the session is ended though the program is to quit");
     insist(!stopping_, "the session is ended though the shredding was stopped");

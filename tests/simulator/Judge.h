@@ -38,7 +38,7 @@ class Judge {
     /// A thread is about to be started; `isWorking`: the one before has not ended.
     void workerStarts(bool isWorking, bool threadIsThere);
     void touchesDisk(const std::string& operation, bool byWorker);
-    void sends(platform::FourCharCode event, bool byWorker);
+    void sends(FourCharCode event, bool byWorker);
     /// `lastLogLine` is nothing where no log is kept.
     void workerEnded(bool stopped, const std::optional<std::string>& lastLogLine);
     void runEnded(const RunReport& report);

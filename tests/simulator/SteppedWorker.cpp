@@ -5,10 +5,10 @@
 
 namespace dorvanel::simulator {
 
-platform::Result<platform::Done> SteppedWorker::start(std::function<void()> work) {
+Result<Done> SteppedWorker::start(std::function<void()> work) {
     const bool isFree = !onStart || onStart();
     wait();
-    if (!isFree) return platform::Error{EAGAIN, "start a thread", {}, {}};
+    if (!isFree) return Error{EAGAIN, "start a thread", {}, {}};
     finished_ = false;
     thread_.emplace([this, work = std::move(work)] {
         awaitTurn(Turn::worker);
@@ -18,7 +18,7 @@ platform::Result<platform::Done> SteppedWorker::start(std::function<void()> work
         giveTurn(Turn::main);
     });
     workerId_ = thread_->get_id();
-    return platform::Done{};
+    return Done{};
 }
 
 void SteppedWorker::wait() {

@@ -16,7 +16,7 @@ class SteppedWorker final : public platform::Worker {
   public:
     ~SteppedWorker() override { SteppedWorker::wait(); }
 
-    platform::Result<platform::Done> start(std::function<void()> work) override;
+    Result<Done> start(std::function<void()> work) override;
     /// Has the work go on to its end.
     void wait() override;
 

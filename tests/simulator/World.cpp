@@ -8,16 +8,16 @@
 
 namespace dorvanel::simulator {
 
-using platform::AlertButton;
 using test::writeFile;
+using ui::AlertButton;
 
 namespace {
 
 constexpr const char* safariCommand = "/Applications/Safari.app/Contents/MacOS/Safari";
-constexpr std::array<const char*, 4> switches = {"BrowserWatch", "ConfirmShredding", "ShredCache",
-                                                 "ShredHistory"};
+constexpr std::array<BoolKey, 4> switches = {"BrowserWatch", "ConfirmShredding", "ShredCache",
+                                             "ShredHistory"};
 
-void set(Preferences& preferences, const char* key, bool on) {
+void set(Preferences& preferences, BoolKey key, bool on) {
     preferences.displayedValues.insert_or_assign(key, Number::fromBool(on));
     static_cast<void>(preferences.commitDisplayedValues());
 }
@@ -59,7 +59,7 @@ void World::setUpHome() {
     }
     const Scene& scene = sequence_.scene;
     if (!scene.preferencesKnown) {
-        writeFile(platform::userDefaultsPath(), "damaged");
+        writeFile(userDefaultsPath(), "damaged");
     }
     opened_ = std::make_unique<terminal::OpenedPreferences>(terminal_);
     if (!scene.preferencesKnown) return;
@@ -72,38 +72,51 @@ void World::makeProgram() {
     if (!isWindow()) {
         session_ = std::make_unique<terminal::TerminalSession>(
             terminal_, *opened_,
-            terminal::SessionServices{system_, clock_, loop_, *this, processes_, *this, *this,
-                                      worker_},
+            terminal::SessionServices{.system = system_,
+                                      .clock = clock_,
+                                      .runLoop = loop_,
+                                      .listing = *this,
+                                      .processes = processes_,
+                                      .events = *this,
+                                      .quitWait = *this,
+                                      .worker = worker_},
             terminal::TerminalAlertPanel::Answers::asked, status_);
         session_->onRunEnded = [this](const RunReport& report) { judge_.runEnded(report); };
         return;
     }
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
     controller_ = std::make_unique<Controller>(ControllerParts{
-        system_,
-        clock_,
-        *draws_,
-        platform::defaultFileManager(),
-        opened_->defaults(),
-        opened_->preferences(),
-        loop_,
-        *this,
-        processes_,
-        *this,
-        *this,
-        worker_,
-        sound_,
-        bundle_,
-        *this,
-        *this,
-        workspace_,
-        window_,
-        mainMenu_,
-        progress_,
-        fileName_,
-        {&status_, &labels_[0], &labels_[1], &labels_[2], &labels_[3], &labels_[4], &labels_[5],
-         &labels_[6], &labels_[7], &labels_[8], &labels_[9], &labels_[10], &labels_[11]},
-        *this});
+        .system = system_,
+        .clock = clock_,
+        .draws = *draws_,
+        .files = platform::defaultFileManager(),
+        .defaults = opened_->defaults(),
+        .preferencesInstance = opened_->preferences(),
+        .runLoop = loop_,
+        .listing = *this,
+        .processes = processes_,
+        .events = *this,
+        .quitWait = *this,
+        .worker = worker_,
+        .sound = sound_,
+        .bundle = bundle_,
+        .alertPanel = *this,
+        .application = *this,
+        .workspace = workspace_,
+        .myWindow = window_,
+        .mainMenu = mainMenu_,
+        .shreddingProgress = progress_,
+        .fileName = fileName_,
+        .watchOutlets = outlets(),
+        .observer = *this,
+    });
+}
+
+BrowserWatchOutlets World::outlets() {
+    BrowserWatchOutlets outlets;
+    outlets.browserWatchStatusTextbox = &status_;
+    for (std::size_t i = 0; i < applicationCount; ++i) outlets.*applications[i].label = &labels_[i];
+    return outlets;
 }
 
 Findings World::live() {
@@ -241,7 +254,7 @@ void World::pass(std::chrono::seconds time, Moment moment) {
 
 void World::turn(std::uint8_t which) {
     Preferences& preferences = opened_->preferences();
-    const char* key = switches[which % switches.size()];
+    const BoolKey key = switches[which % switches.size()];
     set(preferences, key, !preferences.boolForKey(key));
 }
 
@@ -323,7 +336,7 @@ std::unique_ptr<platform::CommandOutput> World::open(const std::string& command)
 
 void World::terminate() {
     if (ended_ || deferred_) return;
-    if (controller().applicationShouldTerminate() == platform::TerminateReply::now) return end();
+    if (controller().applicationShouldTerminate() == ui::TerminateReply::now) return end();
     deferred_ = true;
 }
 
@@ -339,9 +352,9 @@ void World::end() {
     static_cast<void>(controller().applicationWillTerminate());
 }
 
-platform::OSErr World::send(platform::FourCharCode event) {
+OSErr World::send(FourCharCode event) {
     judge_.sends(event, worker_.isCaller());
-    return platform::noErr;
+    return noErr;
 }
 
 void World::workerEnded() {

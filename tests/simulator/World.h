@@ -25,11 +25,11 @@ namespace dorvanel::simulator {
 /// The program with everything around it, and what happens to it. In each moment that waits for
 /// something (the main loop, an alert, a wait for applications, a listing) the next events of the
 /// sequence happen, those that can happen there.
-class World final : private platform::AlertPanel,
+class World final : private ui::AlertPanel,
                     private platform::AnswerInput,
                     private platform::QuitWait,
                     private platform::ProcessListing,
-                    private platform::Application,
+                    private ui::Application,
                     private platform::SystemEvents,
                     private RunObserver {
   public:
@@ -48,10 +48,10 @@ class World final : private platform::AlertPanel,
     };
 
     // What the program is given.
-    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
-                                        const std::string& defaultButton,
-                                        const std::string& alternateButton,
-                                        const std::string& otherButton) override;
+    ui::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                  const std::string& defaultButton,
+                                  const std::string& alternateButton,
+                                  const std::string& otherButton) override;
     void discardPending() override {}
     Read readLine(std::string& line) override;
     void interrupt() override { interrupted_ = true; }
@@ -62,13 +62,14 @@ class World final : private platform::AlertPanel,
     void hide() override {}
     void terminate() override;
     void replyToApplicationShouldTerminate(bool shouldTerminate) override;
-    platform::OSErr send(platform::FourCharCode event) override;
+    OSErr send(FourCharCode event) override;
     void runBegins(const std::vector<std::string>& items) override { judge_.runBegins(items); }
     void runEnded(const RunReport& report) override { judge_.runEnded(report); }
 
     void setUpHome();
     void workerEnded();
     void makeProgram();
+    BrowserWatchOutlets outlets();
     void launch();
     [[nodiscard]] bool hasEnded() const { return ended_ || loop_.isStopped(); }
     /// The next event, or nothing when the sequence is over.
@@ -101,8 +102,8 @@ class World final : private platform::AlertPanel,
     test::FakeProgressIndicator progress_;
     test::FakeTextField fileName_;
     test::FakeTextField status_;
-    std::array<test::FakeTextField, 12> labels_;
-    platform::Menu mainMenu_;
+    std::array<test::FakeTextField, applicationCount> labels_;
+    ui::Menu mainMenu_;
     std::unique_ptr<platform::SystemCalls> realSystem_ = platform::makeSystemCalls();
     test::FaultySystemCalls system_{*realSystem_};
     SteppedWorker worker_;

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "engine/random/FeedbackSequence.h"
 #include "engine/FileAccess.h"
+#include "engine/random/FeedbackSequence.h"
 #include "support/FakeClock.h"
 #include "support/FakeOutlets.h"
 #include "support/FakePreferences.h"

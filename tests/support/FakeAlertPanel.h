@@ -9,22 +9,22 @@
 namespace dorvanel::test {
 
 /// Remembers every alert it was asked to show, and answers `answer`.
-class FakeAlertPanel final : public platform::AlertPanel {
+class FakeAlertPanel final : public ui::AlertPanel {
   public:
     struct Alert {
         std::string title, message, defaultButton, alternateButton, otherButton;
     };
 
-    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
-                                        const std::string& defaultButton,
-                                        const std::string& alternateButton,
-                                        const std::string& otherButton) override {
+    ui::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                  const std::string& defaultButton,
+                                  const std::string& alternateButton,
+                                  const std::string& otherButton) override {
         alerts.push_back({title, message, defaultButton, alternateButton, otherButton});
         if (onAlert) onAlert();
         return answer;
     }
 
-    platform::AlertButton answer = platform::AlertButton::defaultButton;
+    ui::AlertButton answer = ui::AlertButton::defaultButton;
     std::vector<Alert> alerts;
     std::function<void()> onAlert;  ///< while the alert is open
 };

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "ui/Application.h"
 #include "app/BundleInformation.h"
 #include "platform/SystemEvents.h"
+#include "ui/Application.h"
 #include "ui/Window.h"
 #include "ui/Workspace.h"
 
@@ -35,7 +35,7 @@ class CallLog {
     std::vector<std::string> calls_;
 };
 
-class FakeApplicationObject final : public platform::Application {
+class FakeApplicationObject final : public ui::Application {
   public:
     explicit FakeApplicationObject(CallLog& log) : log_(log) {}
     void hide() override { log_.add("hide"); }
@@ -49,7 +49,7 @@ class FakeApplicationObject final : public platform::Application {
 };
 
 /// A window whose sheet is answered when the test says so.
-class FakeWindow final : public platform::Window {
+class FakeWindow final : public ui::Window {
   public:
     explicit FakeWindow(CallLog& log) : log_(log) {}
     void setFrameAutosaveName(const std::string& name) override { log_.add("autosave " + name); }
@@ -58,25 +58,25 @@ class FakeWindow final : public platform::Window {
     void beginSheet(const std::string& title, const std::string& message,
                     const std::string& defaultButton, const std::string& alternateButton,
                     const std::string& otherButton,
-                    std::function<void(platform::SheetCode)> didDismiss) override {
+                    std::function<void(ui::SheetCode)> didDismiss) override {
         log_.add("sheet " + title + ": " + message + " [" + defaultButton + "|" + alternateButton +
                  "|" + otherButton + "]");
         dismiss = std::move(didDismiss);
     }
 
-    std::function<void(platform::SheetCode)> dismiss;
+    std::function<void(ui::SheetCode)> dismiss;
 
   private:
     CallLog& log_;
 };
 
-class FakeWorkspace final : public platform::Workspace {
+class FakeWorkspace final : public ui::Workspace {
   public:
     void openURL(const std::string& url) override { urls.push_back(url); }
     std::vector<std::string> urls;
 };
 
-class FakeBundle final : public platform::BundleInformation {
+class FakeBundle final : public BundleInformation {
   public:
     std::string objectForInfoDictionaryKey(const std::string& key) const override {
         const auto found = values.find(key);
@@ -88,14 +88,14 @@ class FakeBundle final : public platform::BundleInformation {
 class FakeSystemEvents final : public platform::SystemEvents {
   public:
     explicit FakeSystemEvents(CallLog& log) : log_(log) {}
-    platform::OSErr send(platform::FourCharCode eventID) override {
+    OSErr send(FourCharCode eventID) override {
         std::string code(4, ' ');
         for (int i = 0; i < 4; ++i)
             code[static_cast<std::size_t>(i)] = static_cast<char>(eventID >> (24 - 8 * i));
         log_.add("event " + code);
         return result;
     }
-    platform::OSErr result = platform::noErr;
+    OSErr result = noErr;
 
   private:
     CallLog& log_;

@@ -12,10 +12,9 @@ namespace dorvanel::test {
 /// application is enabled but those in `disabled`.
 class FakePreferences final : public PreferenceReader {
   public:
-    std::optional<Number> objectForKey(std::string_view key) const override {
+    Number objectForKey(Key key) const override {
         const auto found = values.find(key);
-        if (found == values.end()) return std::nullopt;
-        return found->second;
+        return found == values.end() ? Number::fromInt(0) : found->second;
     }
     std::uint64_t changeCount() const override { return changes; }
     bool browserIsEnabled(std::string_view name) override {
@@ -24,17 +23,17 @@ class FakePreferences final : public PreferenceReader {
     bool areKnown() const override { return known; }
     void set(const std::string& key, bool value) {
         ++changes;
-        values.insert_or_assign(key, Number::fromBool(value));
+        values.insert_or_assign(Key::find(key).value(), Number::fromBool(value));
     }
     void set(const std::string& key, int value) {
         ++changes;
-        values.insert_or_assign(key, Number::fromInt(value));
+        values.insert_or_assign(Key::find(key).value(), Number::fromInt(value));
     }
 
     /// What `areKnown` answers.
     bool known = true;
     std::uint64_t changes = 0;
-    std::map<std::string, Number, std::less<>> values;
+    std::map<Key, Number> values;
     std::set<std::string, std::less<>> disabled;
 };
 

@@ -21,15 +21,12 @@ class FakeProcessManager final : public platform::ProcessManager {
     platform::ProcessSerialNumber add(const std::string& name, const char (&type)[5],
                                       const char (&signature)[5]) {
         const platform::ProcessSerialNumber serial{0, ++last_};
-        processes.push_back(
-            {serial,
-             {name, platform::fourCharCode(type), platform::fourCharCode(signature)},
-             true});
+        processes.push_back({serial, {name, fourCharCode(type), fourCharCode(signature)}, true});
         return serial;
     }
 
     platform::ProcessSerialNumber GetCurrentProcess() const override { return current; }
-    platform::OSErr GetNextProcess(platform::ProcessSerialNumber& process) override {
+    OSErr GetNextProcess(platform::ProcessSerialNumber& process) override {
         if (process == platform::kNoProcess) {
             ++walks;
             if (onWalk) onWalk();
@@ -38,34 +35,34 @@ class FakeProcessManager final : public platform::ProcessManager {
         for (const Process& candidate : processes) {
             if (take) {
                 process = candidate.serial;
-                return platform::noErr;
+                return noErr;
             }
             take = candidate.serial == process;
         }
-        return platform::procNotFound;
+        return procNotFound;
     }
-    platform::OSErr GetProcessInformation(const platform::ProcessSerialNumber& process,
-                                          platform::ProcessInfoRec& information) override {
+    OSErr GetProcessInformation(const platform::ProcessSerialNumber& process,
+                                platform::ProcessInfoRec& information) override {
         for (const Process& candidate : processes) {
             if (candidate.serial != process) continue;
             if (!candidate.readable) break;
             information = candidate.information;
-            return platform::noErr;
+            return noErr;
         }
-        return platform::procNotFound;
+        return procNotFound;
     }
     bool SameProcess(const platform::ProcessSerialNumber& one,
                      const platform::ProcessSerialNumber& other) const override {
         return one == other;
     }
-    platform::OSErr SendQuit(const platform::ProcessSerialNumber& process) override {
+    OSErr SendQuit(const platform::ProcessSerialNumber& process) override {
         quits.push_back(process);
         return quitResult;
     }
 
     std::vector<Process> processes;
     platform::ProcessSerialNumber current{0, 9999};
-    platform::OSErr quitResult = platform::noErr;
+    OSErr quitResult = noErr;
     std::vector<platform::ProcessSerialNumber> quits;
     int walks = 0;
     std::function<void()> onWalk;

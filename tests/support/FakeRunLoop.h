@@ -9,19 +9,19 @@
 #include <mutex>
 #include <vector>
 
-#include "ui/RunLoop.h"
 #include "support/FakeClock.h"
+#include "ui/RunLoop.h"
 
 namespace dorvanel::test {
 
 /// A loop that tests drive by hand, on the time of their clock. run() hurries from one due timer
 /// to the next until it is stopped, or nothing is left that could happen.
-class FakeRunLoop final : public platform::RunLoop {
+class FakeRunLoop final : public ui::RunLoop {
   public:
     explicit FakeRunLoop(FakeClock& clock) : clock_(clock) {}
 
-    std::shared_ptr<platform::Timer> scheduleRepeatingTimer(std::chrono::milliseconds interval,
-                                                            Fire fire) override {
+    std::shared_ptr<ui::Timer> scheduleRepeatingTimer(std::chrono::milliseconds interval,
+                                                      Fire fire) override {
         auto timer = std::make_shared<FakeTimer>();
         timer->interval = interval;
         timer->due = clock_.now() + interval;
@@ -65,7 +65,7 @@ class FakeRunLoop final : public platform::RunLoop {
     }
 
   private:
-    struct FakeTimer final : platform::Timer {
+    struct FakeTimer final : ui::Timer {
         void invalidate() override { valid = false; }
 
         std::chrono::steady_clock::duration interval{};

@@ -49,16 +49,16 @@ class FakeUserDefaults final : public platform::UserDefaults {
         values.erase(key);
         calls.push_back("remove " + key);
     }
-    platform::Result<platform::Done> synchronize() override {
+    Result<Done> synchronize() override {
         calls.emplace_back("synchronize");
-        return platform::Done{};
+        return Done{};
     }
 
     bool isKnown() const override { return known; }
-    platform::Result<platform::Done> startAfresh() override {
+    Result<Done> startAfresh() override {
         calls.emplace_back("startAfresh");
         known = true;
-        return platform::Done{};
+        return Done{};
     }
 
     /// What `isKnown` answers.

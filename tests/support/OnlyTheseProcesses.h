@@ -18,25 +18,25 @@ class OnlyTheseProcesses final : public platform::ProcessManager {
     platform::ProcessSerialNumber GetCurrentProcess() const override {
         return real_->GetCurrentProcess();
     }
-    platform::OSErr GetNextProcess(platform::ProcessSerialNumber& process) override {
-        platform::OSErr error = platform::noErr;
+    OSErr GetNextProcess(platform::ProcessSerialNumber& process) override {
+        OSErr error = noErr;
         platform::ProcessSerialNumber next = process;
         do {
             error = real_->GetNextProcess(next);
-        } while (error == platform::noErr && !isMine(next));
-        if (error == platform::noErr) process = next;
+        } while (error == noErr && !isMine(next));
+        if (error == noErr) process = next;
         return error;
     }
-    platform::OSErr GetProcessInformation(const platform::ProcessSerialNumber& process,
-                                          platform::ProcessInfoRec& information) override {
+    OSErr GetProcessInformation(const platform::ProcessSerialNumber& process,
+                                platform::ProcessInfoRec& information) override {
         return real_->GetProcessInformation(process, information);
     }
     bool SameProcess(const platform::ProcessSerialNumber& one,
                      const platform::ProcessSerialNumber& other) const override {
         return real_->SameProcess(one, other);
     }
-    platform::OSErr SendQuit(const platform::ProcessSerialNumber& process) override {
-        return isMine(process) ? real_->SendQuit(process) : platform::procNotFound;
+    OSErr SendQuit(const platform::ProcessSerialNumber& process) override {
+        return isMine(process) ? real_->SendQuit(process) : procNotFound;
     }
 
   private:

@@ -85,7 +85,7 @@ TEST_F(AppleMailTest, AnIndexThatIsAFolderCannotBeOpened) {
 }
 
 TEST_F(AppleMailTest, AnIndexThatVanishesAfterTheLookIsNotMadeAnew) {
-    EXPECT_EQ(EnvelopeIndex::open(indexPath, clock), nullptr);
+    EXPECT_FALSE(EnvelopeIndex::open(indexPath, clock));
     EXPECT_FALSE(fs::exists(indexPath));
 }
 

@@ -1,6 +1,6 @@
 #include <fstream>
 
-#include "targets/Catalogue.h"
+#include "apps/Applications.h"
 #include "targets/CollectorTest.h"
 
 namespace dorvanel::test {
@@ -9,8 +9,8 @@ namespace {
 /// Preferences that remember what they were asked, in order.
 class RecordingPreferences final : public PreferenceReader {
   public:
-    std::optional<Number> objectForKey(std::string_view key) const override {
-        asked.emplace_back(key);
+    Number objectForKey(Key key) const override {
+        asked.emplace_back(key.name());
         return Number::fromBool(true);
     }
     std::uint64_t changeCount() const override { return 0; }
@@ -132,13 +132,19 @@ TEST_F(FixedPathCollectorsTest, TheQuicktimeCacheAsksForNoApplication) {
 TEST_F(FixedPathCollectorsTest, TheSampleHomeHasSomethingAtEveryFixedPathOfTheHome) {
     sample.addBrowsers();
     sample.addMailboxes();
-    for (const FixedPathTargets& targets : fixedPathCatalogue) {
+    const auto expectAllOf = [](const FixedPathTargets& targets) {
         for (const FixedPathGroup& group : targets.groups) {
             for (const FixedPath& target : group.paths) {
                 const std::string path(target.path);
                 if (!path.starts_with("~")) continue;
                 EXPECT_TRUE(std::filesystem::exists(platform::expandingTilde(path))) << path;
             }
+        }
+    };
+    expectAllOf(quicktimeCache);
+    for (const SupportedApplication& application : applications) {
+        for (const Collector& collector : application.collectors) {
+            if (const auto* fixed = std::get_if<FixedPathTargets>(&collector)) expectAllOf(*fixed);
         }
     }
 }

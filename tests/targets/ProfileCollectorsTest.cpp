@@ -71,7 +71,7 @@ TEST_F(ProfileCollectorsTest, MozillaIsNotEnabledWhenOnlyNetscapeIsDisabled) {
 TEST_F(ProfileCollectorsTest, NetscapeIsAskedForOnlyWhenMozillaIsEnabled) {
     class Asked final : public PreferenceReader {
       public:
-        std::optional<Number> objectForKey(std::string_view) const override { return {}; }
+        Number objectForKey(Key) const override { return Number::fromInt(0); }
         std::uint64_t changeCount() const override { return 0; }
         bool browserIsEnabled(std::string_view name) override {
             names.emplace_back(name);

@@ -27,9 +27,9 @@ class ProfilesMenuTest : public ::testing::Test {
     /// The submenu as a person sees it: "---", "(dimmed)", "[x] ticked", "[ ] not ticked".
     Lines shown() const {
         Lines lines;
-        const platform::Menu& menu = *profilesItem->submenu();
+        const ui::Menu& menu = *profilesItem->submenu();
         for (int i = 0; i < menu.numberOfItems(); ++i) {
-            const platform::MenuItem& item = menu.itemAtIndex(i);
+            const ui::MenuItem& item = menu.itemAtIndex(i);
             if (item.isSeparatorItem()) {
                 lines.emplace_back("---");
             } else if (!item.isEnabled()) {
@@ -40,14 +40,12 @@ class ProfilesMenuTest : public ::testing::Test {
         }
         return lines;
     }
-    platform::MenuItem& item(int index) const {
-        return profilesItem->submenu()->itemAtIndex(index);
-    }
+    ui::MenuItem& item(int index) const { return profilesItem->submenu()->itemAtIndex(index); }
     Lines selection() const { return selectedProfiles(defaults); }
 
     TemporaryHome home;
-    platform::Menu mainMenu;
-    platform::MenuItem* profilesItem = nullptr;
+    ui::Menu mainMenu;
+    ui::MenuItem* profilesItem = nullptr;
     FakeUserDefaults defaults;
     FakeAlertPanel alerts;
     ProfilesMenu profiles{mainMenu, platform::defaultFileManager(), defaults, alerts};
@@ -217,7 +215,7 @@ TEST_F(ProfilesMenuTest, ThereIsNoKeyEquivalent) {
 }
 
 TEST_F(ProfilesMenuTest, WithoutAProfilesItemThereIsNoMenuAndTheSelectionIsKept) {
-    platform::Menu bare;
+    ui::Menu bare;
     bare.addItemWithTitle("File", {}, "");
     addMozilla("a");
     addMozilla("b");

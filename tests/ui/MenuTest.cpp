@@ -5,8 +5,8 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::Menu;
-using platform::MenuItem;
+using ui::Menu;
+using ui::MenuItem;
 
 TEST(MenuTest, AnItemIsFoundByItsExactTitle) {
     Menu menu;

@@ -5,17 +5,17 @@
 
 #include <chrono>
 
+#include "watch/ListedApplication.h"
 #include "watch/WatchHarness.h"
-#include "watch/WatchedApplications.h"
 
 namespace dorvanel::test {
 namespace {
 
 using namespace std::chrono_literals;
-using platform::Color;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
+using ui::Color;
 
 const std::string kSafari = "/Applications/Safari.app/Contents/MacOS/Safari -psn_0_1";
 const std::string kMail = "/Applications/Mail.app/Contents/MacOS/Mail";
@@ -152,7 +152,7 @@ TEST_F(BrowserWatchTest, LaunchedWithThePreferenceOffItSaysSoAndGreysTheLabels) 
 TEST_F(BrowserWatchTest, AtLaunchEveryFlagOfThePassBeforeIsFilledByBytes) {
     launch();
     EXPECT_EQ(watch.isRunning(), bw_typedef{});
-    for (const WatchedApplication& application : kWatchedApplications) {
+    for (const SupportedApplication& application : applications) {
         EXPECT_EQ(watch.wasRunning().*application.flag, 0x01010101U) << application.name;
     }
 }

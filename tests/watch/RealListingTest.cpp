@@ -11,7 +11,7 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::Color;
+using ui::Color;
 
 /// Browser Watch on real processes. The command `ps` that it finds is the real one, with only the
 /// processes of this test let through: what else runs on the machine is not the test's business.

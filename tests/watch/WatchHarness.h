@@ -24,19 +24,19 @@ struct FakeWatchWindow {
         mBWiCab, mBWOmniweb, mBWOpera, mBWMail, mBWEudora, mBWMailsmith, mBWCamino, mBWFirefox;
 
     BrowserWatchOutlets outlets() {
-        return {&browserWatchStatusTextbox,
-                &mBWSafari,
-                &mBWExplorer,
-                &mBWMozilla,
-                &mBWNetscape,
-                &mBWiCab,
-                &mBWOmniweb,
-                &mBWOpera,
-                &mBWMail,
-                &mBWEudora,
-                &mBWMailsmith,
-                &mBWCamino,
-                &mBWFirefox};
+        return {.browserWatchStatusTextbox = &browserWatchStatusTextbox,
+                .mBWSafari = &mBWSafari,
+                .mBWExplorer = &mBWExplorer,
+                .mBWMozilla = &mBWMozilla,
+                .mBWNetscape = &mBWNetscape,
+                .mBWiCab = &mBWiCab,
+                .mBWOpera = &mBWOpera,
+                .mBWOmniweb = &mBWOmniweb,
+                .mBWMail = &mBWMail,
+                .mBWEudora = &mBWEudora,
+                .mBWMailsmith = &mBWMailsmith,
+                .mBWCamino = &mBWCamino,
+                .mBWFirefox = &mBWFirefox};
     }
     std::array<FakeTextField*, 12> labels() {
         return {&mBWSafari, &mBWExplorer, &mBWMozilla, &mBWNetscape,  &mBWiCab,   &mBWOmniweb,

@@ -5,7 +5,7 @@
 
 namespace dorvanel::desktop {
 
-using platform::Color;
+using ui::Color;
 
 namespace {
 

@@ -9,11 +9,11 @@
 namespace dorvanel::desktop {
 
 /// A named colour as it can be read on this palette's background, light or dark.
-QColor readableColor(platform::Color color, const QPalette& palette);
+QColor readableColor(ui::Color color, const QPalette& palette);
 
 /// The mark beside an application's label, told apart by its shape alone: a full disc for red
 /// (running), a ring with a tick for green (enabled), a dash for anything else (off).
-QPixmap markFor(platform::Color color, const QPalette& palette, qreal pixelRatio);
+QPixmap markFor(ui::Color color, const QPalette& palette, qreal pixelRatio);
 
 /// Side of the mark, in device-independent pixels.
 constexpr int markSide = 16;

@@ -12,9 +12,13 @@ namespace dorvanel::desktop {
 
 Desktop::Desktop(DesktopServices services)
     : services_(std::move(services)),
-      panel_({services_.preferencesInstance, services_.files, services_.log, workspace_,
-              [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); },
-              services_.preferencesTrouble}) {
+      panel_({.preferences = services_.preferencesInstance,
+              .files = services_.files,
+              .log = services_.log,
+              .sound = workspace_,
+              .loadMainMenu =
+                  [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); },
+              .trouble = services_.preferencesTrouble}) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
 }
 
@@ -87,59 +91,71 @@ bool Desktop::makeWindow() {
 void Desktop::makeController() {
     quitWait_ = services_.makeQuitWait(loop_);
     worker_ = services_.makeWorker();
-    controller_ = std::make_unique<Controller>(ControllerParts{services_.system,
-                                                               services_.clock,
-                                                               services_.draws,
-                                                               services_.files,
-                                                               services_.defaults,
-                                                               services_.preferencesInstance,
-                                                               loop_,
-                                                               services_.listing,
-                                                               services_.processes,
-                                                               services_.events,
-                                                               *quitWait_,
-                                                               *worker_,
-                                                               workspace_,
-                                                               services_.bundle,
-                                                               *alerts_,
-                                                               application_,
-                                                               workspace_,
-                                                               *myWindow_,
-                                                               mainMenu_,
-                                                               window_->shreddingProgress(),
-                                                               window_->fileName(),
-                                                               window_->watchOutlets(),
-                                                               *this});
+    controller_ = std::make_unique<Controller>(ControllerParts{
+        .system = services_.system,
+        .clock = services_.clock,
+        .draws = services_.draws,
+        .files = services_.files,
+        .defaults = services_.defaults,
+        .preferencesInstance = services_.preferencesInstance,
+        .runLoop = loop_,
+        .listing = services_.listing,
+        .processes = services_.processes,
+        .events = services_.events,
+        .quitWait = *quitWait_,
+        .worker = *worker_,
+        .sound = workspace_,
+        .bundle = services_.bundle,
+        .alertPanel = *alerts_,
+        .application = application_,
+        .workspace = workspace_,
+        .myWindow = *myWindow_,
+        .mainMenu = mainMenu_,
+        .shreddingProgress = window_->shreddingProgress(),
+        .fileName = window_->fileName(),
+        .watchOutlets = window_->watchOutlets(),
+        .observer = *this,
+    });
     reachable_ = controller_.get();
     if (quitAsked_) controller_->giveUp();  // it came before there was anybody to tell
-    application_.setDelegate({
-        [this] { return controller_->applicationShouldTerminate(); },
-        [this] { activity_->setQuitDeferred(); },
-        [this] {
-            // Saves the window's frame too, while there is still somebody to save it.
-            myWindow_->saveFrame();
-            static_cast<void>(controller_->applicationWillTerminate());
-            // An alert that is still up ends with the program, unanswered: no line about it.
-            if (loop_.isHeld()) kalvet_logger_close();
-        },
-        [this] { hideWindows(); },
-    });
-    platform::Menu* profiles = mainMenu_.itemAtIndex(0).submenu();
+    ui::Menu* profiles = mainMenu_.itemAtIndex(0).submenu();
     profilesView_ = std::make_unique<MenuView>(
         window_->profilesMenu(), *profiles, MenuView::Items::choices,
-        [this](const platform::MenuItem& item) {
+        [this](const ui::MenuItem& item) {
             if (!item.isEnabled()) return QString();
             return displayText(controller_->profilesMenu().profileName(item));
         });
 }
 
+ui::TerminateReply Desktop::shouldTerminate() {
+    if (controller_ == nullptr) return ui::TerminateReply::now;  // nothing has been launched yet
+    return controller_->applicationShouldTerminate();
+}
+
+void Desktop::terminationDeferred() {
+    activity_->setQuitDeferred();
+}
+
+void Desktop::willTerminate() {
+    if (controller_ == nullptr) return;
+    // Saves the window's frame too, while there is still somebody to save it.
+    myWindow_->saveFrame();
+    static_cast<void>(controller_->applicationWillTerminate());
+    // An alert that is still up ends with the program, unanswered: no line about it.
+    if (loop_.isHeld()) kalvet_logger_close();
+}
+
 void Desktop::makeTray() {
-    tray_ = std::make_unique<Tray>(
-        Tray::Parts{services_.hasStatusArea, controller_->applicationDockMenu(),
-                    [this] { activate(); }, [this] { controller_->reallyQuit(); },
-                    [this] {
-                        if (!window_->window().isVisible()) activate();
-                    }});
+    tray_ = std::make_unique<Tray>(Tray::Parts{
+        .isAvailable = services_.hasStatusArea,
+        .commands = controller_->applicationDockMenu(),
+        .show = [this] { activate(); },
+        .quit = [this] { controller_->reallyQuit(); },
+        .gone =
+            [this] {
+                if (!window_->window().isVisible()) activate();
+            },
+    });
     tray_->check();
 }
 

@@ -41,7 +41,7 @@ struct DesktopServices {
     platform::ProcessManager& processes;
     platform::SystemEvents& events;
     platform::SystemLog& log;
-    platform::BundleInformation& bundle;
+    BundleInformation& bundle;
     platform::MediumInspector& medium;
     std::string resourcesFolder;
     /// What became of the stored preferences where they are not as they should be: the file and the
@@ -56,7 +56,7 @@ struct DesktopServices {
 
 /// The desktop program put together: the window, the panel, the menus and the tray around one
 /// controller. Needs a QApplication. Main thread, but for what says otherwise.
-class Desktop final : public QObject, private RunObserver {
+class Desktop final : public QObject, private RunObserver, private ApplicationDelegate {
   public:
     explicit Desktop(DesktopServices services);
     ~Desktop() override;
@@ -115,7 +115,6 @@ class Desktop final : public QObject, private RunObserver {
     void makeTray();
     MainWindowActions actions();
     void whenLaunched(std::function<void()> work);
-    void hideWindows();
     void showHiddenWindows();
     [[nodiscard]] bool isClosed(const MyDocument& document) const;
     void tellFailure(const QString& message, const QString& details);
@@ -131,19 +130,25 @@ class Desktop final : public QObject, private RunObserver {
     void tellMedium(const std::vector<std::string>& items);
     void tellEnd(const RunReport& report);
     void tellRefusal(Refusal refusal);
+    // ApplicationDelegate
+    ui::TerminateReply shouldTerminate() override;
+    void terminationDeferred() override;
+    void willTerminate() override;
+    void hideWindows() override;
+    // RunObserver
     void activityChanged(Activity now) override;
     void runBegins(const std::vector<std::string>& items) override { tellMedium(items); }
     void runEnded(const RunReport& report) override;
 
     DesktopServices services_;
     QtRunLoop loop_;
-    QtApplication application_{loop_};
+    QtApplication application_{loop_, *this};
     QtWorkspace workspace_;
     PreferencesPanel panel_;
     std::unique_ptr<MainWindow> window_;
     std::unique_ptr<QtAlertPanel> alerts_;
     std::unique_ptr<QtWindow> myWindow_;
-    platform::Menu mainMenu_;
+    ui::Menu mainMenu_;
     std::unique_ptr<ActivityView> activity_;
     std::unique_ptr<platform::QuitWait> quitWait_;
     std::unique_ptr<platform::Worker> worker_;

@@ -7,14 +7,14 @@
 #include "app/desktop/Desktop.h"
 #include "app/desktop/OutcomeText.h"
 #include "app/desktop/QtOpenPanel.h"
-#include "platform/MountPoints.h"
+#include "base/PathComponents.h"
 
 // What people ask for beside the window's own commands: files picked in the Open panel or dropped
 // on it, and actions of the launcher.
 
 namespace dorvanel::desktop {
 
-using platform::AlertButton;
+using ui::AlertButton;
 
 namespace {
 
@@ -29,9 +29,7 @@ QString cut(const QString& text, int width) {
 }
 
 std::string nameOf(const std::string& path) {
-    std::string trimmed = path;
-    while (trimmed.size() > 1 && trimmed.ends_with('/')) trimmed.pop_back();
-    return std::filesystem::path(trimmed).filename().native();
+    return std::filesystem::path(withoutTrailingSlashes(path)).filename().native();
 }
 
 /// The question about dropped files, with names of at most `width` pixels.
@@ -95,14 +93,13 @@ void Desktop::openDoc() {
 
 std::vector<HeldItem> Desktop::checkedItems(const std::vector<std::string>& items) {
     if (items.empty()) return {};
-    const auto mounted = platform::mountPoints();
+    auto result = checkShredArguments(items, services_.system);
     QStringList reasons;
     QString first;
-    if (!mounted) {
-        first = displayText(mounted.error().message());
+    if (!result) {
+        first = displayText(result.error().message());
     } else {
-        ShredArguments checked = checkShredArguments(items, platform::homeDirectory(),
-                                                     mounted.value(), services_.system);
+        ShredArguments& checked = result.value();
         if (checked.complaints.empty()) {
             controller_->fileAccessInstance().protect(std::move(checked.protectedFolders));
             return std::move(checked.items);

@@ -10,11 +10,6 @@
 namespace dorvanel::desktop {
 namespace {
 
-/// The labels in the order of BrowserWatchOutlets.
-constexpr std::array<const char*, 12> labelNames = {
-    "mBWSafari", "mBWExplorer", "mBWMozilla", "mBWNetscape",  "mBWiCab",   "mBWOmniweb",
-    "mBWOpera",  "mBWMail",     "mBWEudora",  "mBWMailsmith", "mBWCamino", "mBWFirefox"};
-
 constexpr std::array<const char*, 5> shreddingActions = {
     "openDocAction", "shredAndNothingAction", "shredAndLogoutAction", "shredAndShutdownAction",
     "shredAndRestartAction"};
@@ -62,15 +57,15 @@ bool MainWindow::connectOutlets() {
     progress_ = std::make_unique<QtProgressIndicator>(*bar);
     fileName_ = std::make_unique<QtTextField>(*file, QtTextField::Elide::middle);
     mediumColor_ = std::make_unique<QtTextField>(*mediumNotice_);
-    mediumColor_->setTextColor(platform::Color::darkGray);
+    mediumColor_->setTextColor(ui::Color::darkGray);
     status_ = std::make_unique<QtTextField>(*status);
-    for (std::size_t i = 0; i < labelNames.size(); ++i) {
-        const QString name = QLatin1String(labelNames[i]);
+    for (std::size_t i = 0; i < applicationCount; ++i) {
+        const QString name = QLatin1String(applications[i].labelName);
         auto* label = window_->findChild<QLabel*>(name);
         auto* mark = window_->findChild<QLabel*>(name + "Mark");
         if (label == nullptr || mark == nullptr) return false;
         labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark);
-        labels_[i]->setTextColor(platform::Color::lightGray);
+        labels_[i]->setTextColor(ui::Color::lightGray);
     }
     // The keyboard is nobody's until somebody takes it: the first button shreds.
     window_->setFocus();
@@ -115,10 +110,12 @@ void MainWindow::setActions(const MainWindowActions& actions) {
 }
 
 BrowserWatchOutlets MainWindow::watchOutlets() {
-    return {status_.get(),    labels_[0].get(), labels_[1].get(), labels_[2].get(),
-            labels_[3].get(), labels_[4].get(), labels_[5].get(), labels_[6].get(),
-            labels_[7].get(), labels_[8].get(), labels_[9].get(), labels_[10].get(),
-            labels_[11].get()};
+    BrowserWatchOutlets outlets;
+    outlets.browserWatchStatusTextbox = status_.get();
+    for (std::size_t i = 0; i < applicationCount; ++i) {
+        outlets.*applications[i].label = labels_[i].get();
+    }
+    return outlets;
 }
 
 void MainWindow::showMessage(const QString& message, const QString& whole) {

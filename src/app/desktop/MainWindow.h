@@ -13,7 +13,7 @@
 
 #include "app/desktop/FailureView.h"
 #include "app/desktop/QtOutlets.h"
-#include "watch/BrowserWatchOutlets.h"
+#include "apps/Applications.h"
 
 namespace dorvanel::desktop {
 
@@ -36,8 +36,8 @@ class MainWindow final : public QObject {
     void setActions(const MainWindowActions& actions);
 
     [[nodiscard]] QMainWindow& window() { return *window_; }
-    platform::ProgressIndicator& shreddingProgress() { return *progress_; }
-    platform::TextField& fileName() { return *fileName_; }
+    ui::ProgressIndicator& shreddingProgress() { return *progress_; }
+    ui::TextField& fileName() { return *fileName_; }
     [[nodiscard]] BrowserWatchOutlets watchOutlets();
     [[nodiscard]] QMenu& profilesMenu() { return *profilesMenu_; }
 
@@ -72,7 +72,8 @@ class MainWindow final : public QObject {
     QLabel* mediumNotice_ = nullptr;
     std::unique_ptr<QtTextField> mediumColor_;
     std::unique_ptr<QtTextField> status_;
-    std::array<std::unique_ptr<ApplicationLabel>, 12> labels_;
+    /// In the order of `applications`.
+    std::array<std::unique_ptr<ApplicationLabel>, applicationCount> labels_;
     MainWindowActions actions_;
 };
 

@@ -6,7 +6,7 @@
 
 namespace dorvanel::desktop {
 
-MenuView::MenuView(QMenu& view, const platform::Menu& menu, Items items, ToolTip toolTip)
+MenuView::MenuView(QMenu& view, const ui::Menu& menu, Items items, ToolTip toolTip)
     : view_(view), menu_(menu), items_(items), toolTip_(std::move(toolTip)) {
     connect(&view_, &QMenu::aboutToShow, this, &MenuView::sync);
     sync();
@@ -20,7 +20,7 @@ void MenuView::sync() {
     syncStates();
 }
 
-void MenuView::addItem(platform::MenuItem& item) {
+void MenuView::addItem(ui::MenuItem& item) {
     if (item.isSeparatorItem()) {
         drawn_ << view_.addSeparator();
         return;
@@ -40,7 +40,7 @@ void MenuView::addItem(platform::MenuItem& item) {
 
 void MenuView::syncStates() {
     for (int index = 0; index < static_cast<int>(drawn_.size()); ++index) {
-        const platform::MenuItem& item = menu_.itemAtIndex(index);
+        const ui::MenuItem& item = menu_.itemAtIndex(index);
         if (item.isSeparatorItem()) continue;
         drawn_[index]->setEnabled(item.isEnabled());
         if (drawn_[index]->isCheckable()) drawn_[index]->setChecked(item.state());

@@ -17,19 +17,19 @@ class MenuView final : public QObject {
         choices,   ///< a click ticks or unticks
     };
     /// A tool tip for an item; empty for none.
-    using ToolTip = std::function<QString(const platform::MenuItem&)>;
+    using ToolTip = std::function<QString(const ui::MenuItem&)>;
 
     /// All outlive the view.
-    MenuView(QMenu& view, const platform::Menu& menu, Items items, ToolTip toolTip = {});
+    MenuView(QMenu& view, const ui::Menu& menu, Items items, ToolTip toolTip = {});
 
     void sync();
 
   private:
-    void addItem(platform::MenuItem& item);
+    void addItem(ui::MenuItem& item);
     void syncStates();
 
     QMenu& view_;
-    const platform::Menu& menu_;
+    const ui::Menu& menu_;
     Items items_;
     ToolTip toolTip_;
     QList<QAction*> drawn_;  ///< in the order of the menu's items

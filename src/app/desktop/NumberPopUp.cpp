@@ -1,9 +1,7 @@
 #include "app/desktop/NumberPopUp.h"
 
 #include <QStandardItemModel>
-#include <utility>
 
-#include "app/desktop/PanelControls.h"
 #include "engine/PassPlan.h"
 
 namespace dorvanel::desktop {
@@ -12,8 +10,8 @@ namespace {
 constexpr int passesOfAFullCounter = 65536;
 
 /// What the engine does with a number that no item stands for.
-QString meaningOf(const std::string& key, int stored) {
-    if (key == "NumberOfWrites") {
+QString meaningOf(IndexKey key, int stored) {
+    if (key == IndexKey("NumberOfWrites")) {
         OverwriteSettings settings;
         settings.numberOfWrites = stored;
         const int counter = passCount(settings, 0);
@@ -29,14 +27,14 @@ QString meaningOf(const std::string& key, int stored) {
 
 }  // namespace
 
-NumberPopUp::NumberPopUp(QComboBox& box, std::string key) : box_(&box), key_(std::move(key)) {
-    box_->insertSeparator(popUpSeparator);
+NumberPopUp::NumberPopUp(QComboBox& box, IndexKey key) : box_(&box), key_(key) {
+    box_->insertSeparator(separatorIndex);
     items_ = box_->count();
 }
 
 void NumberPopUp::show(int stored) {
     stored_ = stored;
-    const bool isAnItem = stored >= 0 && stored < items_ && stored != popUpSeparator;
+    const bool isAnItem = stored >= 0 && stored < items_ && stored != separatorIndex;
     if (isAnItem) box_->setCurrentIndex(stored);
     if (box_->count() > items_) box_->removeItem(items_);
     if (isAnItem) return;

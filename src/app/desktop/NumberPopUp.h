@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QComboBox>
-#include <string>
+
+#include "prefs/Keys.h"
 
 namespace dorvanel::desktop {
 
@@ -11,17 +12,17 @@ namespace dorvanel::desktop {
 class NumberPopUp {
   public:
     /// `box` has the items but for the separator and outlives the pop-up; `key` is the preference.
-    NumberPopUp(QComboBox& box, std::string key);
+    NumberPopUp(QComboBox& box, IndexKey key);
 
     void show(int stored);
     /// What is to be stored: the index of the chosen item, or the number shown, whatever it is,
     /// while no other has been chosen.
     [[nodiscard]] int value() const;
-    [[nodiscard]] const std::string& key() const { return key_; }
+    [[nodiscard]] IndexKey key() const { return key_; }
 
   private:
     QComboBox* box_;
-    std::string key_;
+    IndexKey key_;
     int items_;  ///< that can be shown, the separator too; the item of its own comes after them
     int stored_ = 0;
 };

@@ -2,16 +2,19 @@
 
 #include <array>
 
+#include "prefs/Keys.h"
+
 namespace dorvanel::desktop {
 
 /// A control of the preferences panel and the preference that it shows.
+template <typename Key>
 struct PanelControl {
     const char* outlet;  ///< the control's object name in the interface file
-    const char* key;
+    Key key;
 };
 
 /// Check boxes and two-state buttons.
-inline constexpr std::array<PanelControl, 15> panelButtons = {{
+inline constexpr std::array<PanelControl<BoolKey>, 15> panelButtons = {{
     {"shredCacheCheckbox", "ShredCache"},
     {"shredIEDownloadCacheCheckbox", "ShredIEDownloadCache"},
     {"shredMailTrashCheckbox", "ShredMailTrash"},
@@ -30,19 +33,9 @@ inline constexpr std::array<PanelControl, 15> panelButtons = {{
 }};
 
 /// Pop-up menus of numbers.
-inline constexpr std::array<PanelControl, 2> panelPopUps = {{
+inline constexpr std::array<PanelControl<IndexKey>, 2> panelPopUps = {{
     {"numberOfWritesPopUp", "NumberOfWrites"},
     {"overwritePatternPopUp", "OverwritePattern"},
 }};
-
-/// Where both pop-ups have a separator: the engine has no use for this index.
-inline constexpr int popUpSeparator = 1;
-
-/// The enable check boxes. A box's title is the application's name in the list, letter by letter.
-inline constexpr std::array<const char*, 12> enableBoxes = {
-    "enableSafariCheckbox",   "enableExplorerCheckbox", "enableMozillaCheckbox",
-    "enableNetscapeCheckbox", "enableiCabCheckbox",     "enableOmniwebCheckbox",
-    "enableOperaCheckbox",    "enableCaminoCheckbox",   "enableFirefoxCheckbox",
-    "enableMailCheckbox",     "enableEudoraCheckbox",   "enableMailsmithCheckbox"};
 
 }  // namespace dorvanel::desktop

@@ -6,10 +6,11 @@
 #include "app/desktop/Elision.h"
 #include "app/desktop/PanelControls.h"
 #include "app/desktop/QtWindow.h"
+#include "apps/Applications.h"
 
 namespace dorvanel::desktop {
 
-using platform::Color;
+using ui::Color;
 
 namespace {
 
@@ -77,13 +78,15 @@ std::optional<PreferencesPanel::Controls> PreferencesPanel::findControls(const Q
         control = found.window->findChild<Control*>(QLatin1String(name));
         all = all && control != nullptr;
     };
-    for (const PanelControl& control : panelButtons) {
+    for (const auto& control : panelButtons) {
         find(control.outlet, found.buttons.emplace_back(nullptr, control.key).first);
     }
-    for (const PanelControl& control : panelPopUps) {
+    for (const auto& control : panelPopUps) {
         find(control.outlet, found.popUps.emplace_back(nullptr, control.key).first);
     }
-    for (const char* name : enableBoxes) find(name, found.enableBoxes.emplace_back());
+    for (const SupportedApplication* application : displayOrder) {
+        find(application->checkBox.data(), found.enableBoxes.emplace_back());
+    }
     for (const char* name :
          {"shredMailsmith1Textbox", "shredMailsmith2Textbox", "shredMailsmith3Textbox"}) {
         find(name, found.mailsmithTexts.emplace_back());
@@ -137,7 +140,7 @@ void PreferencesPanel::reallyupdateUI() {
     if (shredCacheCheckbox == nullptr) return;
     const Showing showing(*this);
     const PreferenceValues& shown = parts_.preferences.displayedValues;
-    const auto value = [&shown](const std::string& key) {
+    const auto value = [&shown](Key key) {
         const auto found = shown.find(key);
         return found == shown.end() ? Number::fromInt(0) : found->second;
     };
@@ -199,7 +202,7 @@ void PreferencesPanel::beginAgain() {
     }
     parts_.preferences.revertToDefault();
     if (wereKnown) return;
-    const auto saved = Preferences::saveDefaults();
+    const auto saved = parts_.preferences.saveDefaults();
     if (!saved) return showSaved(saved);
     showMessage(QStringLiteral("The preferences begin again. ") + trouble());
 }
@@ -208,7 +211,7 @@ QString PreferencesPanel::trouble() const {
     return parts_.trouble ? displayText(parts_.trouble()) : QString();
 }
 
-void PreferencesPanel::showSaved(const platform::Result<platform::Done>& saved) {
+void PreferencesPanel::showSaved(const Result<Done>& saved) {
     if (saved) return showMessage({});
     const QString reason = displayText(saved.error().message());
     showMessage(parts_.preferences.areKnown()

@@ -61,8 +61,8 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     /// The controls that a panel must have.
     struct Controls {
         QDialog* window = nullptr;
-        std::vector<std::pair<QAbstractButton*, std::string>> buttons;  ///< with their keys
-        std::vector<std::pair<QComboBox*, std::string>> popUps;         ///< with their keys
+        std::vector<std::pair<QAbstractButton*, BoolKey>> buttons;  ///< with their keys
+        std::vector<std::pair<QComboBox*, IndexKey>> popUps;        ///< with their keys
         std::vector<QAbstractButton*> enableBoxes;
         std::vector<QLabel*> mailsmithTexts;
     };
@@ -78,7 +78,7 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     void beginAgain();
     void showMessage(const QString& message);
     [[nodiscard]] QString trouble() const;
-    void showSaved(const platform::Result<platform::Done>& saved);
+    void showSaved(const Result<Done>& saved);
 
     Parts parts_;
     int showing_ = 0;
@@ -89,7 +89,7 @@ class PreferencesPanel final : public QObject, public PreferencesView {
     QAbstractButton* enableMozillaCheckbox = nullptr;
     QAbstractButton* enableNetscapeCheckbox = nullptr;
     QLabel* message_ = nullptr;
-    std::vector<std::pair<QAbstractButton*, std::string>> buttons_;  ///< with their keys
+    std::vector<std::pair<QAbstractButton*, BoolKey>> buttons_;  ///< with their keys
     std::vector<NumberPopUp> popUps_;
     std::vector<QAbstractButton*> enableBoxes_;
     std::vector<std::unique_ptr<QtTextField>> mailsmithTexts_;

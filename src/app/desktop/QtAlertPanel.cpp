@@ -13,7 +13,7 @@
 
 namespace dorvanel::desktop {
 
-using platform::AlertButton;
+using ui::AlertButton;
 
 namespace {
 

@@ -28,10 +28,10 @@ inline constexpr int alertNameWidth = 330;
 QMessageBox* makeAlert(QWidget* parent, const AlertText& text);
 
 /// The button that ended the box.
-platform::AlertButton clickedButton(const QMessageBox& box);
+ui::AlertButton clickedButton(const QMessageBox& box);
 
 /// Modal alerts over the main window. While one is up, the timers stand still.
-class QtAlertPanel final : public platform::AlertPanel {
+class QtAlertPanel final : public ui::AlertPanel {
   public:
     /// Told when an alert comes up and when it has gone.
     using Asking = std::function<void(bool)>;
@@ -40,11 +40,11 @@ class QtAlertPanel final : public platform::AlertPanel {
     QtAlertPanel(QWidget& parent, QtRunLoop& loop, Asking asking)
         : parent_(parent), loop_(loop), asking_(std::move(asking)) {}
 
-    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
-                                        const std::string& defaultButton,
-                                        const std::string& alternateButton,
-                                        const std::string& otherButton) override;
-    platform::AlertButton ask(const AlertText& text);
+    ui::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                  const std::string& defaultButton,
+                                  const std::string& alternateButton,
+                                  const std::string& otherButton) override;
+    ui::AlertButton ask(const AlertText& text);
 
   private:
     QWidget& parent_;

@@ -4,7 +4,7 @@
 
 namespace dorvanel::desktop {
 
-using platform::TerminateReply;
+using ui::TerminateReply;
 
 void QtApplication::onMainThread(void (QtApplication::*call)()) {
     if (isMainThread()) return (this->*call)();
@@ -34,7 +34,6 @@ void QtApplication::hideNow() {
 void QtApplication::terminateNow() {
     // Asked again while the answer is still out: the same answer comes.
     if (ended_ || deferred_) return;
-    if (!delegate_.shouldTerminate) return loop_.stop();  // nothing has been launched yet
     if (delegate_.shouldTerminate() == TerminateReply::now) return end();
     deferred_ = true;
     delegate_.terminationDeferred();

@@ -1,31 +1,29 @@
 #pragma once
 
-#include <functional>
-
 #include "app/desktop/QtRunLoop.h"
 #include "ui/Application.h"
 
 namespace dorvanel::desktop {
 
-/// The application object: hiding, and quitting by way of a delegate.
-class QtApplication final : public platform::Application {
+/// What the application object asks of the program. Called on the main thread.
+class ApplicationDelegate {
   public:
-    /// The application's delegate; called on the main thread.
-    struct Delegate {
-        std::function<platform::TerminateReply()> shouldTerminate;
-        /// The quit was put off: the window may tell.
-        std::function<void()> terminationDeferred;
-        /// The last thing before the program ends.
-        std::function<void()> willTerminate;
-        /// Puts the windows away.
-        std::function<void()> hideWindows;
-    };
+    virtual ~ApplicationDelegate() = default;
+    virtual ui::TerminateReply shouldTerminate() = 0;
+    /// The quit was put off: the window may tell.
+    virtual void terminationDeferred() = 0;
+    /// The last thing before the program ends.
+    virtual void willTerminate() = 0;
+    /// Puts the windows away.
+    virtual void hideWindows() = 0;
+};
 
-    /// `loop` outlives this object.
-    explicit QtApplication(QtRunLoop& loop) : loop_(loop) {}
-
-    /// Before it, a request to quit ends the loop without further ado; the rest is for after it.
-    void setDelegate(Delegate delegate) { delegate_ = std::move(delegate); }
+/// The application object: hiding, and quitting by way of a delegate.
+class QtApplication final : public ui::Application {
+  public:
+    /// Both outlive this object.
+    QtApplication(QtRunLoop& loop, ApplicationDelegate& delegate)
+        : loop_(loop), delegate_(delegate) {}
 
     void hide() override;
     void terminate() override;
@@ -38,7 +36,7 @@ class QtApplication final : public platform::Application {
     void end();
 
     QtRunLoop& loop_;
-    Delegate delegate_;
+    ApplicationDelegate& delegate_;
     bool deferred_ = false;
     bool ended_ = false;
 };

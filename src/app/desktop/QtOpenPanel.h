@@ -8,7 +8,7 @@ namespace dorvanel::desktop {
 
 /// The desktop's file dialog. It shows names as text, so a file whose name is not valid UTF-8
 /// cannot be picked in it; such a file can be dropped on the window.
-class QtOpenPanel final : public platform::OpenPanel {
+class QtOpenPanel final : public ui::OpenPanel {
   public:
     explicit QtOpenPanel(QWidget& parent) : parent_(parent) {}
 

@@ -9,10 +9,10 @@
 
 namespace dorvanel::desktop {
 
-using platform::Color;
+using ui::Color;
 
 QtTextField::QtTextField(QLabel& label, Elide elide)
-    : label_(label), elide_(elide), text_(label.text()), coalescer_([this] { show(); }) {}
+    : label_(label), elide_(elide), text_(label.text()), wake_([this] { show(); }) {}
 
 void QtTextField::setStringValue(std::string_view text) {
     {
@@ -32,9 +32,9 @@ void QtTextField::setTextColor(Color color) {
 
 void QtTextField::change() {
     if (isMainThread()) {
-        coalescer_.deliverNow();
+        show();
     } else {
-        coalescer_.post();
+        wake_.post();
     }
 }
 
@@ -105,14 +105,14 @@ void ApplicationLabel::showColor(Color color) {
 }
 
 QtProgressIndicator::QtProgressIndicator(QProgressBar& bar)
-    : bar_(bar), coalescer_([this] { show(); }) {}
+    : bar_(bar), wake_([this] { show(); }) {}
 
 void QtProgressIndicator::setDoubleValue(double percent) {
     percent_ = percent;
     if (isMainThread()) {
-        coalescer_.deliverNow();
+        show();
     } else {
-        coalescer_.post();
+        wake_.post();
     }
 }
 

@@ -2,17 +2,18 @@
 
 #include <QLabel>
 #include <QProgressBar>
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <string>
 
-#include "app/desktop/Coalescer.h"
+#include "app/desktop/MainThreadWake.h"
 #include "ui/Outlets.h"
 
 namespace dorvanel::desktop {
 
 /// A label of the interface.
-class QtTextField : public platform::TextField {
+class QtTextField : public ui::TextField {
   public:
     enum class Elide { no, middle };
 
@@ -21,7 +22,7 @@ class QtTextField : public platform::TextField {
     explicit QtTextField(QLabel& label, Elide elide = Elide::no);
 
     void setStringValue(std::string_view text) override;
-    void setTextColor(platform::Color color) override;
+    void setTextColor(ui::Color color) override;
     void display() override;
 
     /// Shows text and colour again: the palette or the width has changed. Main thread.
@@ -29,7 +30,7 @@ class QtTextField : public platform::TextField {
 
   protected:
     /// Shows a colour. Main thread.
-    virtual void showColor(platform::Color color);
+    virtual void showColor(ui::Color color);
     QLabel& label() { return label_; }
 
   private:
@@ -41,10 +42,10 @@ class QtTextField : public platform::TextField {
     Elide elide_;
     std::mutex mutex_;  ///< guards the two pending values
     std::optional<std::string> pendingText_;
-    std::optional<platform::Color> pendingColor_;
-    QString text_;                          ///< as shown; main thread
-    std::optional<platform::Color> color_;  ///< as shown; main thread
-    Coalescer coalescer_;
+    std::optional<ui::Color> pendingColor_;
+    QString text_;                    ///< as shown; main thread
+    std::optional<ui::Color> color_;  ///< as shown; main thread
+    MainThreadWake wake_;
 };
 
 /// The label of a supported application: its colour also shows in the mark beside it and in words.
@@ -53,14 +54,14 @@ class ApplicationLabel final : public QtTextField {
     ApplicationLabel(QLabel& label, QLabel& mark);
 
   protected:
-    void showColor(platform::Color color) override;
+    void showColor(ui::Color color) override;
 
   private:
     QLabel& mark_;
 };
 
 /// The progress bar.
-class QtProgressIndicator final : public platform::ProgressIndicator {
+class QtProgressIndicator final : public ui::ProgressIndicator {
   public:
     /// `bar` outlives the outlet; its range is 0 to 100.
     explicit QtProgressIndicator(QProgressBar& bar);
@@ -73,7 +74,7 @@ class QtProgressIndicator final : public platform::ProgressIndicator {
 
     QProgressBar& bar_;
     std::atomic<double> percent_ = 0;
-    Coalescer coalescer_;
+    MainThreadWake wake_;
 };
 
 }  // namespace dorvanel::desktop

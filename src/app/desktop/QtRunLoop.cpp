@@ -6,7 +6,7 @@
 
 namespace dorvanel::desktop {
 
-class QtTimer final : public platform::Timer, public std::enable_shared_from_this<QtTimer> {
+class QtTimer final : public ui::Timer, public std::enable_shared_from_this<QtTimer> {
   public:
     QtTimer(QtRunLoop& loop, std::chrono::milliseconds interval, QtRunLoop::Fire fire)
         : loop_(loop), fire_(std::move(fire)) {
@@ -43,8 +43,8 @@ QtRunLoop::~QtRunLoop() {
     for (const auto& timer : timers_) timer->invalidate();
 }
 
-std::shared_ptr<platform::Timer> QtRunLoop::scheduleRepeatingTimer(
-    std::chrono::milliseconds interval, Fire fire) {
+std::shared_ptr<ui::Timer> QtRunLoop::scheduleRepeatingTimer(std::chrono::milliseconds interval,
+                                                             Fire fire) {
     std::erase_if(timers_,
                   [](const auto& timer) { return !timer->isValid() && timer.use_count() == 1; });
     timers_.push_back(std::make_shared<QtTimer>(*this, interval, std::move(fire)));

@@ -16,13 +16,13 @@ class QtTimer;
 
 /// The main loop over Qt's. Repeating timers do not fire while the program is in a modal alert or
 /// in work that keeps the main thread: what they start must not come in between.
-class QtRunLoop final : public platform::RunLoop {
+class QtRunLoop final : public ui::RunLoop {
   public:
     QtRunLoop() = default;
     ~QtRunLoop() override;
 
-    std::shared_ptr<platform::Timer> scheduleRepeatingTimer(std::chrono::milliseconds interval,
-                                                            Fire fire) override;
+    std::shared_ptr<ui::Timer> scheduleRepeatingTimer(std::chrono::milliseconds interval,
+                                                      Fire fire) override;
     void run() override;
     void stop() override;
     void performOnMainThread(std::function<void()> work) override;

@@ -9,20 +9,20 @@
 
 namespace dorvanel::desktop {
 
-using platform::SheetCode;
+using ui::SheetCode;
 
 namespace {
 
 /// A frame is saved once it has stood still for so long, and when the window goes.
 constexpr std::chrono::milliseconds frameSaveDelay{500};
 
-SheetCode sheetCode(platform::AlertButton button) {
+SheetCode sheetCode(ui::AlertButton button) {
     switch (button) {
-        case platform::AlertButton::defaultButton:
+        case ui::AlertButton::defaultButton:
             return SheetCode::defaultButton;
-        case platform::AlertButton::alternateButton:
+        case ui::AlertButton::alternateButton:
             return SheetCode::alternateButton;
-        case platform::AlertButton::otherButton:
+        case ui::AlertButton::otherButton:
             break;
     }
     return SheetCode::otherButton;

@@ -25,7 +25,7 @@ void closeByKey(QWidget& window);
 
 /// The main window. Its frame is kept in the user's defaults under "NSWindow Frame NAME", as four
 /// numbers: left, top, width, height.
-class QtWindow final : public QObject, public platform::Window {
+class QtWindow final : public QObject, public ui::Window {
   public:
     /// Both outlive this object.
     QtWindow(QWidget& window, platform::UserDefaults& defaults);
@@ -37,7 +37,7 @@ class QtWindow final : public QObject, public platform::Window {
     void beginSheet(const std::string& title, const std::string& message,
                     const std::string& defaultButton, const std::string& alternateButton,
                     const std::string& otherButton,
-                    std::function<void(platform::SheetCode)> didDismiss) override;
+                    std::function<void(ui::SheetCode)> didDismiss) override;
 
     /// Saves a frame that has changed since it was last saved.
     void saveFrame();

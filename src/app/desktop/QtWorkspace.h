@@ -6,7 +6,7 @@
 namespace dorvanel::desktop {
 
 /// The desktop that the program runs on.
-class QtWorkspace final : public platform::Workspace, public platform::SystemSound {
+class QtWorkspace final : public ui::Workspace, public platform::SystemSound {
   public:
     void openURL(const std::string& url) override;
     void beep() override;

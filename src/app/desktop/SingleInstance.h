@@ -38,9 +38,6 @@ class SingleInstance final : public QObject {
     /// there is neither. False when it did not take them.
     bool handOver(const std::vector<std::string>& files, const std::string& action);
 
-    /// The service's name on the bus.
-    [[nodiscard]] const QString& serviceName() const { return name_; }
-
     static constexpr const char* objectPath = "/com/dorvanel/DorvanelX";
     static constexpr const char* interfaceName = "org.freedesktop.Application";
 

@@ -18,7 +18,7 @@ class Tray final {
     struct Parts {
         /// Whether there is a status area now; empty where there never is one.
         std::function<bool()> isAvailable;
-        platform::Menu& commands;
+        ui::Menu& commands;
         std::function<void()> show, quit;
         /// The status area, and the icon with it, has gone.
         std::function<void()> gone;

@@ -3,16 +3,17 @@
 #include <iostream>
 #include <vector>
 
+#include "app/BundleInformation.h"
 #include "app/desktop/Bytes.h"
 #include "app/desktop/CommandLine.h"
 #include "app/desktop/Desktop.h"
 #include "app/desktop/StatusArea.h"
 #include "platform/AccountFolders.h"
 #include "platform/ProcessStart.h"
-#include "prefs/PropertyListDefaults.h"
 #include "platform/QuitSignals.h"
 #include "platform/Resources.h"
 #include "platform/UserSwitch.h"
+#include "prefs/PropertyListDefaults.h"
 
 namespace {
 
@@ -37,32 +38,40 @@ void setUp(QApplication& application, const std::string& resources) {
 
 int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instance) {
     std::string trouble;
-    const auto report = [](const platform::Error& error) {
-        platform::systemLog().log(error.message());
-    };
-    const auto reportOfPreferences = [&](const platform::Error& error) {
+    const auto report = [](const Error& error) { platform::systemLog().log(error.message()); };
+    const auto reportOfPreferences = [&](const Error& error) {
         trouble = error.message();
         report(error);
     };
     if (const auto made = platform::makeAccountFolders(); !made) report(made.error());
-    const auto defaults =
-        platform::openUserDefaults(platform::userDefaultsPath(), reportOfPreferences);
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto defaults = openUserDefaults(userDefaultsPath(), reportOfPreferences);
+    PreferencesOwner preferencesOwner{.defaults = *defaults, .applications = supportedApplications};
+    const auto preferences = Preferences::sharedInstance(preferencesOwner);
     const auto system = platform::makeSystemCalls();
     const auto draws = makeDrawSequence();
     const auto listing = platform::makeProcessListing();
     const auto processes = platform::makeProcessManager();
     const auto events = platform::makeSystemEvents();
     const std::string resources = platform::resourcesFolder();
-    platform::BundleInformationFile bundle(resources + "/Info.plist");
+    BundleInformationFile bundle(resources + "/Info.plist");
     const auto medium = platform::makeMediumInspector();
     desktop::StatusArea statusArea;
 
-    desktop::Desktop program({*system, platform::systemClock(), *draws,
-                              platform::defaultFileManager(), *defaults, *preferences, *listing,
-                              *processes, *events, platform::systemLog(), bundle, *medium,
-                              resources, [&trouble] { return trouble; },
-                              [&statusArea] { return statusArea.isThere(); }});
+    desktop::Desktop program({.system = *system,
+                              .clock = platform::systemClock(),
+                              .draws = *draws,
+                              .files = platform::defaultFileManager(),
+                              .defaults = *defaults,
+                              .preferencesInstance = *preferences,
+                              .listing = *listing,
+                              .processes = *processes,
+                              .events = *events,
+                              .log = platform::systemLog(),
+                              .bundle = bundle,
+                              .medium = *medium,
+                              .resourcesFolder = resources,
+                              .preferencesTrouble = [&trouble] { return trouble; },
+                              .hasStatusArea = [&statusArea] { return statusArea.isThere(); }});
     statusArea.watch([&program] { program.checkStatusArea(); });
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;

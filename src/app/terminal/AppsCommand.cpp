@@ -5,7 +5,7 @@
 
 #include "app/terminal/Commands.h"
 #include "app/terminal/OpenedPreferences.h"
-#include "prefs/KeyTable.h"
+#include "apps/Applications.h"
 
 namespace dorvanel::terminal {
 namespace {

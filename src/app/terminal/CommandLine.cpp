@@ -82,8 +82,8 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
 namespace {
 
 /// Settles whose home folder it is, and who works in it.
-platform::Result<platform::Done> enterHome(const Command& command) {
-    platform::Result<platform::Done> entered =
+Result<Done> enterHome(const Command& command) {
+    Result<Done> entered =
         command.home ? platform::useHomeDirectory(*command.home) : platform::checkHomeDirectory();
     if (entered && !command.keepsRights) entered = platform::becomeOwnerOfHome();
     return entered;
@@ -95,7 +95,7 @@ ExitStatus runCommandLine(const std::vector<std::string>& arguments, Terminal& t
     ExitStatus ended = ExitStatus::done;
     const std::optional<Command> command = readCommandLine(arguments, terminal, ended);
     if (!command) return ended;
-    const platform::Result<platform::Done> entered = enterHome(*command);
+    const Result<Done> entered = enterHome(*command);
     if (!entered) {
         terminal.complain(entered.error().message());
         return ExitStatus::usage;

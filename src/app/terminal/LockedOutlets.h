@@ -8,16 +8,16 @@ namespace dorvanel::terminal {
 
 /// Outlets that two threads use while both write to one terminal: the worker of a run its progress,
 /// the main thread the status of Browser Watch. One mutex for all that share the terminal.
-class LockedTextField final : public platform::TextField {
+class LockedTextField final : public ui::TextField {
   public:
     /// Both must outlive it.
-    LockedTextField(platform::TextField& field, std::mutex& mutex) : field_(field), mutex_(mutex) {}
+    LockedTextField(ui::TextField& field, std::mutex& mutex) : field_(field), mutex_(mutex) {}
 
     void setStringValue(std::string_view text) override {
         const std::lock_guard lock(mutex_);
         field_.setStringValue(text);
     }
-    void setTextColor(platform::Color color) override {
+    void setTextColor(ui::Color color) override {
         const std::lock_guard lock(mutex_);
         field_.setTextColor(color);
     }
@@ -27,14 +27,14 @@ class LockedTextField final : public platform::TextField {
     }
 
   private:
-    platform::TextField& field_;
+    ui::TextField& field_;
     std::mutex& mutex_;
 };
 
-class LockedProgressIndicator final : public platform::ProgressIndicator {
+class LockedProgressIndicator final : public ui::ProgressIndicator {
   public:
     /// Both must outlive it.
-    LockedProgressIndicator(platform::ProgressIndicator& indicator, std::mutex& mutex)
+    LockedProgressIndicator(ui::ProgressIndicator& indicator, std::mutex& mutex)
         : indicator_(indicator), mutex_(mutex) {}
 
     void setDoubleValue(double percent) override {
@@ -47,7 +47,7 @@ class LockedProgressIndicator final : public platform::ProgressIndicator {
     }
 
   private:
-    platform::ProgressIndicator& indicator_;
+    ui::ProgressIndicator& indicator_;
     std::mutex& mutex_;
 };
 

@@ -1,25 +1,25 @@
 #include "app/terminal/OpenedPreferences.h"
 
+#include "apps/Applications.h"
 #include "platform/AccountFolders.h"
-#include "prefs/PropertyListDefaults.h"
 #include "platform/UserSwitch.h"
+#include "prefs/PropertyListDefaults.h"
 
 namespace dorvanel::terminal {
 
 OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable)
     : terminal_(terminal) {
-    const auto report = [&terminal](const platform::Error& error) {
-        terminal.complain(error.message());
-    };
-    const std::string path = platform::userDefaultsPath();
+    const auto report = [&terminal](const Error& error) { terminal.complain(error.message()); };
+    const std::string path = userDefaultsPath();
     // Root, who stays root where a command must be able to shred anybody's files, makes no folders
     // in a home whose owner may have put links there.
     if (!path.empty() && !platform::isRootInAnothersHome()) {
-        const platform::Result<platform::Done> made = platform::makeAccountFolders();
+        const Result<Done> made = platform::makeAccountFolders();
         if (!made) report(made.error());
     }
-    defaults_ = platform::openUserDefaults(path, report);
-    preferences_ = dorvanel::Preferences::sharedInstance(*defaults_);
+    defaults_ = openUserDefaults(path, report);
+    PreferencesOwner owner{.defaults = *defaults_, .applications = supportedApplications};
+    preferences_ = dorvanel::Preferences::sharedInstance(owner);
     if (!areKnown() && unreadable == Unreadable::stopsIt) {
         terminal.complain(
             "without knowing the preferences nothing is shredded or changed; "
@@ -27,7 +27,7 @@ OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable)
     }
 }
 
-ExitStatus OpenedPreferences::statusOf(const platform::Result<platform::Done>& saved) const {
+ExitStatus OpenedPreferences::statusOf(const Result<Done>& saved) const {
     if (saved) return ExitStatus::done;
     terminal_.complain("not saved: " + saved.error().message());
     return ExitStatus::incomplete;

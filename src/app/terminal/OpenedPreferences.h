@@ -30,7 +30,7 @@ class OpenedPreferences {
     Preferences& preferences() { return *preferences_; }
 
     /// Tells on `err` that a change could not be saved, where it could not.
-    [[nodiscard]] ExitStatus statusOf(const platform::Result<platform::Done>& saved) const;
+    [[nodiscard]] ExitStatus statusOf(const Result<Done>& saved) const;
 
   private:
     Terminal& terminal_;

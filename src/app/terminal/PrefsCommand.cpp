@@ -1,14 +1,13 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <charconv>
 #include <memory>
 #include <ostream>
 
 #include "app/terminal/Commands.h"
 #include "app/terminal/OpenedPreferences.h"
-#include "prefs/KeyTable.h"
+#include "prefs/Keys.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -23,12 +22,12 @@ std::string shown(Number value) {
     return std::to_string(value.intValue());
 }
 
-const PreferenceKey* findKey(Terminal& terminal, const std::string& name) {
-    const auto* found = std::find_if(preferenceKeys.begin(), preferenceKeys.end(),
-                                     [&](const PreferenceKey& key) { return key.name == name; });
-    if (found != preferenceKeys.end()) return found;
-    terminal.complain("there is no preference \"" + name + "\"; \"dorvanel prefs\" lists them");
-    return nullptr;
+std::optional<Key> findKey(Terminal& terminal, const std::string& name) {
+    const std::optional<Key> found = Key::find(name);
+    if (!found) {
+        terminal.complain("there is no preference \"" + name + "\"; \"dorvanel prefs\" lists them");
+    }
+    return found;
 }
 
 std::string allowedValues(const PreferenceKey& key) {
@@ -54,43 +53,42 @@ ExitStatus list(Terminal& terminal) {
     OpenedPreferences opened(terminal);
     if (!opened.areKnown()) return ExitStatus::incomplete;
     for (const PreferenceKey& key : preferenceKeys) {
-        const std::optional<Number> value = opened.preferences().objectForKey(key.name);
-        terminal.out << key.name << ' ' << shown(value.value_or(key.factoryDefault)) << '\n';
+        terminal.out << key.name << ' ' << shown(opened.preferences().objectForKey(Key::of(key)))
+                     << '\n';
     }
     return ExitStatus::done;
 }
 
 ExitStatus get(Terminal& terminal, const Words& words) {
-    const PreferenceKey* key = findKey(terminal, words.key);
-    if (key == nullptr) return ExitStatus::usage;
+    const std::optional<Key> key = findKey(terminal, words.key);
+    if (!key) return ExitStatus::usage;
     OpenedPreferences opened(terminal);
     if (!opened.areKnown()) return ExitStatus::incomplete;
-    const std::optional<Number> value = opened.preferences().objectForKey(key->name);
-    terminal.out << shown(value.value_or(key->factoryDefault)) << '\n';
+    terminal.out << shown(opened.preferences().objectForKey(*key)) << '\n';
     return ExitStatus::done;
 }
 
 ExitStatus set(Terminal& terminal, const Words& words) {
-    const PreferenceKey* key = findKey(terminal, words.key);
-    if (key == nullptr) return ExitStatus::usage;
-    const std::optional<Number> value = parsed(*key, words.value);
+    const std::optional<Key> key = findKey(terminal, words.key);
+    if (!key) return ExitStatus::usage;
+    const std::optional<Number> value = parsed(key->row(), words.value);
     if (!value) {
-        terminal.complain(allowedValues(*key) + ", not \"" + words.value + "\"");
+        terminal.complain(allowedValues(key->row()) + ", not \"" + words.value + "\"");
         return ExitStatus::usage;
     }
     OpenedPreferences opened(terminal);
     if (!opened.areKnown()) return ExitStatus::incomplete;
     dorvanel::Preferences& preferences = opened.preferences();
-    preferences.displayedValues.insert_or_assign(words.key, *value);
+    preferences.displayedValues.insert_or_assign(*key, *value);
     return opened.statusOf(preferences.commitDisplayedValues());
 }
 
 ExitStatus revert(Terminal& terminal) {
     OpenedPreferences opened(terminal, OpenedPreferences::Unreadable::isMended);
-    const platform::Result<platform::Done> started = opened.preferences().startAfresh();
+    const Result<Done> started = opened.preferences().startAfresh();
     if (!started) return opened.statusOf(started);
     opened.preferences().revertToDefault();
-    return opened.statusOf(dorvanel::Preferences::saveDefaults());
+    return opened.statusOf(opened.preferences().saveDefaults());
 }
 
 }  // namespace

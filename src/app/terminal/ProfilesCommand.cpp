@@ -6,8 +6,8 @@
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/TerminalAlertPanel.h"
 #include "platform/FileManager.h"
-#include "ui/Menu.h"
 #include "targets/ProfilesMenu.h"
+#include "ui/Menu.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -30,7 +30,7 @@ class OpenedProfiles {
         for (int i = 0; i < submenu_.numberOfItems(); ++i) visit(submenu_.itemAtIndex(i));
     }
     /// The full folder name behind an item that can be clicked; null for any other.
-    [[nodiscard]] const std::string* nameOf(const platform::MenuItem& item) const {
+    [[nodiscard]] const std::string* nameOf(const ui::MenuItem& item) const {
         return item.isSeparatorItem() || !item.isEnabled() ? nullptr : &profiles_.profileName(item);
     }
     /// Whether what the menu has changed is saved; tells on `err` when it is not.
@@ -39,9 +39,9 @@ class OpenedProfiles {
   private:
     OpenedPreferences& opened_;
     TerminalAlertPanel alerts_;
-    platform::Menu mainMenu_;
-    platform::MenuItem& item_;
-    platform::Menu& submenu_;
+    ui::Menu mainMenu_;
+    ui::MenuItem& item_;
+    ui::Menu& submenu_;
     ProfilesMenu profiles_;
 };
 
@@ -49,7 +49,7 @@ ExitStatus list(Terminal& terminal) {
     OpenedPreferences preferences(terminal);
     if (!preferences.areKnown()) return ExitStatus::incomplete;
     OpenedProfiles opened(preferences, terminal);
-    opened.eachItem([&](const platform::MenuItem& item) {
+    opened.eachItem([&](const ui::MenuItem& item) {
         if (const std::string* name = opened.nameOf(item)) {
             terminal.out << (item.state() ? "[x] " : "[ ] ") << terminal.forOut(*name) << '\n';
         } else {
@@ -63,10 +63,10 @@ ExitStatus select(Terminal& terminal, const std::string& name, bool selected) {
     OpenedPreferences preferences(terminal);
     if (!preferences.areKnown()) return ExitStatus::incomplete;
     OpenedProfiles opened(preferences, terminal);
-    platform::MenuItem* first = nullptr;
+    ui::MenuItem* first = nullptr;
     bool isSelected = false;
     // Mozilla and Firefox may each have a profile of this name; the selection holds names alone.
-    opened.eachItem([&](platform::MenuItem& item) {
+    opened.eachItem([&](ui::MenuItem& item) {
         const std::string* itsName = opened.nameOf(item);
         if (itsName == nullptr || *itsName != name) return;
         if (first == nullptr) first = &item;

@@ -23,7 +23,7 @@ struct ProgressBytes {
 /// rate, time left and the name of the file at hand. Drawn on `display`, no more often; nothing at
 /// all is written where `err` is no terminal. Plain characters and carriage returns only, no
 /// colours, never wider than the terminal. One thread at a time.
-class ProgressBar final : public platform::ProgressIndicator {
+class ProgressBar final : public ui::ProgressIndicator {
   public:
     /// `terminal` and `clock` must outlive the bar. `bytes` is asked at each drawing.
     ProgressBar(Terminal& terminal, const platform::Clock& clock,
@@ -35,7 +35,7 @@ class ProgressBar final : public platform::ProgressIndicator {
     void display() override { draw(); }
 
     /// Shows its text in this bar's line.
-    platform::TextField& fileName() { return fileName_; }
+    ui::TextField& fileName() { return fileName_; }
 
     /// Takes the line away, so that other text can be written; the next drawing brings it back.
     void clear();
@@ -44,11 +44,11 @@ class ProgressBar final : public platform::ProgressIndicator {
     [[nodiscard]] std::string line(int columns) const;
 
   private:
-    class FileName final : public platform::TextField {
+    class FileName final : public ui::TextField {
       public:
         explicit FileName(ProgressBar& bar) : bar_(bar) {}
         void setStringValue(std::string_view text) override;
-        void setTextColor(platform::Color) override {}  // a line without colours
+        void setTextColor(ui::Color) override {}  // a line without colours
         void display() override { bar_.draw(); }
 
       private:

@@ -4,11 +4,9 @@
 #include <string>
 
 #include "app/terminal/Commands.h"
+#include "app/terminal/MachineServices.h"
 #include "app/terminal/RunReportText.h"
-#include "app/terminal/TerminalSession.h"
 #include "platform/QuitSignals.h"
-#include "platform/QuitWait.h"
-#include "platform/Worker.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -31,22 +29,11 @@ const std::map<std::string, void (Controller::*)()>& endings() {
 ExitStatus run(Terminal& terminal, const Options& options) {
     OpenedPreferences opened(terminal);
     if (!opened.preferences().areKnown()) return ExitStatus::notInitiated;
-    const auto loop = platform::makeRunLoop();  // never entered: no timer fires in a run
-    if (loop == nullptr) {
-        terminal.complain("no main loop: out of descriptors");
-        return ExitStatus::notInitiated;
-    }
-    const auto listing = platform::makeProcessListing();
-    const auto processes = platform::makeProcessManager();
-    const auto events = platform::makeSystemEvents();
-    const auto quitWait = platform::makeQuitWait();
-    const auto system = platform::makeSystemCalls();
-    const auto worker = platform::makeWorker();
+    const auto machine = MachineServices::make(terminal);  // its loop is never entered: no timer
+    if (machine == nullptr) return ExitStatus::notInitiated;
     UnseenLabel status;
     TerminalSession session(
-        terminal, opened,
-        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait,
-         *worker},
+        terminal, opened, machine->services(),
         options.yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked,
         status);
     Controller& controller = session.controller();
@@ -58,7 +45,7 @@ ExitStatus run(Terminal& terminal, const Options& options) {
             controller.fileAccessInstance().requestStop();
             session.requestQuit();
         });
-        if (signals == nullptr) {
+        if (!signals) {
             terminal.complain("signals cannot be caught: out of threads or descriptors");
             return ExitStatus::notInitiated;
         }

@@ -32,7 +32,7 @@ const char* reasonOf(Refusal refusal) {
 namespace {
 
 void tellLog(bool wroteLog, Terminal& terminal) {
-    const std::optional<platform::Error> trouble = activityLogTrouble();
+    const std::optional<Error> trouble = activityLogTrouble();
     if (wroteLog && !trouble) {
         terminal.out << "Activity Log: " << terminal.forOut(activityLogPath()) << '\n';
     }

@@ -12,8 +12,6 @@
 #include "app/terminal/OutcomeText.h"
 #include "app/terminal/ProgressBar.h"
 #include "engine/FileAccess.h"
-#include "platform/FileManager.h"
-#include "platform/MountPoints.h"
 #include "platform/QuitSignals.h"
 
 namespace dorvanel::terminal {
@@ -24,18 +22,16 @@ using Paths = std::vector<std::string>;
 /// What to shred, held; nothing, and every reason told, when some of it must not be touched.
 std::optional<ShredArguments> checked(Terminal& terminal, const Paths& arguments,
                                       platform::SystemCalls& system) {
-    const platform::Result<Paths> mounted = platform::mountPoints();
-    if (!mounted) {
-        terminal.complain(mounted.error().message());
+    Result<ShredArguments> items = checkShredArguments(arguments, system);
+    if (!items) {
+        terminal.complain(items.error().message());
         return std::nullopt;
     }
-    ShredArguments items =
-        checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system);
-    for (const ShredArguments::Complaint& complaint : items.complaints) {
+    for (const ShredArguments::Complaint& complaint : items.value().complaints) {
         terminal.complain("\"" + complaint.argument + "\" " + complaint.reason);
     }
-    if (!items.complaints.empty()) return std::nullopt;
-    return items;
+    if (!items.value().complaints.empty()) return std::nullopt;
+    return std::move(items.value());
 }
 
 ExitStatus shred(Terminal& terminal, const Paths& arguments) {
@@ -58,7 +54,7 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
     {
         const auto signals =
             platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });
-        if (signals == nullptr) {
+        if (!signals) {
             terminal.complain("signals cannot be caught: one would end this midway");
         }
         fileAccess.shredItems(items->items);

@@ -11,13 +11,13 @@ namespace dorvanel::terminal {
 /// The status line of Browser Watch: each text that differs from the one before is one line on
 /// `out`, there at once. Colours say nothing here. When nobody reads `out` any more, that is told
 /// once, and `out` swallows from then on what is written to it.
-class StatusLine final : public platform::TextField {
+class StatusLine final : public ui::TextField {
   public:
     /// `terminal` must outlive it.
     explicit StatusLine(Terminal& terminal) : terminal_(terminal) {}
 
     void setStringValue(std::string_view text) override;
-    void setTextColor(platform::Color) override {}
+    void setTextColor(ui::Color) override {}
     void display() override {}
 
     /// Called when `out` has gone; may be empty.
@@ -29,10 +29,10 @@ class StatusLine final : public platform::TextField {
 };
 
 /// A label that nobody sees.
-class UnseenLabel final : public platform::TextField {
+class UnseenLabel final : public ui::TextField {
   public:
     void setStringValue(std::string_view) override {}
-    void setTextColor(platform::Color) override {}
+    void setTextColor(ui::Color) override {}
     void display() override {}
 };
 

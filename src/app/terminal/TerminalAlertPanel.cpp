@@ -10,7 +10,7 @@
 namespace dorvanel::terminal {
 namespace {
 
-using platform::AlertButton;
+using ui::AlertButton;
 
 struct Button {
     AlertButton which;

@@ -2,8 +2,8 @@
 
 #include <iosfwd>
 
-#include "ui/AlertPanel.h"
 #include "platform/AnswerInput.h"
+#include "ui/AlertPanel.h"
 
 namespace dorvanel::terminal {
 
@@ -11,7 +11,7 @@ namespace dorvanel::terminal {
 /// answer is a button's title or its first letter, in any case; an empty line, the end of the input
 /// and an interrupted one mean the default button; anything else is asked again. An alert with one
 /// button takes any line. What was typed before the question was there is no answer to it.
-class TerminalAlertPanel final : public platform::AlertPanel {
+class TerminalAlertPanel final : public ui::AlertPanel {
   public:
     enum class Answers {
         asked,   ///< by the person at the terminal
@@ -22,10 +22,10 @@ class TerminalAlertPanel final : public platform::AlertPanel {
     TerminalAlertPanel(platform::AnswerInput& in, std::ostream& err, Answers answers)
         : in_(in), err_(err), answers_(answers) {}
 
-    platform::AlertButton runAlertPanel(const std::string& title, const std::string& message,
-                                        const std::string& defaultButton,
-                                        const std::string& alternateButton,
-                                        const std::string& otherButton) override;
+    ui::AlertButton runAlertPanel(const std::string& title, const std::string& message,
+                                  const std::string& defaultButton,
+                                  const std::string& alternateButton,
+                                  const std::string& otherButton) override;
 
   private:
     platform::AnswerInput& in_;

@@ -2,15 +2,15 @@
 
 #include "app/terminal/MediumText.h"
 #include "platform/SystemSound.h"
-#include "watch/WatchedApplications.h"
+#include "watch/ListedApplication.h"
 
 namespace dorvanel::terminal {
 namespace {
 
-BrowserWatchOutlets outletsOf(platform::TextField& status, platform::TextField& label) {
+BrowserWatchOutlets outletsOf(ui::TextField& status, ui::TextField& label) {
     BrowserWatchOutlets outlets{};
     outlets.browserWatchStatusTextbox = &status;
-    for (const WatchedApplication& application : kWatchedApplications) {
+    for (const SupportedApplication& application : applications) {
         outlets.*application.label = &label;
     }
     return outlets;
@@ -20,7 +20,7 @@ BrowserWatchOutlets outletsOf(platform::TextField& status, platform::TextField& 
 
 TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
                                  SessionServices services, TerminalAlertPanel::Answers answers,
-                                 platform::TextField& status)
+                                 ui::TextField& status)
     : terminal_(terminal),
       runLoop_(services.runLoop),
       draws_(makeDrawSequence()),
@@ -35,29 +35,31 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
       fileName_(bar_.fileName(), terminalMutex_),
       status_(status, terminalMutex_) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
-    controller_ = std::make_unique<Controller>(ControllerParts{services.system,
-                                                               services.clock,
-                                                               *draws_,
-                                                               platform::defaultFileManager(),
-                                                               opened.defaults(),
-                                                               opened.preferences(),
-                                                               services.runLoop,
-                                                               services.listing,
-                                                               services.processes,
-                                                               services.events,
-                                                               services.quitWait,
-                                                               services.worker,
-                                                               platform::terminalSound(),
-                                                               bundle_,
-                                                               alerts_,
-                                                               *this,
-                                                               *this,
-                                                               *this,
-                                                               mainMenu_,
-                                                               shreddingProgress_,
-                                                               fileName_,
-                                                               outletsOf(status_, label_),
-                                                               *this});
+    controller_ = std::make_unique<Controller>(ControllerParts{
+        .system = services.system,
+        .clock = services.clock,
+        .draws = *draws_,
+        .files = platform::defaultFileManager(),
+        .defaults = opened.defaults(),
+        .preferencesInstance = opened.preferences(),
+        .runLoop = services.runLoop,
+        .listing = services.listing,
+        .processes = services.processes,
+        .events = services.events,
+        .quitWait = services.quitWait,
+        .worker = services.worker,
+        .sound = platform::terminalSound(),
+        .bundle = bundle_,
+        .alertPanel = alerts_,
+        .application = *this,
+        .workspace = workspace_,
+        .myWindow = window_,
+        .mainMenu = mainMenu_,
+        .shreddingProgress = shreddingProgress_,
+        .fileName = fileName_,
+        .watchOutlets = outletsOf(status_, label_),
+        .observer = *this,
+    });
 }
 
 void TerminalSession::requestQuit() {
@@ -74,7 +76,7 @@ void TerminalSession::clearProgress() {
 }
 
 void TerminalSession::terminate() {
-    if (controller_->applicationShouldTerminate() == platform::TerminateReply::now) {
+    if (controller_->applicationShouldTerminate() == ui::TerminateReply::now) {
         runLoop_.stop();
     }
 }

@@ -7,6 +7,7 @@
 
 #include "app/Controller.h"
 #include "app/terminal/LockedOutlets.h"
+#include "app/terminal/NoDesktop.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/ProgressBar.h"
 #include "app/terminal/StatusLine.h"
@@ -21,7 +22,7 @@ namespace dorvanel::terminal {
 struct SessionServices {
     platform::SystemCalls& system;
     platform::Clock& clock;
-    platform::RunLoop& runLoop;
+    ui::RunLoop& runLoop;
     platform::ProcessListing& listing;
     platform::ProcessManager& processes;
     platform::SystemEvents& events;
@@ -31,15 +32,12 @@ struct SessionServices {
 
 /// The application controller in a terminal: no window, alerts as questions, progress as a bar. Its
 /// application object ends the run loop.
-class TerminalSession final : private platform::Application,
-                              private platform::Window,
-                              private platform::Workspace,
-                              private RunObserver {
+class TerminalSession final : private ui::Application, private RunObserver {
   public:
     /// `status` shows the status line of Browser Watch. Terminal, preferences and `status` must
     /// outlive the session.
     TerminalSession(Terminal& terminal, OpenedPreferences& opened, SessionServices services,
-                    TerminalAlertPanel::Answers answers, platform::TextField& status);
+                    TerminalAlertPanel::Answers answers, ui::TextField& status);
 
     Controller& controller() { return *controller_; }
 
@@ -57,28 +55,22 @@ class TerminalSession final : private platform::Application,
     void clearProgress();
 
   private:
-    // platform::Application
+    // ui::Application
     void hide() override {}
     void terminate() override;
     void replyToApplicationShouldTerminate(bool shouldTerminate) override;
-    // platform::Window: there is none.
-    void setFrameAutosaveName(const std::string&) override {}
-    void center() override {}
-    void makeKeyAndOrderFront() override {}
-    void beginSheet(const std::string&, const std::string&, const std::string&, const std::string&,
-                    const std::string&, std::function<void(platform::SheetCode)>) override {}
-    // platform::Workspace: nothing of the terminal program opens an address.
-    void openURL(const std::string&) override {}
     // RunObserver
     void runBegins(const std::vector<std::string>& items) override;
     void runEnded(const RunReport& report) override;
 
     Terminal& terminal_;
-    platform::RunLoop& runLoop_;
+    ui::RunLoop& runLoop_;
     std::unique_ptr<DrawSequence> draws_;
-    platform::BundleInformationFile bundle_;
+    BundleInformationFile bundle_;
     TerminalAlertPanel alerts_;
-    platform::Menu mainMenu_;
+    ui::Menu mainMenu_;
+    NoWindow window_;
+    NoWorkspace workspace_;
 
     std::mutex terminalMutex_;
     UnseenLabel label_;

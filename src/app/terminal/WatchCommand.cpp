@@ -3,11 +3,9 @@
 #include <memory>
 
 #include "app/terminal/Commands.h"
+#include "app/terminal/MachineServices.h"
 #include "app/terminal/RunReportText.h"
-#include "app/terminal/TerminalSession.h"
 #include "platform/QuitSignals.h"
-#include "platform/QuitWait.h"
-#include "platform/Worker.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -15,28 +13,21 @@ namespace {
 ExitStatus watch(Terminal& terminal, bool yes) {
     OpenedPreferences opened(terminal);
     if (!opened.preferences().areKnown()) return ExitStatus::notInitiated;
-    const auto loop = platform::makeRunLoop();
-    if (loop == nullptr) {
-        terminal.complain("no main loop: out of descriptors");
-        return ExitStatus::incomplete;
-    }
-    const auto listing = platform::makeProcessListing();
-    const auto processes = platform::makeProcessManager();
-    const auto events = platform::makeSystemEvents();
-    const auto quitWait = platform::makeQuitWait();
-    const auto system = platform::makeSystemCalls();
-    const auto worker = platform::makeWorker();
+    const auto machine = MachineServices::make(terminal);
+    if (machine == nullptr) return ExitStatus::incomplete;
     StatusLine status(terminal);
     TerminalSession session(
-        terminal, opened,
-        {*system, platform::systemClock(), *loop, *listing, *processes, *events, *quitWait,
-         *worker},
+        terminal, opened, machine->services(),
         yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked, status);
     Controller& controller = session.controller();
 
     // Standard output is for the status texts alone: what a run did goes to standard error.
-    Terminal report{terminal.err, terminal.err,           terminal.in,
-                    true,         terminal.errIsTerminal, terminal.columns};
+    Terminal report{.out = terminal.err,
+                    .err = terminal.err,
+                    .in = terminal.in,
+                    .outIsTerminal = true,
+                    .errIsTerminal = terminal.errIsTerminal,
+                    .columns = terminal.columns};
     session.onRunEnded = [&](const RunReport& ended) {
         tellReport(ended, opened.preferences().boolForKey("ActivityLog"), report);
     };
@@ -46,13 +37,13 @@ ExitStatus watch(Terminal& terminal, bool yes) {
             if (++requests > 1) controller.fileAccessInstance().requestStop();
             session.requestQuit();
         });
-        if (signals == nullptr) {
+        if (!signals) {
             terminal.complain("signals cannot be caught: out of threads or descriptors");
             return ExitStatus::notInitiated;
         }
         status.onGone = [&session] { session.requestQuit(); };
         controller.applicationDidFinishLaunching();
-        loop->run();
+        machine->runLoop().run();
         controller.run().waitForWorker();
     }
     session.tellPendingReports();

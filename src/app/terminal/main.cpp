@@ -15,19 +15,19 @@ using platform::StandardStream;
 
 terminal::ExitStatus run(int argc, char** argv) {
     const auto medium = platform::makeMediumInspector();
-    const auto answers = platform::makeAnswerInput();
-    if (answers == nullptr) {
+    auto answers = platform::makeAnswerInput();
+    if (!answers) {
         std::cerr << "dorvanel: no descriptor is left to read answers with\n";
         return terminal::ExitStatus::notInitiated;
     }
     terminal::Terminal terminal{
-        std::cout,
-        std::cerr,
-        *answers,
-        platform::isTerminal(StandardStream::out),
-        platform::isTerminal(StandardStream::error),
-        [] { return platform::columnsOfTerminal(StandardStream::error); },
-        medium.get(),
+        .out = std::cout,
+        .err = std::cerr,
+        .in = *answers.value(),
+        .outIsTerminal = platform::isTerminal(StandardStream::out),
+        .errIsTerminal = platform::isTerminal(StandardStream::error),
+        .columns = [] { return platform::columnsOfTerminal(StandardStream::error); },
+        .medium = medium.get(),
     };
     const terminal::ExitStatus status = terminal::runCommandLine(
         std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);

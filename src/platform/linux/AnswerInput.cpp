@@ -62,10 +62,10 @@ class StandardInput final : public AnswerInput {
 
 }  // namespace
 
-std::unique_ptr<AnswerInput> makeAnswerInput() {
+Result<std::unique_ptr<AnswerInput>> makeAnswerInput() {
     FileDescriptor interrupted(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    if (!interrupted.isOpen()) return nullptr;
-    return std::make_unique<StandardInput>(std::move(interrupted));
+    if (!interrupted.isOpen()) return Error::fromErrno("read answers", {});
+    return std::unique_ptr<AnswerInput>(std::make_unique<StandardInput>(std::move(interrupted)));
 }
 
 }  // namespace dorvanel::platform

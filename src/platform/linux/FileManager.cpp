@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include "platform/linux/RenameWithoutReplacing.h"
 
 namespace dorvanel::platform {
 namespace {
@@ -85,13 +86,7 @@ class LinuxFileManager final : public FileManager {
     }
 
     bool movePath(const std::string& from, const std::string& to) override {
-        if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-            return true;
-        }
-        if (errno != EINVAL && errno != ENOSYS) return false;
-        // A file system that cannot refuse to replace: look first.
-        struct stat status {};
-        return ::lstat(to.c_str(), &status) != 0 && ::rename(from.c_str(), to.c_str()) == 0;
+        return renameWithoutReplacing(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str()) == 0;
     }
 
     bool copyPath(const std::string& from, const std::string& to) override {

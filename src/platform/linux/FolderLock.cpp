@@ -5,14 +5,17 @@
 
 #include <cerrno>
 
+#include "platform/linux/FileDescriptor.h"
+
 namespace dorvanel::platform {
 
 Result<FolderLock> FolderLock::take(const std::string& folder) {
-    FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!descriptor.isOpen()) return Error::fromErrno("open", folder);
+    auto descriptor = std::make_shared<FileDescriptor>(
+        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!descriptor->isOpen()) return Error::fromErrno("open", folder);
     int locked = 0;
     do {
-        locked = ::flock(descriptor.get(), LOCK_EX);
+        locked = ::flock(descriptor->get(), LOCK_EX);
     } while (locked != 0 && errno == EINTR);
     // EBADF: network file systems lock only what is open for writing, which a folder never is.
     const bool cannotLock = locked != 0 && (errno == EBADF || errno == ENOLCK ||

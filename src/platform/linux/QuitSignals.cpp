@@ -93,13 +93,14 @@ class CaughtSignals final : public QuitSignals {
 
 }  // namespace
 
-std::unique_ptr<QuitSignals> catchQuitSignals(std::function<void()> received) {
+Result<std::unique_ptr<QuitSignals>> catchQuitSignals(std::function<void()> received) {
     FileDescriptor counter(::eventfd(0, EFD_CLOEXEC));
-    if (!counter.isOpen()) return nullptr;
+    if (!counter.isOpen()) return Error::fromErrno("catch signals", {});
     try {
-        return std::make_unique<CaughtSignals>(std::move(counter), std::move(received));
-    } catch (const std::system_error&) {
-        return nullptr;
+        return std::unique_ptr<QuitSignals>(
+            std::make_unique<CaughtSignals>(std::move(counter), std::move(received)));
+    } catch (const std::system_error& error) {
+        return Error{error.code().value(), "catch signals", {}, {}};
     }
 }
 

@@ -8,11 +8,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <utility>
 
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/OpenWithoutLinks.h"
+#include "platform/linux/RenameWithoutReplacing.h"
 
 namespace dorvanel::platform {
 namespace {
@@ -58,10 +60,11 @@ Result<Done> flushFolder(const std::string& folder) {
 
 }  // namespace
 
-Result<Done> replaceFile(const std::string& path, std::string_view bytes,
-                         const std::string& temporaryName) {
+Result<Done> replaceFile(const std::string& path, std::string_view bytes, const FolderLock& lock) {
     const std::string folder = fs::path(path).parent_path();
-    const std::string temporary = fs::path(folder) / temporaryName;
+    std::string temporary = fs::path(folder) / ("." + fs::path(path).filename().string() + ".new");
+    // Without a lock two writers must not share a temporary file.
+    if (!lock.isHeld()) temporary += "-" + std::to_string(::getpid());
     if (::unlink(temporary.c_str()) != 0 && errno != ENOENT) {
         return Error::fromErrno("remove", temporary);
     }
@@ -80,15 +83,8 @@ Result<std::string> setFileAside(const std::string& path) {
     constexpr int attempts = 1000;
     for (int i = 1; i <= attempts; ++i) {
         std::string aside = path + " (damaged " + std::to_string(i) + ")";
-        if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE) == 0) {
+        if (renameWithoutReplacing(AT_FDCWD, path.c_str(), AT_FDCWD, aside.c_str()) == 0) {
             return aside;
-        }
-        if (errno == EINVAL || errno == ENOSYS) {
-            // A file system that cannot refuse to replace: a second name does refuse.
-            if (::link(path.c_str(), aside.c_str()) == 0) {
-                if (::unlink(path.c_str()) == 0) return aside;
-                return Error::fromErrno("set aside", path);
-            }
         }
         if (errno != EEXIST) break;
     }

@@ -20,6 +20,7 @@
 #include <cstring>
 #include <fstream>
 #include <thread>
+#include "platform/linux/RenameWithoutReplacing.h"
 
 namespace dorvanel::platform {
 namespace {
@@ -167,15 +168,7 @@ class LinuxSystemCalls final : public SystemCalls {
         return called([&] { return ::mkdirat(folder, name, permissions); });
     }
     int rename(int fromFolder, const char* from, int toFolder, const char* to) override {
-        const int renamed =
-            called([&] { return ::renameat2(fromFolder, from, toFolder, to, RENAME_NOREPLACE); });
-        if (renamed != -EINVAL) return renamed;
-        // A file system that cannot refuse to replace: look first.
-        struct stat found {};
-        const int looked =
-            called([&] { return ::fstatat(toFolder, to, &found, AT_SYMLINK_NOFOLLOW); });
-        if (looked != -ENOENT) return looked < 0 ? looked : -EEXIST;
-        return called([&] { return ::renameat(fromFolder, from, toFolder, to); });
+        return called([&] { return renameWithoutReplacing(fromFolder, from, toFolder, to); });
     }
     int removeFile(int folder, const char* name) override {
         return called([&] { return ::unlinkat(folder, name, 0); });

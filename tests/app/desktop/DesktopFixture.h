@@ -16,17 +16,19 @@
 #include <utility>
 #include <vector>
 
+#include "app/BundleInformation.h"
 #include "app/desktop/Desktop.h"
 #include "app/desktop/QtQuitWait.h"
 #include "engine/random/FeedbackSequence.h"
-#include "prefs/PropertyListDefaults.h"
 #include "platform/Resources.h"
+#include "prefs/PropertyListDefaults.h"
 #include "support/FakeClock.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeMedium.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
 #include "support/LogCapture.h"
+#include "support/SharedPreferences.h"
 #include "support/TemporaryFolder.h"
 
 namespace dorvanel::test {
@@ -128,7 +130,7 @@ class DesktopFixture : public ::testing::Test {
         settle();
     }
 
-    void set(const std::string& key, bool value) {
+    void set(BoolKey key, bool value) {
         preferences->displayedValues.insert_or_assign(key, Number::fromBool(value));
         ASSERT_TRUE(preferences->commitDisplayedValues());
     }
@@ -179,8 +181,8 @@ class DesktopFixture : public ::testing::Test {
     HeldSequence draws;
     std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
     std::unique_ptr<platform::UserDefaults> defaults =
-        platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
-    std::shared_ptr<Preferences> preferences = Preferences::sharedInstance(*defaults);
+        openUserDefaults(userDefaultsPath(), [](const auto&) {});
+    std::shared_ptr<Preferences> preferences = sharedPreferences(*defaults);
     std::string resources = platform::resourcesFolder();
     std::string trouble;  ///< with the stored preferences
     bool hasStatusArea = false;

@@ -240,7 +240,7 @@ TEST_F(LaunchAndQuitTest, ABackgroundElementStartsHidden) {
 }
 
 TEST_F(LaunchAndQuitTest, TheBundleThatIsShippedShowsTheWindow) {
-    const platform::BundleInformationFile shipped(resources + "/Info.plist");
+    const BundleInformationFile shipped(resources + "/Info.plist");
     EXPECT_EQ(shipped.objectForInfoDictionaryKey("NSUIElement"), "0");
 }
 
@@ -274,7 +274,7 @@ TEST_F(LaunchAndQuitTest, QuittingSavesThePreferences) {
     set("BrowserWatch", false);
     QTimer::singleShot(0, &window(), [this] { trigger("reallyQuitAction"); });
     desktop->run();
-    const auto stored = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
+    const auto stored = openUserDefaults(userDefaultsPath(), [](auto&) {});
     EXPECT_TRUE(stored->boolForKey("ShredHistory"));
 }
 
@@ -282,7 +282,7 @@ TEST_F(LaunchAndQuitTest, TheFrameOfTheWindowIsKeptUnderItsName) {
     ASSERT_TRUE(launch());
     window().resize(640, 480);
     window().hide();
-    const auto stored = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
+    const auto stored = openUserDefaults(userDefaultsPath(), [](auto&) {});
     const auto frame = stored->arrayForKey("NSWindow Frame My Window");
     ASSERT_TRUE(frame && frame->size() == 4);
     EXPECT_EQ((*frame)[2], "640");

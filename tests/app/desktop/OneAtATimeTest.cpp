@@ -200,8 +200,8 @@ TEST_F(OneAtATimeTest, WhatGoesOnIsShownStepByStep) {
 /// Where the computer has no thread to give.
 class NoWorker final : public platform::Worker {
   public:
-    platform::Result<platform::Done> start(std::function<void()>) override {
-        return platform::Error{0, "start", "a thread", "none left"};
+    Result<Done> start(std::function<void()>) override {
+        return Error{0, "start", "a thread", "none left"};
     }
     void wait() override {}
 };

@@ -2,6 +2,7 @@
 
 #include "DesktopFixture.h"
 #include "app/desktop/InterfaceFile.h"
+#include "support/SharedPreferences.h"
 
 namespace dorvanel::test {
 namespace {
@@ -10,8 +11,8 @@ using ::testing::ElementsAre;
 
 TEST(PanelLoadingTest, WithoutItsFileTheSystemsLogSaysSoItBeepsAndNothingChanges) {
     TemporaryHome home;
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto defaults = openUserDefaults(userDefaultsPath(), [](auto&) {});
+    const auto preferences = sharedPreferences(*defaults);
     FakeSystemLog log;
     FakeSystemSound sound;
     desktop::PreferencesPanel panel({*preferences, platform::defaultFileManager(), log, sound,
@@ -27,8 +28,8 @@ TEST(PanelLoadingTest, WithoutItsFileTheSystemsLogSaysSoItBeepsAndNothingChanges
 
 TEST(PanelLoadingTest, AFileThatLacksAnOutletConnectsNothingAndTheNextWholeOneAll) {
     TemporaryHome home;
-    const auto defaults = platform::openUserDefaults(platform::userDefaultsPath(), [](auto&) {});
-    const auto preferences = Preferences::sharedInstance(*defaults);
+    const auto defaults = openUserDefaults(userDefaultsPath(), [](auto&) {});
+    const auto preferences = sharedPreferences(*defaults);
     FakeSystemLog log;
     FakeSystemSound sound;
     const std::string whole = readFile(platform::resourcesFolder() + "/MainMenu.ui");

@@ -31,9 +31,9 @@ class PanelTest : public DesktopFixture {
     bool isOn(const char* name) { return control<QAbstractButton>(name).isChecked(); }
     /// The file as it is now, read anew.
     static std::unique_ptr<platform::UserDefaults> stored() {
-        return platform::openUserDefaults(platform::userDefaultsPath(), [](const auto&) {});
+        return openUserDefaults(userDefaultsPath(), [](const auto&) {});
     }
-    void storeNumber(const char* key, int number) {
+    void storeNumber(IndexKey key, int number) {
         preferences->displayedValues.insert_or_assign(key, Number::fromInt(number));
         ASSERT_TRUE(preferences->commitDisplayedValues());
         desktop->panel().reallyupdateUI();
@@ -61,7 +61,7 @@ TEST_F(PanelTest, ABoxThatAssistiveTechnologyTogglesIsSavedToo) {
 }
 
 TEST_F(PanelTest, EveryButtonShowsAndChangesItsOwnPreference) {
-    for (const desktop::PanelControl& each : desktop::panelButtons) {
+    for (const auto& each : desktop::panelButtons) {
         const bool before = preferences->boolForKey(each.key);
         EXPECT_EQ(isOn(each.outlet), before) << each.outlet;
         control<QAbstractButton>(each.outlet).setEnabled(true);
@@ -75,8 +75,9 @@ TEST_F(PanelTest, EveryButtonShowsAndChangesItsOwnPreference) {
 
 TEST_F(PanelTest, EveryEnableBoxIsTitledAsItsApplication) {
     std::vector<std::string> titles;
-    for (const char* name : desktop::enableBoxes) {
-        titles.push_back(control<QAbstractButton>(name).text().toStdString());
+    for (const SupportedApplication* application : listOrder) {
+        titles.push_back(
+            control<QAbstractButton>(application->checkBox.data()).text().toStdString());
     }
     EXPECT_THAT(titles,
                 ElementsAre("Safari", "Internet Explorer", "Mozilla", "Netscape", "iCab", "Omniweb",
@@ -144,8 +145,8 @@ TEST_F(PanelTest, FactorySettingsBringBackEverythingButTheApplications) {
     choose("numberOfWritesPopUp", 5);
     choose("overwritePatternPopUp", 3);
     clickBox("revertToDefaultButton");
-    for (const desktop::PanelControl& each : desktop::panelButtons) {
-        const std::string key = each.key;
+    for (const auto& each : desktop::panelButtons) {
+        const std::string key(each.key.name());
         const bool on = key == "ShredCache" || key == "ShredMailTrash" || key == "BrowserWatch" ||
                         key == "ConfirmShredding";
         EXPECT_EQ(isOn(each.outlet), on) << each.outlet;
@@ -196,7 +197,13 @@ TEST_F(PanelTest, ThePopUpsHaveAnItemForEachIndexAndASeparatorThatCannotBeChosen
 }
 
 TEST_F(PanelTest, AStoredNumberThatIsNoItemShowsWhatWillBeDoneAndIsKeptByOtherClicks) {
-    const std::tuple<const char*, const char*, int, const char*> cases[] = {
+    struct Case {
+        const char* popUp;
+        IndexKey key;
+        int number;
+        const char* text;
+    };
+    const Case cases[] = {
         {"numberOfWritesPopUp", "NumberOfWrites", 1, "65536 passes (stored: 1)"},
         {"numberOfWritesPopUp", "NumberOfWrites", 17, "16 passes (stored: 17)"},
         {"numberOfWritesPopUp", "NumberOfWrites", -3, "65532 passes (stored: -3)"},
@@ -210,7 +217,7 @@ TEST_F(PanelTest, AStoredNumberThatIsNoItemShowsWhatWillBeDoneAndIsKeptByOtherCl
         EXPECT_EQ(popUp.currentText(), text);
         clickBox("shredHistoryCheckbox");
         EXPECT_EQ(preferences->intForKey(key), number);
-        EXPECT_EQ(stored()->integerForKey(key), number);
+        EXPECT_EQ(stored()->integerForKey(std::string(key.name())), number);
     }
 }
 
@@ -252,7 +259,9 @@ TEST_F(PanelTest, TheFourWaysOfOverwritingAreIndependent) {
 
 TEST_F(PanelTest, TheEnableBoxesStandInTwoColumns) {
     std::map<int, int> columns;
-    for (const char* name : desktop::enableBoxes) ++columns[control<QAbstractButton>(name).x()];
+    for (const SupportedApplication& application : applications) {
+        ++columns[control<QAbstractButton>(application.checkBox.data()).x()];
+    }
     ASSERT_EQ(columns.size(), 2U);
     EXPECT_EQ(columns.begin()->second, 6);
 }
@@ -283,7 +292,9 @@ TEST_F(PanelTest, TheFocusGoesDownTheLeftColumnThenTheRightThenAlongTheButtons) 
                                          "confirmShreddingCheckbox",
                                          "activityLogCheckbox",
                                          "hideCheckbox"};
-    expected.insert(expected.end(), desktop::enableBoxes.begin(), desktop::enableBoxes.end());
+    for (const SupportedApplication* application : listOrder) {
+        expected.push_back(application->checkBox.data());
+    }
     for (const char* button : {"revertToDefaultButton", "revertButton", "closeButton"}) {
         expected.emplace_back(button);
     }

@@ -163,10 +163,9 @@ TEST_F(QuitRequestTest, AStopBeforeTheLoopBeginsEndsItAtOnceAndOnlyThatOnce) {
     loop.stop();
     loop.run();
     int beats = 0;
-    const auto timer =
-        loop.scheduleRepeatingTimer(std::chrono::milliseconds(1), [&](platform::Timer&) {
-            if (++beats == 3) loop.stop();
-        });
+    const auto timer = loop.scheduleRepeatingTimer(std::chrono::milliseconds(1), [&](ui::Timer&) {
+        if (++beats == 3) loop.stop();
+    });
     loop.run();
     EXPECT_EQ(beats, 3);
 }

@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "DesktopFixture.h"
+#include "support/SharedPreferences.h"
 
 namespace dorvanel::test {
 namespace {
@@ -12,11 +13,11 @@ class UnknownPreferencesTest : public DesktopFixture {
         writeFile(file(), damaged);
         page = addSafariCache();
         preferences.reset();
-        defaults = platform::openUserDefaults(
-            file(), [this](const platform::Error& error) { trouble = error.message(); });
-        preferences = Preferences::sharedInstance(*defaults);
+        defaults =
+            openUserDefaults(file(), [this](const Error& error) { trouble = error.message(); });
+        preferences = sharedPreferences(*defaults);
     }
-    static std::string file() { return platform::userDefaultsPath(); }
+    static std::string file() { return userDefaultsPath(); }
     QString failure() { return desktop->mainWindow().failures().message(); }
     template <typename Control>
     Control& inPanel(const char* name) {
@@ -82,7 +83,7 @@ TEST_F(UnknownPreferencesTest, FactorySettingsSetTheFileAsideAndBeginAgain) {
     EXPECT_TRUE(panelMessage().startsWith("The preferences begin again. ")) << "and what became "
                                                                                "of the file";
     EXPECT_TRUE(panelMessage().contains("(damaged 1)")) << panelMessage().toStdString();
-    const auto stored = platform::openUserDefaults(file(), [](auto&) {});
+    const auto stored = openUserDefaults(file(), [](auto&) {});
     EXPECT_TRUE(stored->isKnown());
     EXPECT_TRUE(inPanel<QAbstractButton>("enableOperaCheckbox").isChecked());
 

@@ -37,7 +37,7 @@ TEST_F(AppsCommandTest, MozillaAndNetscapeMoveTogether) {
 
 TEST_F(AppsCommandTest, WhatIsAlreadySoIsDoneWithoutAChange) {
     EXPECT_EQ(console.run({"apps", "enable", "Opera"}), 0);
-    EXPECT_FALSE(std::filesystem::exists(platform::userDefaultsPath()));
+    EXPECT_FALSE(std::filesystem::exists(userDefaultsPath()));
 }
 
 TEST_F(AppsCommandTest, AnUnknownNameIsRefused) {

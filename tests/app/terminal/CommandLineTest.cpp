@@ -70,7 +70,7 @@ TEST_F(CommandLineTest, HomeStandsForTheHomeFolderBeforeAndAfterTheCommand) {
         EXPECT_NE(stored.find(key), std::string::npos) << key;
     }
     setenv("HOME", home.path().c_str(), 1);
-    EXPECT_FALSE(std::filesystem::exists(platform::userDefaultsPath()));
+    EXPECT_FALSE(std::filesystem::exists(userDefaultsPath()));
 }
 
 TEST_F(CommandLineTest, HostileWordsAreEscapedOnATerminalAndInAPipe) {
@@ -135,7 +135,7 @@ TEST_F(CommandLineTest, AHomeThatIsEmptyOrRelativeIsRefusedByEveryCommand) {
     std::filesystem::current_path(former);
     setenv("HOME", home.path().c_str(), 1);
     EXPECT_EQ(readFile(file), "kept");
-    EXPECT_FALSE(std::filesystem::exists(platform::userDefaultsPath()));
+    EXPECT_FALSE(std::filesystem::exists(userDefaultsPath()));
 }
 
 }  // namespace

@@ -156,7 +156,7 @@ TEST_F(FullRunTest, WithTheLogOffTheLogOfTheRunBeforeIsEmptied) {
 }
 
 TEST_F(FullRunTest, ARunSavesThePreferencesAndKeepsWhatItDoesNotKnow) {
-    const std::string file = platform::userDefaultsPath();
+    const std::string file = userDefaultsPath();
     std::string stored = readFile(file);
     ASSERT_THAT(stored, HasSubstr("</dict>"));
     stored.insert(stored.rfind("</dict>"),

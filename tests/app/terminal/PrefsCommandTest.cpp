@@ -14,7 +14,7 @@ class PrefsCommandTest : public ::testing::Test {
         return python(home.path(),
                       "import plistlib\n"
                       "d = plistlib.load(open('" +
-                          platform::userDefaultsPath() +
+                          userDefaultsPath() +
                           "', 'rb'))\n"
                           "print(dict(sorted(d.items())))\n");
     }
@@ -35,7 +35,7 @@ TEST_F(PrefsCommandTest, ListsKeysAndValuesInTheOrderOfTheTable) {
         EXPECT_EQ(console.out.str(), list);
         EXPECT_EQ(console.err.str(), "");
     }
-    EXPECT_FALSE(std::filesystem::exists(platform::userDefaultsPath())) << "nothing to store";
+    EXPECT_FALSE(std::filesystem::exists(userDefaultsPath())) << "nothing to store";
 }
 
 TEST_F(PrefsCommandTest, AChangeIsSavedAndPrintedAlone) {
@@ -87,7 +87,7 @@ TEST_F(PrefsCommandTest, ARefusedValueIsAnsweredWithWhatIsAllowedAndNothingIsSto
     EXPECT_EQ(console.err.str(), "dorvanel: OverwritePattern takes 0 or 2 to 6, not \"7\"\n");
     EXPECT_EQ(console.run({"prefs", "set", "NSA", "maybe"}), 2);
     EXPECT_EQ(console.err.str(), "dorvanel: NSA takes YES or NO, not \"maybe\"\n");
-    EXPECT_FALSE(std::filesystem::exists(platform::userDefaultsPath()));
+    EXPECT_FALSE(std::filesystem::exists(userDefaultsPath()));
 }
 
 TEST_F(PrefsCommandTest, AnUnknownPreferenceIsRefused) {
@@ -105,7 +105,7 @@ TEST_F(PrefsCommandTest, AStoredValueThatNobodyCouldChooseIsShownAsItIs) {
            "import plistlib\n"
            "plistlib.dump({'NumberOfWrites': 1, 'OverwritePattern': -4, 'NSA': 'y'},"
            " open('" +
-               platform::userDefaultsPath() + "', 'wb'))\n");
+               userDefaultsPath() + "', 'wb'))\n");
     EXPECT_EQ(console.run({"prefs", "get", "NumberOfWrites"}), 0);
     EXPECT_EQ(console.out.str(), "1\n");
     EXPECT_EQ(console.run({"prefs", "get", "OverwritePattern"}), 0);
@@ -115,7 +115,7 @@ TEST_F(PrefsCommandTest, AStoredValueThatNobodyCouldChooseIsShownAsItIs) {
 }
 
 TEST_F(PrefsCommandTest, AFileThatCannotBeReadIsToldAndNothingIsListedOrChanged) {
-    const std::string path = platform::userDefaultsPath();
+    const std::string path = userDefaultsPath();
     writeFile(path, "junk");
     using Words = std::vector<std::string>;
     for (const Words& words :
@@ -136,7 +136,7 @@ TEST_F(PrefsCommandTest, AFileThatCannotBeReadIsToldAndNothingIsListedOrChanged)
 }
 
 TEST_F(PrefsCommandTest, ARevertSetsAFileThatCannotBeReadAsideAndWritesAGoodOne) {
-    const std::string path = platform::userDefaultsPath();
+    const std::string path = userDefaultsPath();
     writeFile(path, "junk");
     writeFile(path + " (damaged 1)", "of another day");
     EXPECT_EQ(console.run({"prefs", "revert"}), 0);
@@ -153,7 +153,7 @@ TEST_F(PrefsCommandTest, ARevertSetsAFileThatCannotBeReadAsideAndWritesAGoodOne)
 
 TEST_F(PrefsCommandTest, AChangeThatCannotBeSavedIsToldAndFails) {
     // A link to where no file can be made: the list is known, and empty.
-    std::filesystem::create_symlink(home / "missing folder/list", platform::userDefaultsPath());
+    std::filesystem::create_symlink(home / "missing folder/list", userDefaultsPath());
     EXPECT_EQ(console.run({"prefs", "set", "NSA", "YES"}), 1);
     EXPECT_NE(console.err.str().find("dorvanel: not saved: "), std::string::npos)
         << console.err.str();

@@ -93,7 +93,7 @@ TEST_F(ProgramStartTest, ALimitOfFileSizesIsAFailureAndNoSignal) {
         setrlimit(RLIMIT_FSIZE, &limit);
     });
     EXPECT_EQ(exited(status), 1);
-    EXPECT_FALSE(fs::exists(platform::userDefaultsPath()));
+    EXPECT_FALSE(fs::exists(userDefaultsPath()));
 }
 
 TEST_F(ProgramStartTest, TooLittleMemoryIsToldAndNeverAnAbort) {
@@ -149,8 +149,8 @@ TEST_F(ProgramStartTest, RootInAnothersHomeWorksAsThatPersonButForShred) {
     EXPECT_EQ(readFile(roots / "secret"), "root's own");
     EXPECT_EQ(readFile(roots / "folder/file"), "root's own");
 
-    fs::remove(platform::userDefaultsPath());
-    fs::create_symlink(roots / "secret", platform::userDefaultsPath());
+    fs::remove(userDefaultsPath());
+    fs::create_symlink(roots / "secret", userDefaultsPath());
     giveAway();
     for (const Words& words : {Words{"prefs", "list"}, Words{"prefs", "set", "NSA", "YES"},
                                Words{"apps"}, Words{"profiles"}, Words{"prefs", "revert"}}) {
@@ -160,10 +160,10 @@ TEST_F(ProgramStartTest, RootInAnothersHomeWorksAsThatPersonButForShred) {
     EXPECT_EQ(readFile(roots / "secret"), "root's own");
     EXPECT_FALSE(fs::exists(roots / "secret (damaged 1)"));
 
-    fs::remove(platform::userDefaultsPath());
+    fs::remove(userDefaultsPath());
     ASSERT_EQ(exited(start({"prefs", "set", "NSA", "YES"})), 0) << err();
     struct stat status {};
-    ASSERT_EQ(stat(platform::userDefaultsPath().c_str(), &status), 0);
+    ASSERT_EQ(stat(userDefaultsPath().c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, nobody);
 
     ASSERT_EQ(exited(start({"shred", roots / "folder"})), 0) << err();

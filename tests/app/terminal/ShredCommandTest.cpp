@@ -60,10 +60,9 @@ TEST_F(ShredCommandTest, TheContentsAreOverwrittenAsThePreferencesSay) {
 
 TEST_F(ShredCommandTest, WithPreferencesThatCannotBeReadNothingIsTouched) {
     writeFile(work / "file", "contents");
-    writeFile(platform::userDefaultsPath(), "<plist><dict>");
+    writeFile(userDefaultsPath(), "<plist><dict>");
     EXPECT_EQ(console.run({"shred", "file"}), 2);
-    EXPECT_NE(console.err.str().find(platform::userDefaultsPath()), std::string::npos)
-        << console.err.str();
+    EXPECT_NE(console.err.str().find(userDefaultsPath()), std::string::npos) << console.err.str();
     EXPECT_EQ(readFile("file"), "contents");
     EXPECT_EQ(names(), Words{"file"});
 }

@@ -9,8 +9,8 @@
 namespace dorvanel::test {
 namespace {
 
-using platform::AlertButton;
 using terminal::TerminalAlertPanel;
+using ui::AlertButton;
 
 class TerminalAlertPanelTest : public ::testing::Test {
   protected:

@@ -54,12 +54,18 @@ class TerminalSessionTest : public ::testing::Test {
     TestTerminal memory;
     terminal::OpenedPreferences opened{memory.terminal};
     terminal::StatusLine status{memory.terminal};
-    terminal::TerminalSession session{
-        memory.terminal,
-        opened,
-        {*system, clock, loop, listing, processes, events, quitWait, *worker},
-        terminal::TerminalAlertPanel::Answers::assumed,
-        status};
+    terminal::TerminalSession session{memory.terminal,
+                                      opened,
+                                      {.system = *system,
+                                       .clock = clock,
+                                       .runLoop = loop,
+                                       .listing = listing,
+                                       .processes = processes,
+                                       .events = events,
+                                       .quitWait = quitWait,
+                                       .worker = *worker},
+                                      terminal::TerminalAlertPanel::Answers::assumed,
+                                      status};
     std::vector<RunReport> reports;
 };
 
@@ -114,7 +120,7 @@ TEST_F(TerminalSessionTest, WithBrowserWatchOffItSaysSoAndWaitsForThePreference)
         ASSERT_TRUE(opened.preferences().commitDisplayedValues());
     };
     watch(false);
-    loop.scheduleRepeatingTimer(std::chrono::minutes(1), [&](platform::Timer& timer) {
+    loop.scheduleRepeatingTimer(std::chrono::minutes(1), [&](ui::Timer& timer) {
         timer.invalidate();
         watch(true);
     });

@@ -1,4 +1,4 @@
-#include "watch/WatchedApplications.h"
+#include "watch/ListedApplication.h"
 
 #include <algorithm>
 
@@ -13,9 +13,9 @@ bool contains(std::string_view line, std::string_view part) {
 
 std::vector<std::string_view> testStrings() {
     std::vector<std::string_view> strings;
-    strings.reserve(kWatchedApplications.size());
-    for (const WatchedApplication& application : kWatchedApplications) {
-        strings.push_back(application.testString);
+    strings.reserve(applicationCount);
+    for (const SupportedApplication& application : applications) {
+        strings.push_back(application.processText);
     }
     return strings;
 }

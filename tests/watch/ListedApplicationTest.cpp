@@ -1,52 +1,18 @@
-#include "watch/WatchedApplications.h"
+#include "watch/ListedApplication.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <cstring>
-
-#include "watch/WatchHarness.h"
 
 namespace dorvanel::test {
 namespace {
 
 using ::testing::ElementsAre;
 
-TEST(WatchedApplicationsTest, TheFlagsStandInTheOrderOfTheirRecord) {
-    for (std::size_t i = 0; i < kWatchedApplications.size(); ++i) {
-        bw_typedef flags;
-        flags.*kWatchedApplications[i].flag = 1;
-        std::array<std::uint32_t, 12> words{};
-        static_assert(sizeof flags == sizeof words);
-        std::memcpy(words.data(), &flags, sizeof flags);
-        EXPECT_EQ(words[i], 1U) << kWatchedApplications[i].name;
-    }
-}
-
-TEST(WatchedApplicationsTest, TheTestStringsStandInTheSameOrder) {
+TEST(ListedApplicationTest, TheTestStringsStandInTheSameOrder) {
     EXPECT_THAT(testStrings(),
                 ElementsAre("Safari.app", "Internet Explorer.app", "Mozilla.app", "Netscape.app",
                             "iCab", "Opera.app", "OmniWeb.app", "Mail.app", "Eudora.app",
                             "Mailsmith.app", "Camino.app", "Firefox.app"));
-}
-
-TEST(WatchedApplicationsTest, TheDisplayOrderIsThatOfTheListOfEnabledApplications) {
-    std::vector<std::string_view> names;
-    names.reserve(kDisplayOrder.size());
-    for (const std::size_t i : kDisplayOrder) names.push_back(kWatchedApplications[i].name);
-    EXPECT_THAT(names,
-                ElementsAre("Safari", "Internet Explorer", "Mozilla", "Netscape", "iCab", "Omniweb",
-                            "Opera", "Apple Mail", "Eudora", "Mailsmith", "Camino", "Firefox"));
-}
-
-TEST(WatchedApplicationsTest, EachApplicationHasTheLabelOfItsOwn) {
-    FakeWatchWindow window;
-    const BrowserWatchOutlets outlets = window.outlets();
-    const auto labels = window.labels();
-    for (std::size_t i = 0; i < kDisplayOrder.size(); ++i) {
-        const WatchedApplication& application = kWatchedApplications[kDisplayOrder[i]];
-        EXPECT_EQ(outlets.*application.label, labels[i]) << application.name;
-    }
 }
 
 struct Line {

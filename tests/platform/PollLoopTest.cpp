@@ -1,4 +1,4 @@
-#include "ui/RunLoop.h"
+#include "platform/PollLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -10,12 +10,12 @@ namespace dorvanel::test {
 namespace {
 
 using namespace std::chrono_literals;
-using platform::Timer;
+using ui::Timer;
 using Steady = std::chrono::steady_clock;
 
 class RunLoopTest : public ::testing::Test {
   protected:
-    std::unique_ptr<platform::RunLoop> loop = platform::makeRunLoop();
+    std::unique_ptr<ui::RunLoop> loop = std::move(platform::makeRunLoop().value());
 };
 
 TEST_F(RunLoopTest, ATimerFiresAgainAndAgainAndNeverEarly) {

@@ -1,4 +1,4 @@
-#include "ui/RunLoop.h"
+#include "platform/PollLoop.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -14,6 +14,8 @@
 namespace dorvanel::platform {
 namespace {
 
+using ui::RunLoop;
+using ui::Timer;
 using Steady = std::chrono::steady_clock;
 
 struct RepeatingTimer final : Timer {
@@ -122,10 +124,10 @@ class PollingRunLoop final : public RunLoop {
 
 }  // namespace
 
-std::unique_ptr<RunLoop> makeRunLoop() {
+Result<std::unique_ptr<RunLoop>> makeRunLoop() {
     FileDescriptor wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
-    if (!wake.isOpen()) return nullptr;
-    return std::make_unique<PollingRunLoop>(std::move(wake));
+    if (!wake.isOpen()) return Error::fromErrno("make a main loop", {});
+    return std::unique_ptr<RunLoop>(std::make_unique<PollingRunLoop>(std::move(wake)));
 }
 
 }  // namespace dorvanel::platform

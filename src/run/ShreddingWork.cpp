@@ -1,0 +1,116 @@
+#include <utility>
+
+#include "log/ActivityLog.h"
+#include "run/ProcessControl.h"
+#include "run/ShreddingRun.h"
+
+// What comes after the questions: files that are handed over, and the worker from its start to the
+// end of the session.
+
+namespace dorvanel {
+
+bool ShreddingRun::shredFiles(std::vector<HeldItem> items) {
+    if (!mayStartHandedOver()) return false;
+    handedOver_ = std::move(items);
+    return startWorker({.handedOver = true});
+}
+
+bool ShreddingRun::shredLaunchItems(std::vector<HeldItem> items) {
+    if (!mayStartHandedOver()) return false;
+    handedOver_ = std::move(items);
+    return startWorker({.closesLog = true, .handedOver = true});
+}
+
+/// Whether the turn is the caller's now, who must start the worker; a refusal is told.
+bool ShreddingRun::mayStartHandedOver() {
+    if (mThreadCount == 0 && mAwaitingConfirmation == 0) waitForWorker();
+    Refusal refusal = reasonToRefuse();
+    if (refusal == Refusal::none && !state_.begin(Activity::shredding)) refusal = Refusal::atWork;
+    if (refusal != Refusal::none) {
+        refuse(refusal, true);
+        return false;
+    }
+    skipped_.clear();
+    return true;
+}
+
+Refusal ShreddingRun::reasonToRefuse() const {
+    if (mAppNeedsToTerminate == 1 || isQuitting()) return Refusal::quitting;
+    if (isBusy() || mAwaitingConfirmation == 1) return Refusal::atWork;
+    if (!parts_.preferencesInstance.areKnown()) return Refusal::preferencesUnknown;
+    return Refusal::none;
+}
+
+std::vector<std::string> ShreddingRun::pathsOf(const Work& work) const {
+    if (!work.handedOver) return parts_.mPathArray;
+    std::vector<std::string> paths;
+    for (const HeldItem& item : handedOver_) paths.push_back(item.path);
+    return paths;
+}
+
+bool ShreddingRun::startWorker(const Work& work) {
+    parts_.observer.runBegins(pathsOf(work));
+    ++mThreadCount;
+    if (parts_.worker.start([this, work] { HandleThread(work); })) return true;
+    --mThreadCount;
+    handedOver_.clear();
+    if (!work.handedOver) parts_.mPathArray.clear();
+    kalvet_logger("Dorvanel *not* Initiated - no thread available");
+    kalvet_logger("");
+    kalvet_logger_close();
+    state_.end();
+    refuse(Refusal::noThread, work.handedOver);
+    return false;
+}
+
+void ShreddingRun::HandleThread(const Work& work) {
+    if (work.handedOver) {
+        parts_.fileAccessInstance.shredItems(handedOver_);
+    } else {
+        parts_.fileAccessInstance.shredDroppedFile(parts_.mPathArray);
+    }
+    RunReport report;
+    report.outcome = parts_.fileAccessInstance.outcome();
+    report.skipped = skipped_;
+    report.handedOver = work.handedOver;
+    const bool stopped = report.outcome.stopped;
+
+    state_.finish();
+    const bool isLast = --mThreadCount == 0;
+    if (work.closesLog) {
+        if (isLast && parts_.preferencesInstance.boolForKey("HideAfterShredding")) {
+            parts_.application.hide();
+        }
+        kalvet_logger("");
+        kalvet_logger(stopped ? "Dorvanel Stopped - some items were not shredded"
+                              : "Dorvanel Completed Successfully");
+        kalvet_logger_close();
+        if (!parts_.browserWatch.isWatching()) parts_.browserWatch.disableProcessDisplay();
+    }
+    if (work.ending != nothing) {
+        report.endingStruck = stopped || isQuitting();
+        if (!report.endingStruck) sendSystemEvent(work.ending);
+    }
+    state_.end();
+    parts_.observer.runEnded(report);
+    if (mAppNeedsToTerminate == 1) parts_.application.replyToApplicationShouldTerminate(true);
+}
+
+void ShreddingRun::sendSystemEvent(std::int16_t ending) {
+    // What comes of it is not looked at: the run is over, and the system tells the user itself.
+    switch (ending) {
+        case logout:
+            SendAppleEventToSystemProcess(parts_.events, platform::kAEReallyLogOut);
+            break;
+        case shutdown:
+            SendAppleEventToSystemProcess(parts_.events, platform::kAEShutDown);
+            break;
+        case restart:
+            SendAppleEventToSystemProcess(parts_.events, platform::kAERestart);
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace dorvanel
