@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The floor: the system calls that shredding costs, with nothing computed. A tree is measured,
 // moved into a holding folder and renamed; each file is opened, written in place and past its end
 // from one fixed buffer, and unlinked; one flush ends each batch before its files are closed.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The data that is shredded: one large file, many small ones, and a browser's cache."""
 
 import os

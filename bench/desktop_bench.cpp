@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the open window costs a run: the same tree is shredded by the engine alone, by the terminal
 // program and by the desktop program's worker, in turn, with the main loop alive and the progress
 // shown. Prints seconds.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Runs a command and writes "WALL CPU PEAK STATUS" to a file: seconds, seconds, KiB, exit status.
 // A program of its own, as small as can be: what starts a command passes its own peak of memory
 // on to it, and that of an interpreter would hide what is measured.

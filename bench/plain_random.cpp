@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The plain program: shreds its arguments as dorvanel does with random passes, the simplest way
 // there is. Every word of every buffer is one call of random(), needed or not; one thread, stdio,
 // whole paths, no flush to the medium. What dorvanel's speed is held against.

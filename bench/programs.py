@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The programs that are measured, and the command that each is run by."""
 
 import os

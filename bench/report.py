@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What was measured, as Markdown: the machine, a table for each data set, and the goals."""
 
 import os

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Shreds the same data with dorvanel and with other programs, in turns, and prints what each took.
 
 Every run gets data laid out afresh and already on the medium; a table's runs are interleaved, so

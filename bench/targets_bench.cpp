@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // All target collectors over a home of 1,000 profiles and an index of 5,000 mailboxes, and over one
 // of twice that: how the time grows with the work. Prints the times and their ratio; about 2 is
 // linear, 4 would be quadratic.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What one watch pass costs beside the `ps` that it runs, and what an idle hour of watching costs
 // beside the `ps` runs of that hour. Passes and plain runs of `ps` take turns, so that whatever
 // else the machine does falls on both alike; medians are compared.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The machine's own limit: write(2) of 128 KiB blocks over an existing file, each block PASSES
 // times, and one flush at the end; nothing is computed and nothing removed. Prints the seconds.
 //

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Warnings, hardening and sanitizers, stated once; every target links this.
 add_library(dorvanel_options INTERFACE)
 target_include_directories(dorvanel_options INTERFACE ${CMAKE_SOURCE_DIR}/src)

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # bash completion for dorvanel-x
 
 _dorvanel_x() {

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # fish completion for dorvanel-x
 
 complete -c dorvanel-x -s h -l help -d 'Tell how it is used'

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # bash completion for dorvanel
 
 # _dorvanel_candidates COMMAND WORD KEY: what may stand next after the words, one a line.

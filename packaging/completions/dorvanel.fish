@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # fish completion for dorvanel
 
 # The words of the command line before the cursor that are neither options nor their values.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Controller.h"
 
 #include <utility>
@@ -8,7 +9,7 @@ using ui::SheetCode;
 using ui::TerminateReply;
 
 Controller::Controller(ControllerParts parts)
-    : parts_(std::move(parts)),
+    : parts_(parts),
       fileAccessInstance_({.system = parts_.system, .clock = parts_.clock, .draws = parts_.draws},
                           parts_.preferencesInstance, parts_.shreddingProgress, parts_.fileName),
       collectors_(mPathArray, parts_.preferencesInstance, parts_.files, parts_.defaults,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <algorithm>
@@ -40,14 +41,14 @@ struct SupportedApplication {
     std::string_view companion{};
     /// The application before which the window and the lists show it; empty: in the rows' order.
     std::string_view shownBefore{};
-    /// In the list of enabled applications mail programs stand behind browsers.
-    bool isMail = false;
     /// What people read where a run passes it over; empty: its name.
     std::string_view groupName{};
-    /// Its place in a run, which is the order of the Activity Log; rows without one come last.
-    int turn = 1000;
     /// Each version's collector, in order.
     Collector collectors[4]{};
+    /// Its place in a run, which is the order of the Activity Log; rows without one come last.
+    int turn = 1000;
+    /// In the list of enabled applications mail programs stand behind browsers.
+    bool isMail = false;
 
     [[nodiscard]] constexpr bool hasCollectors() const {
         return !std::holds_alternative<std::monostate>(collectors[0]);

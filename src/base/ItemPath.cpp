@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/ItemPath.h"
 
 #include "base/PathComponents.h"

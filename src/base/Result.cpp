@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/Result.h"
 
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/HeldItem.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/ItemShredder.h"
 
 #include <fmt/format.h>

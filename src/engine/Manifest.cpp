@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/Manifest.h"
 
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/MediumNotice.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/ProgressReport.h"
 
 namespace dorvanel {

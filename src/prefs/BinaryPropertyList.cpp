@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prefs/BinaryPropertyList.h"
 
 #include <cstdint>

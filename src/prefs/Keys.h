@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <cstddef>
@@ -30,7 +31,8 @@ class Key {
     [[nodiscard]] constexpr const PreferenceKey& row() const { return preferenceKeys[index_]; }
     [[nodiscard]] constexpr std::string_view name() const { return row().name; }
 
-    friend constexpr auto operator<=>(Key, Key) = default;
+    friend constexpr bool operator==(Key, Key) = default;
+    friend constexpr bool operator<(Key a, Key b) { return a.index_ < b.index_; }
 
   protected:
     static constexpr std::size_t none = preferenceKeys.size();

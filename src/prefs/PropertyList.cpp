@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prefs/PropertyList.h"
 
 #include <plist/plist.h>

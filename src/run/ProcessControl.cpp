@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/ProcessControl.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/Collectors.h"
 
 namespace dorvanel {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/EnvelopeIndex.h"
 
 #include <sqlite3.h>

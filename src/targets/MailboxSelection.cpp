@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/MailboxSelection.h"
 
 #include "base/PathComponents.h"

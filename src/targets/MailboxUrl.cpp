@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/MailboxUrl.h"
 
 #include <algorithm>

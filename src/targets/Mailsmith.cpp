@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "log/ActivityLog.h"
 #include "targets/Collectors.h"
 #include "targets/LogTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/ProfilesMenu.h"
 
 #include <initializer_list>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Controller.h"
 #include "support/SharedPreferences.h"
 

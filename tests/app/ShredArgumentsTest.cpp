@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/ShredArguments.h"
 
 #include <gtest/gtest.h>

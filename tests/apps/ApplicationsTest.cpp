@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "apps/Applications.h"
 
 #include <gmock/gmock.h>

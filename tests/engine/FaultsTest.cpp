@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Every call of the engine fails once, and some fail always: the run goes on, and the outcome says
 // what is true.
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/FileAccess.h"
 
 #include <gmock/gmock.h>

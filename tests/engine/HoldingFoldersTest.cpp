@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/HoldingFolders.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/LinkTargets.h"
 
 #include <gmock/gmock.h>

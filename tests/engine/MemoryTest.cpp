@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Memory that runs out, and exceptions of the system's: nothing ends the program, and what is left
 // is told.
 #include <gmock/gmock.h>

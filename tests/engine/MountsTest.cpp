@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Mount points inside of items: never crossed, and the item left whole.
 #include <gmock/gmock.h>
 #include <sys/mount.h>

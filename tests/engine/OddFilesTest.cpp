@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Files that others hold, that cannot be opened, or that somebody swaps while they wait.
 #include <fcntl.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Every write of the engine against the plain program that calls random() for every word.
 #include <fmt/format.h>
 

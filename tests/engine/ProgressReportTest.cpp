@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/ProgressReport.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What is left on the medium itself: files on a file system in an image, shredded, unmounted, and
 // the image searched byte by byte. Needs the right to mount.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/TreeWalk.h"
 
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/EnvelopeIndex.h"
 
 #include "fuzz/FuzzInput.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks with readelf how programs are hardened.
 
 usage: check_hardening.py [--fortified] [--sanitized] PROGRAM...

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks that the folders of src include only what lies below them.
 
 usage: check_includes.py [--picture | --picture-in FILE] SOURCE-FOLDER

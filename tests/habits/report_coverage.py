@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Prints the line coverage of each folder of src, and the lines that no test runs.
 
 usage: report_coverage.py REPORT.json     as gcovr --json writes it

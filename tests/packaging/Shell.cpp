@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "packaging/Shell.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # bash_candidates.bash FOLDER LINE: what bash completes LINE with, one candidate a line, by the
 # completion of FOLDER. Words of LINE are separated by blanks.
 program=${2%% *}

@@ -1,4 +1,5 @@
 #!/usr/bin/env zsh
+# SPDX-License-Identifier: MIT
 # zsh_candidates.zsh FOLDER LINE: what zsh completes LINE with, one candidate a line, when the
 # completion functions of FOLDER come first. Completion needs a line editor, so a shell of its own
 # runs on a pseudo terminal and prints what is added while it completes.

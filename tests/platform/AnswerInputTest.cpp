@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/AnswerInput.h"
 
 #include <fcntl.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The system's calls as the linker knows them are wrapped here (see the CMake list): each fails the
 // first time as if a signal had come.
 #include <dirent.h>

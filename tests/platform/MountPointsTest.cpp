@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/MountPoints.h"
 
 #include <gmock/gmock.h>

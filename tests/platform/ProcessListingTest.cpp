@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/ProcessListing.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/UserSwitch.h"
 
 #include <gtest/gtest.h>

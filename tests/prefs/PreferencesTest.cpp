@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "prefs/Preferences.h"
 #include "support/SharedPreferences.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What is mounted inside of what a run takes: neither it nor what lies around it is touched.
 #include "realfs/RealFsFixture.h"
 

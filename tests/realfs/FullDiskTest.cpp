@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // No room for more: the old bytes are overwritten in place all the same.
 #include <fcntl.h>
 #include <sys/resource.h>

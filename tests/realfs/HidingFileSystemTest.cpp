@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // File systems that are not like a disk's own: they hide files that are open and give out inode
 // numbers as they please.
 #include "realfs/RealFsFixture.h"

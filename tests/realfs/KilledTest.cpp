@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Cut off at any moment, by a signal or a power failure: old contents are only where a file still
 // has a name, and a second run takes the rest.
 #include <fcntl.h>

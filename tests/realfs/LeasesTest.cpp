@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Files under a lease: whoever holds it is told that somebody else opens the file, and may take
 // some time to give it up.
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "realfs/Markers.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "realfs/Mounts.h"
 
 #include <sys/mount.h>

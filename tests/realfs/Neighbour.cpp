@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "realfs/Neighbour.h"
 
 #include <grp.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A file system of layers, as containers have it: what lies in a lower layer cannot be changed, it
 // is copied up when it is written and hidden when it is removed.
 #include <sys/stat.h>

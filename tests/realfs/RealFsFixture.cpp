@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "realfs/RealFsFixture.h"
 
 #include <fcntl.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What a path leads to changes while somebody shreds what it led to.
 #include <fcntl.h>
 #include <stdio.h>

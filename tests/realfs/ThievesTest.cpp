@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Other people on the same machine, while somebody shreds what is theirs alone in a folder that all
 // may write in.
 #include <sys/stat.h>

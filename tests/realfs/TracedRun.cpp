@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "realfs/TracedRun.h"
 
 #include <fcntl.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A system without /proc, as a bare chroot is one.
 #include <sched.h>
 #include <sys/mount.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A file system for the tests: shows the folder BACKING at MOUNTPOINT through FUSE, with faults.
 //
 //   passthrough BACKING MOUNTPOINT [SWITCH...]

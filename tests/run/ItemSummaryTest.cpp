@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/ItemSummary.h"
 
 #include <gtest/gtest.h>

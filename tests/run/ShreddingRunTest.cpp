@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "run/ShreddingRun.h"
 
 #include <gmock/gmock.h>

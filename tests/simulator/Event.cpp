@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/Event.h"
 
 #include <random>

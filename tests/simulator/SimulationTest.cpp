@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/Simulation.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "simulator/SteppedWorker.h"
 
 #include <cerrno>

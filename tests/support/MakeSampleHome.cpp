@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // make-sample-home DIR SEED: fills the folder DIR with a Mac home folder of the period, for trying
 // the program on. DIR must be missing or empty, so that nobody's own home is written into.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/MountNamespace.h"
 
 #include <sched.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/PlainOverwrite.h"
 
 #include <fmt/format.h>

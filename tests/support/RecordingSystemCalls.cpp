@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/RecordingSystemCalls.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Stands for a browser or a mail program: waits until it is killed. Copied into a bundle folder by
 // the tests. Says "ready" on standard output once it is set up.
 //

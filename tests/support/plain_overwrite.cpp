@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // What the overwriting of files comes to, said as plainly as possible, to compare the engine with.
 // Shares no code with it: every word of every fill is a call of the C library's random(), in a
 // process that called it never before.

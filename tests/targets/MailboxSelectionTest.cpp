@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/MailboxSelection.h"
 
 #include <gtest/gtest.h>

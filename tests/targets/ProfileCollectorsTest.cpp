@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/CollectorTest.h"
 
 namespace dorvanel::test {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/SampleHome.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "targets/SqlLiteral.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "watch/BrowserWatch.h"
 
 #include <gmock/gmock.h>

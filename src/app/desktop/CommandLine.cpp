@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/CommandLine.h"
 
 #include <CLI/CLI.hpp>

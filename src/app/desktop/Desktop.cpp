@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/Desktop.h"
 
 #include <QApplication>

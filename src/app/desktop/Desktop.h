@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <QList>
@@ -90,7 +91,7 @@ class Desktop final : public QObject, private RunObserver, private ApplicationDe
     void performAction(const std::string& name);
 
     /// Asks before files that were dropped on the window are shredded.
-    void filesDropped(std::vector<std::string> files);
+    void filesDropped(const std::vector<std::string>& files);
     /// The Open panel command.
     void openDoc();
 

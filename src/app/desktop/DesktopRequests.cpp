@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QApplication>
 #include <QFontMetrics>
 #include <filesystem>
@@ -118,7 +119,7 @@ std::vector<HeldItem> Desktop::checkedItems(const std::vector<std::string>& item
     return {};
 }
 
-void Desktop::filesDropped(std::vector<std::string> files) {
+void Desktop::filesDropped(const std::vector<std::string>& files) {
     if (refuses()) return;
     std::vector<HeldItem> items = checkedItems(files);
     if (items.empty()) return;

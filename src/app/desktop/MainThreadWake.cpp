@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/MainThreadWake.h"
 
 #include <QCoreApplication>

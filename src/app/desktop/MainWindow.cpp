@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/MainWindow.h"
 
 #include <QDragEnterEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/QtAlertPanel.h"
 
 #include <QApplication>

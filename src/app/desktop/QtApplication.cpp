@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/QtApplication.h"
 
 #include "app/desktop/MainThreadWake.h"

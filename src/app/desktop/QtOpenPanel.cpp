@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/QtOpenPanel.h"
 
 #include <QFile>

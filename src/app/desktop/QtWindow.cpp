@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop/QtWindow.h"
 
 #include <QEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/CommandLine.h"
 
 #include <CLI/CLI.hpp>

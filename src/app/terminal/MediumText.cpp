@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/MediumText.h"
 
 #include "engine/MediumNotice.h"

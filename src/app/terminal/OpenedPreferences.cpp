@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/OpenedPreferences.h"
 
 #include "apps/Applications.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/StatusLine.h"
 
 #include <ostream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/Terminal.h"
 
 #include <ostream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/random/FeedbackLanes.h"
 
 #include <algorithm>
@@ -39,12 +40,20 @@ namespace baseline {
 }  // namespace baseline
 
 #if defined(__x86_64__)
+#if defined(__clang__)
+#pragma clang attribute push(__attribute__((target("avx2"))), apply_to = function)
+#else
 #pragma GCC push_options
 #pragma GCC target("avx2")
+#endif
 namespace avx2 {
 #include "engine/random/FeedbackLanesKernel.h"
 }  // namespace avx2
+#if defined(__clang__)
+#pragma clang attribute pop
+#else
 #pragma GCC pop_options
+#endif
 #endif
 
 struct Kernel {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The bulk generator's body, included once for each instruction set that FeedbackLanes.cpp builds
 // it for; hence no include guard and no include. `Lanes` and `LaneJump` stand there.
 

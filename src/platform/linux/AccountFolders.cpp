@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/AccountFolders.h"
 
 #include <sys/stat.h>

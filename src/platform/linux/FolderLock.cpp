@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/FolderLock.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Medium.h"
 
 #include <linux/magic.h>

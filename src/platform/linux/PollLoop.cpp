@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/PollLoop.h"
 
 #include <poll.h>
@@ -19,8 +20,8 @@ using ui::Timer;
 using Steady = std::chrono::steady_clock;
 
 struct RepeatingTimer final : Timer {
-    RepeatingTimer(std::chrono::milliseconds every, RunLoop::Fire what)
-        : interval(every), due(Steady::now() + every), fire(std::move(what)) {}
+    RepeatingTimer(std::chrono::milliseconds every, Steady::time_point now, RunLoop::Fire what)
+        : interval(every), due(now + every), fire(std::move(what)) {}
 
     void invalidate() override { valid = false; }
 
@@ -37,11 +38,13 @@ struct RepeatingTimer final : Timer {
 
 class PollingRunLoop final : public RunLoop {
   public:
-    explicit PollingRunLoop(FileDescriptor wake) : wake_(std::move(wake)) {}
+    PollingRunLoop(FileDescriptor wake, const Clock& clock)
+        : wake_(std::move(wake)), clock_(clock) {}
 
     std::shared_ptr<Timer> scheduleRepeatingTimer(std::chrono::milliseconds interval,
                                                   Fire fire) override {
-        return timers_.emplace_back(std::make_shared<RepeatingTimer>(interval, std::move(fire)));
+        return timers_.emplace_back(
+            std::make_shared<RepeatingTimer>(interval, clock_.now(), std::move(fire)));
     }
 
     void run() override {
@@ -81,7 +84,7 @@ class PollingRunLoop final : public RunLoop {
         timespec limit{};
         if (!timers_.empty()) {
             const auto first = std::min_element(timers_.begin(), timers_.end(), isEarlier);
-            const auto left = std::max((*first)->due - Steady::now(), Steady::duration::zero());
+            const auto left = std::max((*first)->due - clock_.now(), Steady::duration::zero());
             const auto whole = std::chrono::duration_cast<seconds>(left);
             limit = {whole.count(), std::chrono::nanoseconds(left - whole).count()};
         }
@@ -108,7 +111,7 @@ class PollingRunLoop final : public RunLoop {
     void fireDue() {
         Timers timers = timers_;  // firing may schedule and invalidate
         std::stable_sort(timers.begin(), timers.end(), isEarlier);
-        const Steady::time_point now = Steady::now();
+        const Steady::time_point now = clock_.now();
         for (const auto& timer : timers) {
             if (!stopped_ && timer->valid && timer->due <= now) timer->fireAt(now);
         }
@@ -116,6 +119,7 @@ class PollingRunLoop final : public RunLoop {
     }
 
     FileDescriptor wake_;
+    const Clock& clock_;
     std::atomic<bool> stopped_ = false;
     std::mutex mutex_;
     std::deque<std::function<void()>> posted_;
@@ -124,10 +128,10 @@ class PollingRunLoop final : public RunLoop {
 
 }  // namespace
 
-Result<std::unique_ptr<RunLoop>> makeRunLoop() {
+Result<std::unique_ptr<RunLoop>> makeRunLoop(const Clock& clock) {
     FileDescriptor wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     if (!wake.isOpen()) return Error::fromErrno("make a main loop", {});
-    return std::unique_ptr<RunLoop>(std::make_unique<PollingRunLoop>(std::move(wake)));
+    return std::unique_ptr<RunLoop>(std::make_unique<PollingRunLoop>(std::move(wake), clock));
 }
 
 }  // namespace dorvanel::platform

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/ProcessManager.h"
 
 // Said outside, as the header of some C libraries does not say it for C++.

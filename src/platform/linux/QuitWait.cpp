@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/QuitWait.h"
 
 #include <condition_variable>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/ReplaceFile.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/StandardStreams.h"
 
 #include <sys/ioctl.h>

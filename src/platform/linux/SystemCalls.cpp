@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/SystemCalls.h"
 
 #include <dirent.h>
@@ -48,7 +49,7 @@ EntryKind kindOfMode(mode_t mode) {
 }
 
 EntryKind kindOfEntry(unsigned char type) {
-    return type == DT_UNKNOWN ? EntryKind::unknown : kindOfMode(DTTOIF(type));
+    return type == DT_UNKNOWN ? EntryKind::unknown : kindOfMode(static_cast<mode_t>(DTTOIF(type)));
 }
 
 constexpr unsigned wantedStatus = STATX_BASIC_STATS | STATX_BTIME | STATX_MNT_ID;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/SystemEvents.h"
 
 #include <sdbus-c++/sdbus-c++.h>

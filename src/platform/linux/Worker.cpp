@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/Worker.h"
 
 #include <system_error>

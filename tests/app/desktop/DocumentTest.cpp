@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QListWidget>
 #include <QScreen>
 #include <QShortcut>

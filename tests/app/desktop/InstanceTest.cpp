@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QDBusInterface>
 #include <filesystem>
 #include <sstream>

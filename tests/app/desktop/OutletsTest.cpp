@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <thread>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Pictures of the program in its states, for the documentation and for looking at:
 //   QT_SCALE_FACTOR=2 desktop-screenshots FOLDER light|dark [WIDTH HEIGHT]
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The desktop program in a real window, driven as assistive technology drives it.
 
 usage: end_to_end.py PROGRAM

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The status area of a desktop, where programs put their tray icons, for tests without one.
 
 Run as a program it is the watcher that icons register with on the session bus, until it is ended;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/EscapedText.h"
 
 #include <gtest/gtest.h>

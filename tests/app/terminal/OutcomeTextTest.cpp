@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/OutcomeText.h"
 
 #include <gtest/gtest.h>

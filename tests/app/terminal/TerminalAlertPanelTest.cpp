@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/TerminalAlertPanel.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/terminal/TerminalSession.h"
 
 #include <gtest/gtest.h>

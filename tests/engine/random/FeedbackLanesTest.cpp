@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "engine/random/FeedbackLanes.h"
 
 #include <gtest/gtest.h>
