@@ -16,8 +16,10 @@
 
 #include "app/BundleInformation.h"
 #include "app/desktop/Desktop.h"
+#include "engine/FileAccess.h"
 #include "platform/Resources.h"
 #include "prefs/PropertyListDefaults.h"
+#include "run/ShreddingRun.h"
 #include "support/SharedPreferences.h"
 #include "support/TemporaryFolder.h"
 

@@ -3,41 +3,101 @@
 
 #include <utility>
 
+#include "app/BundleInformation.h"
+#include "engine/FileAccess.h"
+#include "prefs/Preferences.h"
+#include "run/ShreddingRun.h"
+#include "targets/Collectors.h"
+#include "targets/ProfilesMenu.h"
+#include "ui/Workspace.h"
+#include "watch/BrowserWatch.h"
+
 namespace dorvanel {
 
 using ui::SheetCode;
 using ui::TerminateReply;
 
-Controller::Controller(ControllerParts parts)
+/// An enabled application has quit: a run that nothing follows.
+class Controller::QuitOfAnApplication final : public BrowserWatchOwner {
+  public:
+    explicit QuitOfAnApplication(Controller& controller) : controller_(controller) {}
+    void shredAndNothing() override { controller_.shredAndNothing(); }
+
+  private:
+    Controller& controller_;
+};
+
+Controller::Controller(const ControllerParts& parts)
     : parts_(parts),
-      fileAccessInstance_({.system = parts_.system, .clock = parts_.clock, .draws = parts_.draws},
-                          parts_.preferencesInstance, parts_.shreddingProgress, parts_.fileName),
-      collectors_(mPathArray, parts_.preferencesInstance, parts_.files, parts_.defaults,
-                  parts_.clock),
-      profilesMenu_(parts_.mainMenu, parts_.files, parts_.defaults, parts_.alertPanel),
-      browserWatch_({.preferencesInstance = parts_.preferencesInstance,
-                     .listing = parts_.listing,
-                     .runLoop = parts_.runLoop,
-                     .sound = parts_.sound},
-                    parts_.watchOutlets, *this),
-      run_({.fileAccessInstance = fileAccessInstance_,
-            .preferencesInstance = parts_.preferencesInstance,
-            .browserWatch = browserWatch_,
-            .collectors = collectors_,
-            .mPathArray = mPathArray,
-            .processes = parts_.processes,
-            .events = parts_.events,
-            .quitWait = parts_.quitWait,
-            .worker = parts_.worker,
-            .alertPanel = parts_.alertPanel,
-            .myWindow = parts_.myWindow,
-            .application = parts_.application,
-            .observer = parts_.observer}) {
+      fileAccessInstance_(std::make_unique<FileAccess>(
+          EngineServices{.system = parts.system, .clock = parts.clock, .draws = parts.draws},
+          parts.preferencesInstance, parts.shreddingProgress, parts.fileName)),
+      collectors_(std::make_unique<Collectors>(mPathArray, parts.preferencesInstance, parts.files,
+                                               parts.defaults, parts.clock)),
+      profilesMenu_(std::make_unique<ProfilesMenu>(parts.mainMenu, parts.files, parts.defaults,
+                                                   parts.alertPanel)),
+      watchOwner_(std::make_unique<QuitOfAnApplication>(*this)),
+      browserWatch_(std::make_unique<BrowserWatch>(
+          BrowserWatchServices{.preferencesInstance = parts.preferencesInstance,
+                               .listing = parts.listing,
+                               .runLoop = parts.runLoop,
+                               .sound = parts.sound},
+          parts.watchOutlets, *watchOwner_)),
+      run_(std::make_unique<ShreddingRun>(
+          ShreddingRun::Parts{.fileAccessInstance = *fileAccessInstance_,
+                              .preferencesInstance = parts.preferencesInstance,
+                              .browserWatch = *browserWatch_,
+                              .collectors = *collectors_,
+                              .mPathArray = mPathArray,
+                              .processes = parts.processes,
+                              .events = parts.events,
+                              .quitWait = parts.quitWait,
+                              .worker = parts.worker,
+                              .alertPanel = parts.alertPanel,
+                              .myWindow = parts.myWindow,
+                              .application = parts.application,
+                              .observer = parts.observer})) {
     makeDockMenu();
 }
 
+Controller::~Controller() = default;
+
+void Controller::shred() {
+    run_->shred();
+}
+void Controller::shredAndNothing() {
+    run_->shredAndNothing();
+}
+void Controller::shredAndLogout() {
+    run_->shredAndLogout();
+}
+void Controller::shredAndShutdown() {
+    run_->shredAndShutdown();
+}
+void Controller::shredAndRestart() {
+    run_->shredAndRestart();
+}
+
+bool Controller::shredFiles(std::vector<HeldItem> items) {
+    return run_->shredFiles(std::move(items));
+}
+
+void Controller::giveUp() {
+    run_->giveUp();
+}
+
+Activity Controller::activity() const {
+    return run_->activity();
+}
+bool Controller::isBusy() const {
+    return run_->isBusy();
+}
+bool Controller::isQuitting() const {
+    return run_->isQuitting();
+}
+
 void Controller::applicationDidFinishLaunching() {
-    run_.applicationLaunches();
+    run_->applicationLaunches();
     parts_.myWindow.setFrameAutosaveName("My Window");
     // "1" makes a background element of the program, without a place among the others.
     if (parts_.bundle.objectForInfoDictionaryKey("NSUIElement") == "1") {
@@ -48,23 +108,23 @@ void Controller::applicationDidFinishLaunching() {
     }
 
     if (droppedFile) {
-        run_.shredLaunchItems(std::exchange(mDroppedItems, {}));
-        if (applicationLaunched == 0) browserWatch_.scheduleTimer();
+        run_->shredLaunchItems(std::exchange(mDroppedItems, {}));
+        if (applicationLaunched == 0) browserWatch_->scheduleTimer();
     }
     applicationLaunched = 1;
-    browserWatch_.scheduleTimer();  // the poll; a second one beside the first changes nothing
+    browserWatch_->scheduleTimer();  // the poll; a second one beside the first changes nothing
 
     mPathArray.clear();
-    browserWatch_.setInitialState();
-    profilesMenu_.populateProfilesMenu();
-    browserWatch_.resetRunningRecords();
+    browserWatch_->setInitialState();
+    profilesMenu_->populateProfilesMenu();
+    browserWatch_->resetRunningRecords();
 }
 
 TerminateReply Controller::applicationShouldTerminate() {
     giveUp();
-    if (run_.awaitingConfirmation()) return TerminateReply::now;
-    browserWatch_.invalidateTimer();
-    return run_.putOffQuit() ? TerminateReply::later : TerminateReply::now;
+    if (run_->awaitingConfirmation()) return TerminateReply::now;
+    browserWatch_->invalidateTimer();
+    return run_->putOffQuit() ? TerminateReply::later : TerminateReply::now;
 }
 
 Result<Done> Controller::applicationWillTerminate() {

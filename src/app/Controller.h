@@ -2,32 +2,48 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "app/BundleInformation.h"
-#include "engine/FileAccess.h"
-#include "platform/FileManager.h"
-#include "platform/ProcessListing.h"
-#include "platform/ProcessManager.h"
-#include "platform/QuitWait.h"
-#include "platform/SystemEvents.h"
-#include "platform/SystemSound.h"
-#include "platform/UserDefaults.h"
-#include "platform/Worker.h"
-#include "prefs/Preferences.h"
-#include "run/ShreddingRun.h"
-#include "targets/Collectors.h"
-#include "targets/ProfilesMenu.h"
-#include "ui/AlertPanel.h"
+#include "apps/BrowserWatchOutlets.h"
+#include "base/Result.h"
+#include "run/Activity.h"
 #include "ui/Application.h"
 #include "ui/Menu.h"
-#include "ui/RunLoop.h"
 #include "ui/Window.h"
-#include "ui/Workspace.h"
-#include "watch/BrowserWatch.h"
 
 namespace dorvanel {
+
+class BrowserWatch;
+class BundleInformation;
+class Collectors;
+class DrawSequence;
+class FileAccess;
+class Preferences;
+class ProfilesMenu;
+class RunObserver;
+class ShreddingRun;
+struct HeldItem;
+
+namespace platform {
+class Clock;
+class FileManager;
+class ProcessListing;
+class ProcessManager;
+class QuitWait;
+class SystemCalls;
+class SystemEvents;
+class SystemSound;
+class UserDefaults;
+class Worker;
+}  // namespace platform
+
+namespace ui {
+class AlertPanel;
+class RunLoop;
+class Workspace;
+}  // namespace ui
 
 /// What the application controller stands on: the services of the platform and the outlets of the
 /// interface. All of it outlives the controller.
@@ -59,9 +75,12 @@ struct ControllerParts {
 
 /// The application controller: the application's delegate and the owner of the engine, Browser
 /// Watch, the collectors, the Profiles menu and the run. Main thread.
-class Controller final : private BrowserWatchOwner {
+class Controller final {
   public:
-    explicit Controller(ControllerParts parts);
+    explicit Controller(const ControllerParts& parts);
+    ~Controller();
+    Controller(const Controller&) = delete;
+    Controller& operator=(const Controller&) = delete;
 
     // Delegate of the application.
 
@@ -87,42 +106,45 @@ class Controller final : private BrowserWatchOwner {
     void webFAQ();
     void webDownloads();
 
-    void shred() { run_.shred(); }
-    void shredAndNothing() override { run_.shredAndNothing(); }
-    void shredAndLogout() { run_.shredAndLogout(); }
-    void shredAndShutdown() { run_.shredAndShutdown(); }
-    void shredAndRestart() { run_.shredAndRestart(); }
+    void shred();
+    void shredAndNothing();
+    void shredAndLogout();
+    void shredAndShutdown();
+    void shredAndRestart();
 
     /// Shreds files that somebody hands over: ShreddingRun::shredFiles.
-    bool shredFiles(std::vector<HeldItem> items) { return run_.shredFiles(std::move(items)); }
+    bool shredFiles(std::vector<HeldItem> items);
     /// The program is asked to quit: at once, from any thread, also before it has launched. What
     /// has not reached its worker is given up; nothing starts any more, and no logout, shutdown or
     /// restart follows.
-    void giveUp() { run_.giveUp(); }
+    void giveUp();
     /// What is going on; any thread.
-    [[nodiscard]] Activity activity() const { return run_.activity(); }
-    [[nodiscard]] bool isBusy() const { return run_.isBusy(); }
-    [[nodiscard]] bool isQuitting() const { return run_.isQuitting(); }
+    [[nodiscard]] Activity activity() const;
+    [[nodiscard]] bool isBusy() const;
+    [[nodiscard]] bool isQuitting() const;
 
     /// Items that are to be shredded when the application has launched; call it before.
     void setDroppedItems(std::vector<HeldItem> items);
 
-    FileAccess& fileAccessInstance() { return fileAccessInstance_; }
-    ShreddingRun& run() { return run_; }
-    BrowserWatch& browserWatch() { return browserWatch_; }
-    ProfilesMenu& profilesMenu() { return profilesMenu_; }
+    FileAccess& fileAccessInstance() { return *fileAccessInstance_; }
+    ShreddingRun& run() { return *run_; }
+    BrowserWatch& browserWatch() { return *browserWatch_; }
+    ProfilesMenu& profilesMenu() { return *profilesMenu_; }
 
   private:
     void makeDockMenu();
 
+    class QuitOfAnApplication;
+
     ControllerParts parts_;
     std::vector<std::string> mPathArray;
 
-    FileAccess fileAccessInstance_;
-    Collectors collectors_;
-    ProfilesMenu profilesMenu_;
-    BrowserWatch browserWatch_;
-    ShreddingRun run_;
+    std::unique_ptr<FileAccess> fileAccessInstance_;
+    std::unique_ptr<Collectors> collectors_;
+    std::unique_ptr<ProfilesMenu> profilesMenu_;
+    std::unique_ptr<QuitOfAnApplication> watchOwner_;
+    std::unique_ptr<BrowserWatch> browserWatch_;
+    std::unique_ptr<ShreddingRun> run_;
 
     ui::Menu mDockMenu;
     bool droppedFile = false;  ///< whether this launch was given items

@@ -10,13 +10,16 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/Applications.h"
+#include "apps/BrowserWatchOutlets.h"
+#include "apps/bw_typedef.h"
 #include "platform/ProcessListing.h"
 #include "platform/SystemSound.h"
 #include "prefs/PreferenceReader.h"
 #include "ui/RunLoop.h"
 
 namespace dorvanel {
+
+struct SupportedApplication;
 
 /// What Browser Watch needs of its owner.
 class BrowserWatchOwner {

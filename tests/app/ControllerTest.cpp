@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/Controller.h"
+#include "engine/FileAccess.h"
+#include "prefs/Preferences.h"
+#include "run/ShreddingRun.h"
 #include "support/SharedPreferences.h"
+#include "targets/ProfilesMenu.h"
+#include "watch/BrowserWatch.h"
 
 #include <gmock/gmock.h>
 

@@ -11,6 +11,9 @@
 #include "app/Controller.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/TerminalSession.h"
+#include "engine/FileAccess.h"
+#include "prefs/Preferences.h"
+#include "run/ShreddingRun.h"
 #include "simulator/Judge.h"
 #include "simulator/SteppedWorker.h"
 #include "support/FakeDesktop.h"
@@ -20,6 +23,8 @@
 #include "support/FakeRunLoop.h"
 #include "support/FaultySystemCalls.h"
 #include "support/TemporaryFolder.h"
+#include "targets/ProfilesMenu.h"
+#include "watch/BrowserWatch.h"
 
 namespace dorvanel::simulator {
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/Desktop.h"
+#include "run/ShreddingRun.h"
+#include "targets/ProfilesMenu.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/BundleInformation.h"
 #include "app/Controller.h"
 #include "app/desktop/ActivityView.h"
 #include "app/desktop/MainWindow.h"
@@ -24,9 +25,19 @@
 #include "app/desktop/QtWorkspace.h"
 #include "app/desktop/SingleInstance.h"
 #include "app/desktop/Tray.h"
+#include "engine/HeldItem.h"
+#include "engine/random/DrawSequence.h"
+#include "platform/Clock.h"
+#include "platform/FileManager.h"
 #include "platform/Medium.h"
+#include "platform/ProcessListing.h"
+#include "platform/ProcessManager.h"
+#include "platform/SystemCalls.h"
+#include "platform/SystemEvents.h"
 #include "platform/SystemLog.h"
+#include "platform/UserDefaults.h"
 #include "platform/Worker.h"
+#include "run/RunReport.h"
 
 namespace dorvanel::desktop {
 

@@ -8,6 +8,7 @@
 #include "app/desktop/Desktop.h"
 #include "app/desktop/OutcomeText.h"
 #include "engine/MediumNotice.h"
+#include "platform/FileManager.h"
 
 // What the window says of a request: what goes on, how it ended, and what went wrong.
 

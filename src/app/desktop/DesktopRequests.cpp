@@ -9,6 +9,8 @@
 #include "app/desktop/OutcomeText.h"
 #include "app/desktop/QtOpenPanel.h"
 #include "base/PathComponents.h"
+#include "engine/FileAccess.h"
+#include "platform/FileManager.h"
 
 // What people ask for beside the window's own commands: files picked in the Open panel or dropped
 // on it, and actions of the launcher.

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/terminal/TerminalSession.h"
+#include "apps/Applications.h"
+#include "engine/FileAccess.h"
+#include "platform/FileManager.h"
 
 #include "app/terminal/MediumText.h"
 #include "platform/SystemSound.h"

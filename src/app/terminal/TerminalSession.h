@@ -6,6 +6,7 @@
 #include <memory>
 #include <mutex>
 
+#include "app/BundleInformation.h"
 #include "app/Controller.h"
 #include "app/terminal/LockedOutlets.h"
 #include "app/terminal/NoDesktop.h"
@@ -14,7 +15,18 @@
 #include "app/terminal/StatusLine.h"
 #include "app/terminal/Terminal.h"
 #include "app/terminal/TerminalAlertPanel.h"
+#include "engine/random/DrawSequence.h"
+#include "platform/Clock.h"
+#include "platform/ProcessListing.h"
+#include "platform/ProcessManager.h"
+#include "platform/QuitWait.h"
 #include "platform/Resources.h"
+#include "platform/SystemCalls.h"
+#include "platform/SystemEvents.h"
+#include "platform/SystemSound.h"
+#include "platform/UserDefaults.h"
+#include "platform/Worker.h"
+#include "run/RunReport.h"
 #include "ui/RunLoop.h"
 
 namespace dorvanel::terminal {

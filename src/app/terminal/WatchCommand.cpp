@@ -6,7 +6,9 @@
 #include "app/terminal/Commands.h"
 #include "app/terminal/MachineServices.h"
 #include "app/terminal/RunReportText.h"
+#include "engine/FileAccess.h"
 #include "platform/QuitSignals.h"
+#include "run/ShreddingRun.h"
 
 namespace dorvanel::terminal {
 namespace {

@@ -20,9 +20,12 @@
 #include "app/BundleInformation.h"
 #include "app/desktop/Desktop.h"
 #include "app/desktop/QtQuitWait.h"
+#include "engine/FileAccess.h"
 #include "engine/random/FeedbackSequence.h"
 #include "platform/Resources.h"
+#include "prefs/Preferences.h"
 #include "prefs/PropertyListDefaults.h"
+#include "run/ShreddingRun.h"
 #include "support/FakeClock.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeMedium.h"
@@ -31,6 +34,8 @@
 #include "support/LogCapture.h"
 #include "support/SharedPreferences.h"
 #include "support/TemporaryFolder.h"
+#include "targets/ProfilesMenu.h"
+#include "watch/BrowserWatch.h"
 
 namespace dorvanel::test {
 

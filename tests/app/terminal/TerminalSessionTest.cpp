@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "app/terminal/TestTerminal.h"
+#include "run/ShreddingRun.h"
 #include "support/FakeClock.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeProcessListing.h"
