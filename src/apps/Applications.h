@@ -127,12 +127,17 @@ inline constexpr std::array<std::string_view, applicationCount> applicationNames
     return names;
 }();
 
+/// The number of the row of this name; `applicationCount` where there is none.
+constexpr std::size_t rowNamed(std::string_view name) {
+    std::size_t row = 0;
+    while (row < applicationCount && applications[row].name != name) ++row;
+    return row;
+}
+
 /// The application of this name; null where there is none.
 constexpr const SupportedApplication* applicationNamed(std::string_view name) {
-    for (const SupportedApplication& application : applications) {
-        if (application.name == name) return &application;
-    }
-    return nullptr;
+    const std::size_t row = rowNamed(name);
+    return row == applicationCount ? nullptr : &applications[row];
 }
 
 /// For the preferences.
@@ -152,19 +157,28 @@ constexpr bool isRunning(const SupportedApplication& application, const bw_typed
 // What the rows must keep to, whoever adds one.
 namespace detail {
 
-constexpr bool rowsAreSound() {
-    for (const SupportedApplication& row : applications) {
-        if (row.name.empty() || row.checkBox.empty() || row.processText.empty()) return false;
-        if (!row.creator.empty() && row.creator.size() != 4) return false;
-        const SupportedApplication* companion = applicationNamed(row.companion);
-        if (!row.companion.empty() && (companion == nullptr || companion->companion != row.name)) {
-            return false;
-        }
-        if (!row.shownBefore.empty() && applicationNamed(row.shownBefore) == nullptr) return false;
-        for (const SupportedApplication* later = &row + 1; later != std::end(applications);
-             ++later) {
-            if (later->name == row.name || later->checkBox == row.checkBox) return false;
-            if (later->processText.find(row.processText) != std::string_view::npos) return false;
+/// Whether the row is complete, and the others that it names are there.
+constexpr bool isSound(const SupportedApplication& row) {
+    if (row.name.empty() || row.checkBox.empty() || row.processText.empty()) return false;
+    if (!row.creator.empty() && row.creator.size() != 4) return false;
+    if (!row.companion.empty()) {
+        const std::size_t companion = rowNamed(row.companion);
+        if (companion == applicationCount) return false;
+        if (applications[companion].companion != row.name) return false;
+    }
+    return row.shownBefore.empty() || rowNamed(row.shownBefore) != applicationCount;
+}
+
+/// Whether no row takes another's names, or the lines of the process listing that speak for a later
+/// one.
+constexpr bool areSound() {
+    for (std::size_t i = 0; i < applicationCount; ++i) {
+        const SupportedApplication& row = applications[i];
+        if (!isSound(row)) return false;
+        for (std::size_t j = i + 1; j < applicationCount; ++j) {
+            const SupportedApplication& later = applications[j];
+            if (later.name == row.name || later.checkBox == row.checkBox) return false;
+            if (later.processText.find(row.processText) != std::string_view::npos) return false;
         }
     }
     return true;
@@ -172,7 +186,7 @@ constexpr bool rowsAreSound() {
 
 }  // namespace detail
 
-static_assert(detail::rowsAreSound(),
+static_assert(detail::areSound(),
               "a row lacks something, names another that is not there, or hides a later one");
 static_assert(sizeof(bw_typedef) == applicationCount * sizeof(std::uint32_t));
 
