@@ -20,16 +20,21 @@ struct CollectorRow {
     const Collector& collector;
 };
 
+/// The operation of `Collectors` that a row stands for; "" for a collector with steps of its own.
+constexpr std::string_view operationOf(const Collector& collector) {
+    if (std::holds_alternative<FixedPathTargets>(collector)) {
+        return std::get<FixedPathTargets>(collector).operation;
+    }
+    return std::holds_alternative<ProfileTargets>(collector)
+               ? std::get<ProfileTargets>(collector).operation
+               : std::string_view();
+}
+
 /// The row of an operation that the table describes; without one it does not compile.
 consteval CollectorRow collectorRow(std::string_view operation) {
     for (const SupportedApplication& application : applications) {
         for (const Collector& collector : application.collectors) {
-            const auto* fixed = std::get_if<FixedPathTargets>(&collector);
-            const auto* profiles = std::get_if<ProfileTargets>(&collector);
-            if ((fixed != nullptr && fixed->operation == operation) ||
-                (profiles != nullptr && profiles->operation == operation)) {
-                return {application, collector};
-            }
+            if (operationOf(collector) == operation) return {application, collector};
         }
     }
     throw "no such row";
