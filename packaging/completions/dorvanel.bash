@@ -5,7 +5,7 @@
 # _dorvanel_candidates COMMAND WORD KEY: what may stand next after the words, one a line.
 _dorvanel_candidates() {
     case $1/$2 in
-        /) printf '%s\n' shred run watch prefs apps profiles log ;;
+        /) printf '%s\n' shred run watch prefs apps profiles traces log ;;
         prefs/) printf '%s\n' list get set revert ;;
         prefs/get | prefs/set)
             [ -z "$3" ] && printf '%s\n' ShredCache ShredIEDownloadCache ShredMailTrash \
@@ -24,6 +24,7 @@ _dorvanel_candidates() {
             [ -z "$3" ] && printf '%s\n' Safari 'Internet Explorer' Mozilla Netscape iCab Omniweb \
                 Opera Camino Firefox 'Apple Mail' Eudora Mailsmith
             ;;
+        traces/) printf '%s\n' check ;;
         profiles/) printf '%s\n' list select deselect ;;
         profiles/select | profiles/deselect) [ -z "$3" ] && _dorvanel_profiles ;;
     esac
@@ -85,7 +86,7 @@ _dorvanel() {
         return
     fi
     compopt -o filenames # a blank in a candidate is escaped
-    if [ "${words[0]-}" = shred ]; then
+    if [ "${words[0]-}" = shred ] || [ "${words[*]-}" = 'traces check' ]; then
         while IFS= read -r candidate; do COMPREPLY+=("$candidate"); done \
             < <(compgen -f -- "$current")
         return

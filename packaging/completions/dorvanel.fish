@@ -59,6 +59,7 @@ complete -c dorvanel -n __dorvanel_after -a watch -d 'Shred whenever a supported
 complete -c dorvanel -n __dorvanel_after -a prefs -d 'List, read and change the preferences'
 complete -c dorvanel -n __dorvanel_after -a apps -d 'List, enable and disable applications'
 complete -c dorvanel -n __dorvanel_after -a profiles -d 'List profiles, select those to shred'
+complete -c dorvanel -n __dorvanel_after -a traces -d 'Look at descriptions of traces'
 complete -c dorvanel -n __dorvanel_after -a log -d 'Print the Activity Log'
 
 complete -c dorvanel -n '__dorvanel_in shred' -F
@@ -76,6 +77,9 @@ complete -c dorvanel -n '__dorvanel_sets OverwritePattern' -a '0 (seq 2 6)'
 complete -c dorvanel -n '__dorvanel_after apps' -a 'list enable disable'
 complete -c dorvanel -n '__dorvanel_after apps enable; or __dorvanel_after apps disable' \
     -a "$applications"
+
+complete -c dorvanel -n '__dorvanel_after traces' -a check
+complete -c dorvanel -n '__dorvanel_after traces check' -F
 
 complete -c dorvanel -n '__dorvanel_after profiles' -a 'list select deselect'
 complete -c dorvanel -n '__dorvanel_after profiles select; or __dorvanel_after profiles deselect' \

@@ -9,4 +9,7 @@ namespace dorvanel::platform {
 /// the program's own folder, in the build tree as when installed. "" when it cannot be told.
 std::string resourcesFolder();
 
+/// Where the shipped descriptions of applications lie: in ../share/dorvanel/applications, likewise.
+std::string catalogueFolder();
+
 }  // namespace dorvanel::platform

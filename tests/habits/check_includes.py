@@ -35,6 +35,7 @@ WRAPPED = {
     "sqlite3.h": "targets/",
     "plist/": "prefs/",
     "sdbus-c++/": "platform/linux/",
+    "toml++/": "apps/catalogue/",
 }
 SYSTEM = re.compile(
     r"(sys|linux|net|netinet|arpa|asm|bits|systemd|sdbus-c\+\+)/"

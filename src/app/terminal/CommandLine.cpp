@@ -54,6 +54,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addPrefsCommand(program, chosen);
     addAppsCommand(program, chosen);
     addProfilesCommand(program, chosen);
+    addTracesCommand(program, chosen);
     addLogCommand(program, chosen);
 
     const auto first = commandOf(arguments);

@@ -23,6 +23,7 @@ void addRunCommand(CLI::App& program, Action& chosen);
 void addPrefsCommand(CLI::App& program, Action& chosen);
 void addAppsCommand(CLI::App& program, Action& chosen);
 void addProfilesCommand(CLI::App& program, Action& chosen);
+void addTracesCommand(CLI::App& program, Action& chosen);
 void addLogCommand(CLI::App& program, Action& chosen);
 
 }  // namespace dorvanel::terminal

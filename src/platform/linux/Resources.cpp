@@ -6,11 +6,24 @@
 
 namespace dorvanel::platform {
 
-std::string resourcesFolder() {
+namespace {
+
+/// A folder of ../share as seen from the program's own folder.
+std::string shared(const char* name) {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error) return {};
-    return (program.parent_path().parent_path() / "share" / "dorvanel-x").native();
+    return (program.parent_path().parent_path() / "share" / name).native();
+}
+
+}  // namespace
+
+std::string resourcesFolder() {
+    return shared("dorvanel-x");
+}
+
+std::string catalogueFolder() {
+    return shared("dorvanel/applications");
 }
 
 }  // namespace dorvanel::platform
