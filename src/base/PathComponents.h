@@ -19,4 +19,13 @@ std::string appendingPathExtension(std::string_view path, std::string_view exten
 /// The text after the last full stop of a name; "" when it has none.
 std::string pathExtension(std::string_view name);
 
+/// An item's path taken apart: the folder that holds it and its own last component, doubled and
+/// trailing slashes and "." components apart.
+struct ItemPath {
+    explicit ItemPath(std::string path);
+
+    std::string folder;
+    std::string name;
+};
+
 }  // namespace dorvanel

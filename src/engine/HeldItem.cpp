@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "base/ItemPath.h"
+#include "base/PathComponents.h"
 
 namespace dorvanel {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "base/ItemPath.h"
+#include "base/PathComponents.h"
 
 #include <gtest/gtest.h>
 
