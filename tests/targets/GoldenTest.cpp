@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "targets/Golden.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "support/SampleIndex.h"
@@ -131,6 +132,18 @@ TEST_P(GoldenTest, AsksForNoApplicationButItsOwn) {
     for (const std::string& name : names.enableNames) golden.preferences.disabled.erase(name);
     const Golden table = Golden::read(GetParam().name, golden.home.path());
     EXPECT_EQ(golden.run(GetParam().collector), table.byKeysOn.at({}));
+}
+
+TEST(GoldenTablesTest, ThereIsOneForEveryCollectorOfTheTable) {
+    for (const SupportedApplication& application : applications) {
+        for (const Collector& collector : application.collectors) {
+            const std::string_view operation = operationOf(collector);
+            if (operation.empty()) continue;  // none, or one with steps of its own
+            EXPECT_TRUE(std::ranges::any_of(everyCollector, [&](const Named& named) {
+                return named.name == operation;
+            })) << operation;
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, GoldenTest, ::testing::ValuesIn(everyCollector),
