@@ -62,15 +62,15 @@ void Collectors::collectFixedPaths(const FixedPathTargets& targets, std::string_
 void Collectors::collectGroup(const FixedPathGroup& group) {
     const bool on = isOn(group.key);
     for (const FixedPath& target : group.paths) {
-        if (target.path.empty()) break;
+        if (target.isNone()) break;
         collectPath(on, target);
     }
 }
 
 void Collectors::collectPath(bool on, const FixedPath& target) {
-    if (on) mPathArray.push_back(platform::expandingTilde(std::string(target.path)));
-    kalvet_logger(on ? "Shred: " + std::string(target.shredAs)
-                     : "Skip: " + std::string(target.skipAs));
+    if (on) mPathArray.push_back(platform::expandingTilde(std::string(target.path())));
+    kalvet_logger(on ? "Shred: " + std::string(target.shredAs())
+                     : "Skip: " + std::string(target.skipAs()));
 }
 
 }  // namespace dorvanel
