@@ -187,9 +187,7 @@ MainWindowActions Desktop::actions() {
     actions.emailSupport = [controller] { controller->emailSupport(); };
     actions.webFAQ = [controller] { controller->webFAQ(); };
     actions.webDownloads = [controller] { controller->webDownloads(); };
-    actions.filesDropped = [this](std::vector<std::string> files) {
-        filesDropped(std::move(files));
-    };
+    actions.filesDropped = [this](const std::vector<std::string>& files) { filesDropped(files); };
     return actions;
 }
 
