@@ -145,6 +145,17 @@ TEST(EntryReaderTest, ATraceNeedsAKindAndSomethingThatGoes) {
                 ElementsAre("0: two traces are of the kind \"logs\""));
 }
 
+TEST(EntryReaderTest, OnlyTextsAndCommentsHoldLettersThatAreNotAscii) {
+    EXPECT_THAT(faultsIn("\xD1\x9C\"]\n"),
+                ElementsAre("1: a letter that is not ASCII stands outside of any text"));
+    EXPECT_THAT(faultsIn("name = \"a\"\n# \"\nk\xC3\xA9y = 1\n"),
+                ElementsAre("3: a letter that is not ASCII stands outside of any text"));
+    EXPECT_TRUE(catalogue::readEntry("x",
+                                     "name = \"\xC3\xA9 \\\" \xC3\xA9\" # \xC3\xA9\n"
+                                     "icon = '''\n\xC3\xA9'''\n")
+                    .entry);
+}
+
 TEST(EntryReaderTest, TheNameOfAFileMustBeAnId) {
     for (const char* id : {"", "Lynx", "a b", "-a", "../x"}) {
         const std::vector<std::string> faults = faultsIn(lynx, id);
