@@ -255,36 +255,16 @@ class Reader {
     std::vector<Problem> problems_;
 };
 
-/// The line of the first byte that is not ASCII and stands in neither a text nor a comment; 0 where
-/// there is none. Nothing of TOML is written so, and the library does not expect all of it.
+constexpr const char* notAscii =
+    R"(holds a letter that is not ASCII: "\u" and its number stand for it)";
+
+/// The line of the first byte that is not ASCII; 0 where there is none. The library takes some of
+/// them, where they stand in the way of something else, for what cannot be.
 int lineOfForeignByte(std::string_view bytes) {
-    int line = 1;
-    std::string_view quote;  // that ends the text at hand
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
-        const std::string_view rest = bytes.substr(at);
-        const char c = rest.front();
-        if (c == '\n') ++line;
-        if (!quote.empty()) {
-            if (c == '\\' && quote.front() == '"') {
-                ++at;
-                if (rest.size() > 1 && rest[1] == '\n') ++line;
-            } else if (rest.starts_with(quote) || (c == '\n' && quote.size() == 1)) {
-                at += c == '\n' ? 0 : quote.size() - 1;
-                quote = {};
-            }
-        } else if (c == '#') {
-            const std::size_t end = rest.find('\n');
-            if (end == std::string_view::npos) return 0;
-            at += end - 1;
-        } else if (c == '"' || c == '\'') {
-            const std::string_view three = c == '"' ? R"(""")" : "'''";
-            quote = rest.starts_with(three) ? three : three.substr(0, 1);
-            at += quote.size() - 1;
-        } else if (static_cast<unsigned char>(c) > 0x7F) {
-            return line;
-        }
-    }
-    return 0;
+    const auto found =
+        std::ranges::find_if(bytes, [](char c) { return static_cast<unsigned char>(c) > 0x7F; });
+    if (found == bytes.end()) return 0;
+    return static_cast<int>(std::count(bytes.begin(), found, '\n')) + 1;
 }
 
 }  // namespace
@@ -297,7 +277,7 @@ ReadEntry readEntry(const std::string& id, std::string_view bytes) {
         return {std::nullopt, {{0, "is too large for a description of an application"}}};
     }
     if (const int line = lineOfForeignByte(bytes); line != 0) {
-        return {std::nullopt, {{line, "a letter that is not ASCII stands outside of any text"}}};
+        return {std::nullopt, {{line, notAscii}}};
     }
     const toml::parse_result parsed = toml::parse(bytes);
     if (!parsed) {
