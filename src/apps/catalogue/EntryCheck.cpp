@@ -74,6 +74,10 @@ std::string faultOfPattern(std::string_view pattern) {
     if (!pattern.starts_with('{') || end == std::string_view::npos || end == 1) {
         return "begins with no root in braces";
     }
+    const bool isName = std::ranges::all_of(rootOf(pattern), [](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-' || c == '_';
+    });
+    if (!isName) return "has a root whose name is more than letters and digits";
     const std::string_view rest = pattern.substr(end + 1);
     if (rest.empty()) return {};
     if (rest.front() != '/') return "goes on behind its root without a slash";

@@ -45,9 +45,9 @@ TEST(EntryCheckTest, APatternStaysBelowItsRoot) {
                                 "{cache}/{profile.name}", "{profile}/a*b?/c"}) {
         EXPECT_EQ(catalogue::faultOfPattern(pattern), "") << pattern;
     }
-    for (const char* pattern :
-         {"", "config/x", "{}", "{config", "{config}x", "{config}/../x", "{config}/", "{config}//x",
-          "{config}/{other}", "{config}/a/..", "/etc/passwd", "{config}/a\tb"}) {
+    for (const char* pattern : {"", "config/x", "{}", "{config", "{config}x", "{config}/../x",
+                                "{config}/", "{config}//x", "{config}/{other}", "{config}/a/..",
+                                "/etc/passwd", "{a/../b}/c", "{profile.path}/x", "{config}/a\tb"}) {
         EXPECT_NE(catalogue::faultOfPattern(pattern), "") << pattern;
     }
     EXPECT_EQ(catalogue::rootOf("{config}/x"), "config");
