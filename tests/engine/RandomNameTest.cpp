@@ -52,6 +52,21 @@ TEST(RandomNameTest, TakesSixBitsForACharacterSoThatAAndBComeTwice) {
     EXPECT_EQ(nameOf(0, 64), "AAAAAAAAA");
 }
 
+TEST(RandomNameTest, ANamePutBackIsTheNextOneAndDrawsNothing) {
+    FeedbackSequence draws;
+    FeedbackSequence others;
+    RandomName name(draws);
+    RandomName plain(others);
+    for (int i = 0; i < 3; ++i) {
+        name.randomizeName();
+        name.putBack();
+        name.randomizeName();
+        plain.randomizeName();
+        EXPECT_EQ(name.mName, plain.mName);
+    }
+    EXPECT_EQ(draws.next(), others.next());
+}
+
 TEST(RandomNameTest, EqualsTheNamesOfThePlainProgram) {
     const auto expected = linesOf(plainOverwrite({}, {"n2000"})[0], "name");
     FeedbackSequence draws;

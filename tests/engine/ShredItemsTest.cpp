@@ -377,5 +377,38 @@ TEST_F(ShredItemsTest, ASecondRequestStartsItsCountsAnew) {
     EXPECT_THAT(shreddingProgress.values, ElementsAre(0, 100, 0, 0, 100, 0));
 }
 
+TEST(ShredItemsSequenceTest, AnItemThatCannotBeMovedTakesNothingFromTheSequence) {
+    const auto contentsAfter = [](bool withOneThatStays) {
+        TemporaryFolder folder;
+        writeFile(folder / "stays", "x");
+        writeFile(folder / "goes", std::string(5000, 'x'));
+        hardLink(folder / "goes", folder / "witness");
+        TestEngine engine;
+        if (withOneThatStays) engine.faulty.failOnce("rename", 1, EPERM);
+        std::vector<std::string> items = {folder / "goes"};
+        if (withOneThatStays) items.insert(items.begin(), folder / "stays");
+        const std::uint64_t left = engine.shred(items).notRemoved;
+        EXPECT_EQ(left, withOneThatStays ? 1U : 0U);
+        return readFile(folder / "witness");
+    };
+    const std::string alone = contentsAfter(false);
+    EXPECT_NE(alone.substr(0, 10), "xxxxxxxxxx");
+    EXPECT_EQ(contentsAfter(true), alone);
+}
+
+TEST(ShredItemsSequenceTest, AnItemWhoseRandomNameIsTakenIsMovedUnderItsOwnAndDrawsNoOther) {
+    const auto contentsAfter = [](bool taken) {
+        TemporaryFolder folder;
+        writeFile(folder / "goes", std::string(5000, 'x'));
+        hardLink(folder / "goes", folder / "witness");
+        TestEngine engine;
+        if (taken) engine.faulty.failOnce("rename", 1, EEXIST);
+        EXPECT_EQ(engine.shred({folder / "goes"}).notRemoved, 0U);
+        EXPECT_THAT(namesIn(folder.path()), ElementsAre("witness"));
+        return readFile(folder / "witness");
+    };
+    EXPECT_EQ(contentsAfter(true), contentsAfter(false));
+}
+
 }  // namespace
 }  // namespace dorvanel::test
