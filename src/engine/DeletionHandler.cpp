@@ -48,7 +48,8 @@ void DeletionHandler::shredOneFile(const TreeEntry& entry) {
 void DeletionHandler::overwriteEntry(const TreeEntry& entry) {
     switch (entry.kind) {
         case EntryKind::link:
-            return overwriteTarget(entry);
+            if (links_ == Links::follow) overwriteTarget(entry);
+            return;
         case EntryKind::regular:
         case EntryKind::unknown:  // opening tells what it is
             return overwritePlain(entry, Links::stay);

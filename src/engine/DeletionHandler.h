@@ -35,9 +35,12 @@ class DeletionHandler final : public TreeVisitor {
         std::uint32_t user;  ///< that the process acts as
     };
 
-    /// `place`: the path of the folder that `walk` walks, for naming what went wrong.
-    DeletionHandler(Parts parts, const TreeWalk& walk, std::string place)
-        : parts_(parts), walk_(walk), place_(std::move(place)) {}
+    using Links = platform::SystemCalls::Links;
+
+    /// `place`: the path of the folder that `walk` walks, for naming what went wrong. `links`:
+    /// whether what they lead to is treated in their place.
+    DeletionHandler(Parts parts, const TreeWalk& walk, std::string place, Links links)
+        : parts_(parts), walk_(walk), place_(std::move(place)), links_(links) {}
 
     /// Before an entry is removed: the contents overwritten if it is not a folder. What a link
     /// leads to is treated in the link's place. Returns a folder, opened, or a negative number.
@@ -63,8 +66,6 @@ class DeletionHandler final : public TreeVisitor {
     Manifest::FileSum sharedFiles;  ///< opened so far in folders that others may write in
 
   private:
-    using Links = platform::SystemCalls::Links;
-
     void overwriteEntry(const TreeEntry& entry);
     void overwriteTarget(const TreeEntry& entry);
     void overwritePlain(const TreeEntry& entry, Links links);
@@ -87,6 +88,7 @@ class DeletionHandler final : public TreeVisitor {
     Parts parts_;
     const TreeWalk& walk_;
     std::string place_;
+    Links links_;
     HeldItem* expected_ = nullptr;
     bool foundAnother_ = false;
     bool spared_ = false;  ///< the entry at hand keeps its name

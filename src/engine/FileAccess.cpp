@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "engine/FileAccess.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <new>
 #include <optional>
 #include <system_error>
@@ -26,18 +28,32 @@ FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferen
       shredder_({deletionParts(), services.clock, targets_, protected_}) {}
 
 void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
+    std::vector<std::string> none;
+    shredDroppedFile(paths, none);
+}
+
+void FileAccess::shredDroppedFile(std::vector<std::string>& paths,
+                                  std::vector<std::string>& unfollowed) {
     begin();
     std::vector<HeldItem> items;
     std::size_t next = 0;
-    const bool areHeld =
-        guarded("hold the items", [&] { items = holdAll(services_.system, paths); });
+    const bool areHeld = guarded("hold the items", [&] {
+        items = holdAll(services_.system, paths);
+        std::vector<HeldItem> others =
+            holdAll(services_.system, unfollowed, SystemCalls::Links::stay);
+        std::ranges::move(others, std::back_inserter(items));
+    });
     if (areHeld) {
         guarded("shred", [&] { shredInTurn(items, next); });
         guarded("tell what is left", [&] { leaveFrom(items, next); });
     } else {
-        guarded("tell what is left", [&] { outcome_.left = paths; });
+        guarded("tell what is left", [&] {
+            outcome_.left = paths;
+            outcome_.left.insert(outcome_.left.end(), unfollowed.begin(), unfollowed.end());
+        });
     }
     paths.clear();
+    unfollowed.clear();
     items.clear();
     end();
 }
@@ -180,7 +196,7 @@ void FileAccess::shredOneFile(const std::string& path) {
     }
     if (item.code != 0 || item.status.kind == EntryKind::folder) return;
     shredder_.measure(item);  // remembers what a link leads to
-    DeletionHandler(deletionParts(), shredder_.walk(), item.folder)
+    DeletionHandler(deletionParts(), shredder_.walk(), item.folder, item.links)
         .shredOneFile(
             {item.parent->get(), item.name.c_str(), item.status.kind, &item.parentStatus});
     batch_.flush();

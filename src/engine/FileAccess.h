@@ -47,6 +47,10 @@ class FileAccess {
     /// `outcome`.
     void shredDroppedFile(std::vector<std::string>& paths);
 
+    /// The same, followed by a second list: links in that one go, and what they lead to stays as it
+    /// is. Empties both.
+    void shredDroppedFile(std::vector<std::string>& paths, std::vector<std::string>& unfollowed);
+
     /// The same for items that somebody has looked at and holds since: these very items are
     /// shredded, or told to have gone. Empties the list.
     void shredItems(std::vector<HeldItem>& items);

@@ -21,12 +21,14 @@ constexpr int shareOfLimit = 8;
 /// Holds items one after another, and keeps the last one's folder for the next.
 class Holder {
   public:
-    Holder(SystemCalls& system, int most) : system_(system), left_(most) {}
+    Holder(SystemCalls& system, int most, Links links)
+        : system_(system), left_(most), links_(links) {}
 
     HeldItem hold(const std::string& path) {
         ItemPath parts(path);
         HeldItem held;
         held.path = path;
+        held.links = links_;
         held.folder = std::move(parts.folder);
         held.name = std::move(parts.name);
         if (parent_ == nullptr || parentPath_ != held.folder) held.code = openParent(held.folder);
@@ -68,7 +70,7 @@ class Holder {
         if (held.item == nullptr) {
             result = system_.statusAt(parent_->get(), name, Links::stay, held.status);
         }
-        if (result >= 0 && held.status.kind == EntryKind::link) {
+        if (result >= 0 && held.status.kind == EntryKind::link && links_ == Links::follow) {
             FileStatus target;
             result = system_.statusAt(parent_->get(), name, Links::follow, target);
         }
@@ -77,6 +79,7 @@ class Holder {
 
     SystemCalls& system_;
     int left_;
+    Links links_;
     std::shared_ptr<const HeldDescriptor> parent_;
     std::string parentPath_;
     FileStatus parentStatus_;
@@ -85,13 +88,14 @@ class Holder {
 
 }  // namespace
 
-HeldItem hold(SystemCalls& system, const std::string& path) {
-    return Holder(system, mostHeld).hold(path);
+HeldItem hold(SystemCalls& system, const std::string& path, Links links) {
+    return Holder(system, mostHeld, links).hold(path);
 }
 
-std::vector<HeldItem> holdAll(SystemCalls& system, const std::vector<std::string>& paths) {
+std::vector<HeldItem> holdAll(SystemCalls& system, const std::vector<std::string>& paths,
+                              Links links) {
     const int most = std::min(mostHeld, system.descriptorLimit() / shareOfLimit);
-    Holder holder(system, most);
+    Holder holder(system, most, links);
     std::vector<HeldItem> items;
     items.reserve(paths.size());
     for (const std::string& path : paths) items.push_back(holder.hold(path));

@@ -51,8 +51,12 @@ struct HeldItem {
     platform::FileStatus parentStatus;
     platform::FileStatus status;  ///< the item's own, a link not followed
 
+    /// What happens to links, the item itself and those in it: with `follow` their targets are
+    /// shredded too, with `stay` a link goes and its target stays as it is.
+    platform::SystemCalls::Links links = platform::SystemCalls::Links::follow;
+
     /// Why the item, or what it leads to as a link, could not be looked at: an errno, ENOENT where
-    /// there is none; 0 where it is there.
+    /// there is none; 0 where it is there. A link that is not to be followed is there by itself.
     int code = 0;
     /// A link that leads nowhere is an item that does not exist, and yet something is there.
     [[nodiscard]] bool isThere() const { return status.kind != platform::EntryKind::unknown; }
@@ -60,11 +64,14 @@ struct HeldItem {
 
 /// Looks at the item under this path, following links in all but the last component, and holds it.
 /// Always returns an item; its `code` tells whether it is there. `system` must outlive it.
-HeldItem hold(platform::SystemCalls& system, const std::string& path);
+HeldItem hold(platform::SystemCalls& system, const std::string& path,
+              platform::SystemCalls::Links links = platform::SystemCalls::Links::follow);
 
 /// The same for a list, in its order. Items of one folder share its descriptor, and of very long
 /// lists only the first are held by descriptors, the others known by inode and time of birth.
-std::vector<HeldItem> holdAll(platform::SystemCalls& system, const std::vector<std::string>& paths);
+std::vector<HeldItem> holdAll(
+    platform::SystemCalls& system, const std::vector<std::string>& paths,
+    platform::SystemCalls::Links links = platform::SystemCalls::Links::follow);
 
 /// Whether a file that is there now is the held item.
 bool isHeldItem(platform::SystemCalls& system, const HeldItem& item,

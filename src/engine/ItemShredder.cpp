@@ -33,7 +33,7 @@ MeasuredItem ItemShredder::measure(const HeldItem& item) {
         return measured;
     }
     if (status.kind == EntryKind::link) {
-        measured.bytes = rememberTarget(item);
+        if (item.links == Links::follow) measured.bytes = rememberTarget(item);
         return measured;
     }
     if (status.kind != EntryKind::folder) {
@@ -42,7 +42,7 @@ MeasuredItem ItemShredder::measure(const HeldItem& item) {
     }
     measured.manifest = std::make_unique<Manifest>();
     SizeVisitor visitor({system_, batch_, parts_.deletion.stop, parts_.targets, parts_.spared,
-                         parts_.deletion.user},
+                         parts_.deletion.user, item.links},
                         walk_, *measured.manifest);
     const int folder = openItem(item);
     if (folder < 0) return measured;  // not readable
@@ -220,7 +220,7 @@ void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest,
 
 void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
     const HoldingFolder& holding = holdings_.current();
-    DeletionHandler handler(parts_.deletion, walk_, holding.path());
+    DeletionHandler handler(parts_.deletion, walk_, holding.path(), item.links);
     const bool isPlain = topKind_ == EntryKind::regular && !holding.wasThere;
     if (isPlain) handler.expect(item);
     const std::size_t troubles = outcome_.allTroubles;

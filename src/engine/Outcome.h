@@ -29,6 +29,9 @@ struct Outcome {
     std::uint64_t notRemoved = 0;        ///< items, files and folders that are still there
     std::uint64_t notFlushed = 0;        ///< files that perhaps never reached the medium
     std::uint64_t vanished = 0;          ///< items and entries that went before their turn
+    std::uint64_t filesCleaned = 0;      ///< databases and the like that lost their traces
+    std::uint64_t rowsRemoved = 0;       ///< from databases
+    std::uint64_t notCleaned = 0;        ///< what was to be cleaned, or looked at, and could not be
     bool stopped = false;                ///< ended early because somebody asked
 
     std::uint64_t allTroubles = 0;  ///< also those that are only counted

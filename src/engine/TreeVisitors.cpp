@@ -32,7 +32,8 @@ bool PlainVisitor::leadsToFolder(const TreeEntry& entry) {
 int SizeVisitor::enter(const TreeEntry& entry) {
     if (entry.kind != EntryKind::folder) {
         FileStatus file;
-        if (system_.statusAt(entry.folder, entry.name, Links::follow, file) >= 0) {
+        if (system_.statusAt(entry.folder, entry.name, links_, file) >= 0) {
+            if (file.kind == EntryKind::link) return -1;  // it holds nothing that is overwritten
             if (entry.kind == EntryKind::link) {
                 targets_.add(entry.folder, entry.name, file);
             } else if (file.isBeyondMountOf(*entry.in) && mountPoint.empty()) {

@@ -53,12 +53,14 @@ class SizeVisitor final : public PlainVisitor {
         LinkTargets& targets;
         const std::vector<Identity>& spared;  ///< folders that are never shredded
         std::uint32_t user;                   ///< that the process acts as
+        platform::SystemCalls::Links links;   ///< whether what they lead to counts
     };
     SizeVisitor(Parts parts, const TreeWalk& walk, Manifest& manifest)
         : PlainVisitor(parts.system, parts.batch, parts.stop),
           targets_(parts.targets),
           spared_(parts.spared),
           user_(parts.user),
+          links_(parts.links),
           walk_(walk),
           manifest_(manifest) {}
     int enter(const TreeEntry& entry) override;
@@ -74,6 +76,7 @@ class SizeVisitor final : public PlainVisitor {
     LinkTargets& targets_;
     const std::vector<Identity>& spared_;
     std::uint32_t user_;
+    platform::SystemCalls::Links links_;
     const TreeWalk& walk_;
     Manifest& manifest_;
 };
