@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -44,9 +45,16 @@ class UserDefaults {
     [[nodiscard]] virtual std::optional<std::vector<std::string>> arrayForKey(
         const std::string& key) const = 0;
 
+    /// The arrays of strings of a stored dictionary, by key (members of other kinds are left out);
+    /// nothing when the key is absent or holds no dictionary.
+    using StringLists = std::map<std::string, std::vector<std::string>>;
+    [[nodiscard]] virtual std::optional<StringLists> dictionaryForKey(
+        const std::string& key) const = 0;
+
     virtual void setBool(bool value, const std::string& key) = 0;
     virtual void setInteger(int value, const std::string& key) = 0;
     virtual void setArray(const std::vector<std::string>& strings, const std::string& key) = 0;
+    virtual void setDictionary(const StringLists& lists, const std::string& key) = 0;
     virtual void removeObjectForKey(const std::string& key) = 0;
 
     /// Writes what this process changed since it last read or wrote, over what the file holds now,

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <limits>
 #include <set>
 
@@ -168,16 +169,63 @@ plist_t treeOf(std::string_view bytes) {
     return tree;
 }
 
+plist_t nodeFor(const std::vector<std::string>& strings) {
+    plist_t array = plist_new_array();
+    for (const std::string& string : strings) {
+        plist_array_append_item(array, plist_new_string(string.c_str()));
+    }
+    return array;
+}
+
 plist_t nodeFor(const PropertyList::Value& value) {
     if (const bool* flag = std::get_if<bool>(&value)) return plist_new_bool(*flag ? 1 : 0);
     if (const auto* number = std::get_if<std::int64_t>(&value)) {
         return plist_new_uint(static_cast<std::uint64_t>(*number));
     }
-    plist_t array = plist_new_array();
-    for (const std::string& string : std::get<std::vector<std::string>>(value)) {
-        plist_array_append_item(array, plist_new_string(string.c_str()));
+    if (const auto* lists = std::get_if<PropertyList::StringLists>(&value)) {
+        plist_t dictionary = plist_new_dict();
+        for (const auto& [key, strings] : *lists) {
+            plist_dict_set_item(dictionary, key.c_str(), nodeFor(strings));
+        }
+        return dictionary;
     }
-    return array;
+    return nodeFor(std::get<std::vector<std::string>>(value));
+}
+
+/// The strings of an array; members of other kinds are left out.
+std::vector<std::string> stringsOf(plist_t array) {
+    std::vector<std::string> strings;
+    const std::uint32_t count = plist_array_get_size(array);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        plist_t member = plist_array_get_item(array, i);
+        if (plist_get_node_type(member) == PLIST_STRING) strings.push_back(stringOf(member));
+    }
+    return strings;
+}
+
+/// Calls `work` with each key of a dictionary and its value.
+void forEachMember(plist_t dictionary, const std::function<void(const char*, plist_t)>& work) {
+    plist_dict_iter position = nullptr;
+    plist_dict_new_iter(dictionary, &position);
+    while (true) {
+        char* key = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(dictionary, position, &key, &item);
+        if (key == nullptr) break;
+        work(key, item);
+        std::free(key);
+    }
+    std::free(position);
+}
+
+/// Whether a dictionary holds arrays of strings and nothing else, which can be written again.
+bool isOfStringLists(plist_t dictionary) {
+    bool isSo = true;
+    forEachMember(dictionary, [&](const char*, plist_t item) {
+        isSo = isSo && plist_get_node_type(item) == PLIST_ARRAY &&
+               stringsOf(item).size() == plist_array_get_size(item);
+    });
+    return isSo;
 }
 
 }  // namespace
@@ -243,6 +291,9 @@ std::optional<PropertyList::Value> PropertyList::value(const std::string& key) c
             if (strings.size() != plist_array_get_size(node)) return std::nullopt;
             return strings;
         }
+        case PLIST_DICT:
+            if (!isOfStringLists(node)) return std::nullopt;
+            return asStringLists(key).value();
         default:
             return std::nullopt;
     }
@@ -289,13 +340,17 @@ std::optional<std::string> PropertyList::asString(const std::string& key) const 
 std::optional<std::vector<std::string>> PropertyList::asStrings(const std::string& key) const {
     plist_t node = root_->item(key);
     if (plist_get_node_type(node) != PLIST_ARRAY) return std::nullopt;
-    std::vector<std::string> strings;
-    const std::uint32_t count = plist_array_get_size(node);
-    for (std::uint32_t i = 0; i < count; ++i) {
-        plist_t member = plist_array_get_item(node, i);
-        if (plist_get_node_type(member) == PLIST_STRING) strings.push_back(stringOf(member));
-    }
-    return strings;
+    return stringsOf(node);
+}
+
+std::optional<PropertyList::StringLists> PropertyList::asStringLists(const std::string& key) const {
+    plist_t node = root_->item(key);
+    if (plist_get_node_type(node) != PLIST_DICT) return std::nullopt;
+    StringLists lists;
+    forEachMember(node, [&](const char* name, plist_t item) {
+        if (plist_get_node_type(item) == PLIST_ARRAY) lists[name] = stringsOf(item);
+    });
+    return lists;
 }
 
 void PropertyList::set(const std::string& key, const Value& value) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,7 +20,8 @@ namespace dorvanel {
 class PropertyList {
   public:
     /// The kinds of value that the program stores itself.
-    using Value = std::variant<bool, std::int64_t, std::vector<std::string>>;
+    using StringLists = std::map<std::string, std::vector<std::string>>;
+    using Value = std::variant<bool, std::int64_t, std::vector<std::string>, StringLists>;
 
     /// Larger lists, and deeper ones, are not parsed: the library that reads and writes them
     /// recurses, and half a mebibyte is a thousand times what preferences need.
@@ -50,6 +52,7 @@ class PropertyList {
     /// The text of a string; nothing for an absent key and for any other kind of value.
     [[nodiscard]] std::optional<std::string> asString(const std::string& key) const;
     [[nodiscard]] std::optional<std::vector<std::string>> asStrings(const std::string& key) const;
+    [[nodiscard]] std::optional<StringLists> asStringLists(const std::string& key) const;
 
     void set(const std::string& key, const Value& value);
     void remove(const std::string& key);

@@ -38,6 +38,9 @@ class PropertyListDefaults final : public platform::UserDefaults {
     std::optional<std::vector<std::string>> arrayForKey(const std::string& key) const override {
         return reading(key).asStrings(key);
     }
+    std::optional<StringLists> dictionaryForKey(const std::string& key) const override {
+        return reading(key).asStringLists(key);
+    }
 
     void setBool(bool value, const std::string& key) override { change(key, value); }
     void setInteger(int value, const std::string& key) override {
@@ -45,6 +48,9 @@ class PropertyListDefaults final : public platform::UserDefaults {
     }
     void setArray(const std::vector<std::string>& strings, const std::string& key) override {
         change(key, strings);
+    }
+    void setDictionary(const StringLists& lists, const std::string& key) override {
+        change(key, lists);
     }
     void removeObjectForKey(const std::string& key) override { change(key, std::nullopt); }
 

@@ -195,8 +195,12 @@ TEST_F(PreferencesTest, AFailedSaveIsToldAndLeavesTheValuesCommitted) {
         bool boolForKey(const std::string&) const override { return false; }
         int integerForKey(const std::string&) const override { return 0; }
         std::optional<Strings> arrayForKey(const std::string&) const override { return {}; }
+        std::optional<StringLists> dictionaryForKey(const std::string&) const override {
+            return {};
+        }
         void setBool(bool, const std::string&) override {}
         void setInteger(int, const std::string&) override {}
+        void setDictionary(const StringLists&, const std::string&) override {}
         void setArray(const Strings&, const std::string&) override {}
         void removeObjectForKey(const std::string&) override {}
         Result<Done> synchronize() override { return Error{28, "write", "file", {}}; }

@@ -13,7 +13,7 @@ namespace dorvanel::test {
 /// User defaults in memory that remember the order of the calls which change or save them.
 class FakeUserDefaults final : public platform::UserDefaults {
   public:
-    using Value = std::variant<bool, int, std::vector<std::string>>;
+    using Value = std::variant<bool, int, std::vector<std::string>, StringLists>;
 
     bool hasObjectForKey(const std::string& key) const override { return values.contains(key); }
     bool boolForKey(const std::string& key) const override { return integerForKey(key) != 0; }
@@ -32,6 +32,12 @@ class FakeUserDefaults final : public platform::UserDefaults {
         }
         return std::nullopt;
     }
+    std::optional<StringLists> dictionaryForKey(const std::string& key) const override {
+        const auto found = values.find(key);
+        if (found == values.end()) return std::nullopt;
+        const auto* lists = std::get_if<StringLists>(&found->second);
+        return lists == nullptr ? std::nullopt : std::optional(*lists);
+    }
     void setBool(bool value, const std::string& key) override {
         values[key] = value;
         calls.push_back("set " + key + (value ? " YES" : " NO"));
@@ -45,6 +51,10 @@ class FakeUserDefaults final : public platform::UserDefaults {
         std::string line = "set " + key + " [";
         for (const std::string& string : strings) line += string + ";";
         calls.push_back(line + "]");
+    }
+    void setDictionary(const StringLists& lists, const std::string& key) override {
+        values[key] = lists;
+        calls.push_back("set " + key + " of " + std::to_string(lists.size()));
     }
     void removeObjectForKey(const std::string& key) override {
         values.erase(key);
