@@ -113,6 +113,11 @@ const Entry* Catalogue::find(const std::string& id) const {
     return found == entries_.end() ? nullptr : &*found;
 }
 
+std::string textOf(const std::string& file, const Problem& problem) {
+    const std::string line = problem.line > 0 ? ":" + std::to_string(problem.line) : std::string();
+    return file + line + ": " + problem.reason;
+}
+
 ReadEntry readFile(const std::string& path, const Catalogue& others) {
     ReadEntry read = readOne(path);
     if (!read.entry) return read;

@@ -44,6 +44,10 @@ class Catalogue {
     std::vector<Fault> faults_;
 };
 
+/// A fault as a line for people: "FILE:LINE: reason", without the line where the file as a whole is
+/// meant.
+std::string textOf(const std::string& file, const Problem& problem);
+
 /// Reads one file as it would stand in a catalogue whose other entries are those of `others`.
 ReadEntry readFile(const std::string& path, const Catalogue& others);
 

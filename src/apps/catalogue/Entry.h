@@ -50,27 +50,27 @@ struct Statement {
 
 /// A database that also holds what must be kept.
 struct DatabaseCleaning {
-    PathPattern database;
-    std::map<std::string, PathPattern> attach;  ///< other databases by name, read only
-    std::vector<Statement> run;
-    std::vector<std::string> keep;  ///< queries whose answers must be the same afterwards
+    PathPattern database{};
+    std::map<std::string, PathPattern> attach{};  ///< other databases by name, read only
+    std::vector<Statement> run{};
+    std::vector<std::string> keep{};  ///< queries whose answers must be the same afterwards
 };
 
 /// A JSON file that loses some keys.
 struct JsonCleaning {
-    PathPattern file;
-    std::vector<std::string> remove;  ///< dotted paths
+    PathPattern file{};
+    std::vector<std::string> remove{};  ///< dotted paths
 };
 
 /// All that one kind of trace consists of.
 struct Trace {
-    std::string kind;          ///< one of `traceKinds`
+    std::string kind{};        ///< one of `traceKinds`
     bool recommended = false;  ///< a person would not miss it
-    std::string why;           ///< what is lost with it, for people; may be empty
-    std::vector<PathPattern> shred;
-    std::vector<PathPattern> empty;  ///< an empty file takes the place of each
-    std::vector<DatabaseCleaning> clean;
-    std::vector<JsonCleaning> json;
+    std::string why{};         ///< what is lost with it, for people; may be empty
+    std::vector<PathPattern> shred{};
+    std::vector<PathPattern> empty{};  ///< an empty file takes the place of each
+    std::vector<DatabaseCleaning> clean{};
+    std::vector<JsonCleaning> json{};
 };
 
 /// One application of today, as its file describes it.

@@ -23,6 +23,21 @@ std::string faultOfComponents(std::string_view path) {
     }
 }
 
+/// Whether a component has both a name in braces and a pattern, which could not be told apart once
+/// the name is filled in.
+bool hasMixedComponent(std::string_view path) {
+    while (!path.empty()) {
+        const std::size_t slash = path.find('/');
+        const std::string_view component = path.substr(0, slash);
+        if (component.find('{') != std::string_view::npos &&
+            component.find_first_of("*?") != std::string_view::npos) {
+            return true;
+        }
+        path.remove_prefix(slash == std::string_view::npos ? path.size() : slash + 1);
+    }
+    return false;
+}
+
 bool hasControl(std::string_view text) {
     return std::ranges::any_of(text, [](char c) {
         const auto byte = static_cast<unsigned char>(c);
@@ -90,7 +105,8 @@ std::string faultOfPattern(std::string_view pattern) {
         }
         names.remove_prefix(1);
     }
-    return faultOfComponents(rest.substr(1));
+    if (std::string fault = faultOfComponents(rest.substr(1)); !fault.empty()) return fault;
+    return hasMixedComponent(rest) ? "has a name in braces beside \"*\" or \"?\"" : "";
 }
 
 std::string faultOfStatement(std::string_view sql) {
