@@ -34,7 +34,9 @@ struct ApplicationWatchServices {
 };
 
 /// Notices within moments that the last process of a chosen application has ended. Looks every two
-/// seconds for processes that are new, and is told when those that it knows end. Main thread only.
+/// seconds for processes that are new, and is told when those that it knows end. An application
+/// that holds a lock then has not quit; one of which there was never more than a lock has not run.
+/// Main thread only.
 class ApplicationWatch {
   public:
     static constexpr std::chrono::milliseconds kDiscoveryInterval = std::chrono::seconds(2);
@@ -53,18 +55,20 @@ class ApplicationWatch {
 
   private:
     using Followed = std::set<platform::ProcessIdentity>;
+    using Memory = std::map<std::string, Followed>;
 
     void handleEnds(const std::vector<platform::ProcessIdentity>& ended);
     void look();
     void forgetAllBut(const RunningApplications::Entries& chosen);
-    void follow(Followed wanted);
+    Followed follow(const std::vector<platform::RunningProgram>& programs);
+    void remember(Memory applications);
 
     ApplicationWatchServices services_;
     ApplicationWatchOwner& owner_;
     std::shared_ptr<ui::Timer> timer_;  ///< null: stopped
     /// The applications that ran at the latest look that could tell, and those of their processes
     /// that have not ended since and are followed.
-    std::map<std::string, Followed> ran_;
+    Memory ran_;
 };
 
 }  // namespace dorvanel
