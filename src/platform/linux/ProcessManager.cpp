@@ -51,7 +51,9 @@ std::optional<ProcessSerialNumber> serialOf(const ProcessFolder& folder, pid_t p
 std::optional<Application> applicationOf(pid_t process) {
     ProcessFolder folder(process);
     const auto executable = folder.executable();
-    if (!executable || folder.user() != ::getuid()) return std::nullopt;
+    if (!executable) return std::nullopt;
+    const auto user = folder.user();
+    if (!user || user.value() != ::getuid()) return std::nullopt;
     std::string bundle = applicationBundleOf(folder.executablePath());
     if (bundle.empty()) return std::nullopt;
     FileDescriptor pidfd(::pidfd_open(process, 0));
