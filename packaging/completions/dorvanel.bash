@@ -24,7 +24,18 @@ _dorvanel_candidates() {
             [ -z "$3" ] && printf '%s\n' Safari 'Internet Explorer' Mozilla Netscape iCab Omniweb \
                 Opera Camino Firefox 'Apple Mail' Eudora Mailsmith
             ;;
-        traces/) printf '%s\n' check ;;
+        traces/) printf '%s\n' list select deselect check ;;
+        traces/select | traces/deselect)
+            if [ -z "$3" ]; then
+                printf '%s\n' firefox librewolf chromium google-chrome brave microsoft-edge vivaldi \
+                    opera epiphany falkon konqueror qutebrowser thunderbird evolution geary \
+                    claws-mail kmail desktop
+            else
+                printf '%s\n' cache history downloads cookies forms sessions sitedata icons \
+                    permissions thumbnails logs crashes mailindex mailcache collected expunged \
+                    trash junk recent
+            fi
+            ;;
         profiles/) printf '%s\n' list select deselect ;;
         profiles/select | profiles/deselect) [ -z "$3" ] && _dorvanel_profiles ;;
     esac
@@ -80,6 +91,7 @@ _dorvanel() {
             '') options+=' --version' ;;
             run) options+=' --then --yes' ;;
             watch) options+=' --yes' ;;
+            traces) options+=' --all --json' ;;
         esac
         while IFS= read -r candidate; do COMPREPLY+=("$candidate"); done \
             < <(compgen -W "$options" -- "$current")

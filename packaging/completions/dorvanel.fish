@@ -27,6 +27,13 @@ function __dorvanel_in
     test "$words[1]" = "$argv[1]"
 end
 
+# Whether a kind of traces comes next.
+function __dorvanel_chooses_kinds
+    set -l words (__dorvanel_words)
+    test (count $words) -ge 3 -a "$words[1]" = traces
+    and contains -- $words[2] select deselect
+end
+
 # __dorvanel_sets KEY...: whether the value of one of these preferences comes next.
 function __dorvanel_sets
     set -l words (__dorvanel_words)
@@ -59,7 +66,7 @@ complete -c dorvanel -n __dorvanel_after -a watch -d 'Shred whenever a supported
 complete -c dorvanel -n __dorvanel_after -a prefs -d 'List, read and change the preferences'
 complete -c dorvanel -n __dorvanel_after -a apps -d 'List, enable and disable applications'
 complete -c dorvanel -n __dorvanel_after -a profiles -d 'List profiles, select those to shred'
-complete -c dorvanel -n __dorvanel_after -a traces -d 'Look at descriptions of traces'
+complete -c dorvanel -n __dorvanel_after -a traces -d 'List and choose traces of today'
 complete -c dorvanel -n __dorvanel_after -a log -d 'Print the Activity Log'
 
 complete -c dorvanel -n '__dorvanel_in shred' -F
@@ -78,7 +85,15 @@ complete -c dorvanel -n '__dorvanel_after apps' -a 'list enable disable'
 complete -c dorvanel -n '__dorvanel_after apps enable; or __dorvanel_after apps disable' \
     -a "$applications"
 
-complete -c dorvanel -n '__dorvanel_after traces' -a check
+set -l ids firefox librewolf chromium google-chrome brave microsoft-edge vivaldi opera epiphany \
+    falkon konqueror qutebrowser thunderbird evolution geary claws-mail kmail desktop
+set -l kinds cache history downloads cookies forms sessions sitedata icons permissions thumbnails \
+    logs crashes mailindex mailcache collected expunged trash junk recent
+complete -c dorvanel -n '__dorvanel_after traces' -a 'list select deselect check'
+complete -c dorvanel -n '__dorvanel_in traces' -l all -d 'Also what is not found'
+complete -c dorvanel -n '__dorvanel_in traces' -l json -d 'Print JSON'
+complete -c dorvanel -n '__dorvanel_after traces select; or __dorvanel_after traces deselect' -a "$ids"
+complete -c dorvanel -n __dorvanel_chooses_kinds -a "$kinds"
 complete -c dorvanel -n '__dorvanel_after traces check' -F
 
 complete -c dorvanel -n '__dorvanel_after profiles' -a 'list select deselect'

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "app/ApplicationsOfToday.h"
 #include "app/BundleInformation.h"
 #include "engine/FileAccess.h"
 #include "prefs/Preferences.h"
@@ -43,12 +44,15 @@ Controller::Controller(const ControllerParts& parts)
                                .runLoop = parts.runLoop,
                                .sound = parts.sound},
           parts.watchOutlets, *watchOwner_)),
+      today_(std::make_unique<ApplicationsOfToday>(parts, *browserWatch_,
+                                                   [this] { shredAndNothing(); })),
       run_(std::make_unique<ShreddingRun>(
           ShreddingRun::Parts{.fileAccessInstance = *fileAccessInstance_,
                               .preferencesInstance = parts.preferencesInstance,
                               .browserWatch = *browserWatch_,
                               .collectors = *collectors_,
                               .mPathArray = mPathArray,
+                              .traces = today_->traces(),
                               .processes = parts.processes,
                               .events = parts.events,
                               .quitWait = parts.quitWait,
@@ -118,12 +122,15 @@ void Controller::applicationDidFinishLaunching() {
     browserWatch_->setInitialState();
     profilesMenu_->populateProfilesMenu();
     browserWatch_->resetRunningRecords();
+    // Once the main loop runs: a program without one watches nothing.
+    parts_.runLoop.performOnMainThread([this] { today_->watch(*run_); });
 }
 
 TerminateReply Controller::applicationShouldTerminate() {
     giveUp();
     if (run_->awaitingConfirmation()) return TerminateReply::now;
     browserWatch_->invalidateTimer();
+    today_->stopWatching();
     return run_->putOffQuit() ? TerminateReply::later : TerminateReply::now;
 }
 

@@ -15,6 +15,7 @@
 
 namespace dorvanel {
 
+class ApplicationsOfToday;
 class BrowserWatch;
 class BundleInformation;
 class Collectors;
@@ -25,6 +26,7 @@ class ProfilesMenu;
 class RunObserver;
 class ShreddingRun;
 struct HeldItem;
+struct TodayServices;
 
 namespace platform {
 class Clock;
@@ -61,6 +63,7 @@ struct ControllerParts {
     platform::QuitWait& quitWait;
     platform::Worker& worker;
     platform::SystemSound& sound;
+    TodayServices& today;
     BundleInformation& bundle;
     ui::AlertPanel& alertPanel;
     ui::Application& application;
@@ -144,6 +147,7 @@ class Controller final {
     std::unique_ptr<ProfilesMenu> profilesMenu_;
     std::unique_ptr<QuitOfAnApplication> watchOwner_;
     std::unique_ptr<BrowserWatch> browserWatch_;
+    std::unique_ptr<ApplicationsOfToday> today_;
     std::unique_ptr<ShreddingRun> run_;
 
     ui::Menu mDockMenu;

@@ -46,11 +46,13 @@ std::int16_t Killer(platform::ProcessManager& processes, std::int16_t doQuit) {
     return count;
 }
 
-std::int16_t KillEveryone(platform::ProcessManager& processes, platform::QuitWait& quitWait) {
-    std::int16_t left = Killer(processes, 1);
+std::int16_t KillEveryone(platform::ProcessManager& processes, OtherApplications& others,
+                          platform::QuitWait& quitWait) {
+    const auto sum = [](int one, int other) { return static_cast<std::int16_t>(one + other); };
+    std::int16_t left = sum(Killer(processes, 1), others.askToQuit());
     bool goesOn = quitWait.wait(kWait);
     for (int i = 0; i < kMostWaits && goesOn; ++i) {
-        left = Killer(processes, 0);
+        left = sum(Killer(processes, 0), others.stillRunning());
         if (left == 0) break;
         goesOn = quitWait.wait(kWait);
     }

@@ -32,6 +32,8 @@ struct RunReport {
     RunResult result = RunResult::completed;
     Outcome outcome;                   ///< empty but for a completed request
     std::vector<std::string> skipped;  ///< applications passed over because they run
+    /// Descriptions of applications that could not be used, each a line for people.
+    std::vector<std::string> catalogueFaults{};
     Refusal refusal = Refusal::none;
     /// The files that somebody handed over, rather than a run over what the preferences select.
     bool handedOver = false;

@@ -63,7 +63,7 @@ void ShreddingRun::shred() {
     if (!goesOn(Activity::collecting)) return;
     parts_.browserWatch.HandleBrowserWatchTimer(nullptr);
     if (!collect()) return end(RunResult::givenUp);
-    if (parts_.mPathArray.empty()) {
+    if (hasNothingToDo()) {
         kalvet_logger("Nothing selected to shred");
         return end(RunResult::nothingSelected);
     }
@@ -129,7 +129,9 @@ bool ShreddingRun::goesOn(Activity step) {
 }
 
 bool ShreddingRun::confirmed() {
-    const std::string summary = itemSummary(parts_.preferencesInstance);
+    std::string summary = itemSummary(parts_.preferencesInstance);
+    const std::string ofToday = parts_.traces.summary();
+    if (!ofToday.empty()) summary += (summary.empty() ? "" : ", ") + ofToday;
     if (parts_.preferencesInstance.boolForKey("ConfirmShredding")) {
         parts_.myWindow.center();
         parts_.myWindow.makeKeyAndOrderFront();
@@ -167,7 +169,7 @@ bool ShreddingRun::applicationsQuit() {
     kalvet_logger("");
 
     if (!goesOn(Activity::waitingForApplications)) return false;
-    const std::int16_t running = KillEveryone(parts_.processes, parts_.quitWait);
+    const std::int16_t running = KillEveryone(parts_.processes, parts_.traces, parts_.quitWait);
     if (!goesOn(Activity::asking)) return false;
     if (running == 0) return true;
     const std::string message = fmt::format(
@@ -200,7 +202,12 @@ bool ShreddingRun::collect() {
         mLogoutShutdownRestart = 0;
         parts_.collectors.QuicktimeCache();
     }
-    return true;
+    parts_.traces.collect([this] { return state_.now() != Activity::collecting; });
+    return state_.now() == Activity::collecting;
+}
+
+bool ShreddingRun::hasNothingToDo() const {
+    return parts_.mPathArray.empty() && parts_.traces.isEmpty();
 }
 
 void ShreddingRun::giveUp() {
@@ -218,7 +225,7 @@ void ShreddingRun::end(RunResult result) {
     RunReport report;
     report.result = result;
     if (result == RunResult::nothingSelected) {
-        report.skipped = skipped_;
+        addSkipped(report);
         report.listingUnknown = !parts_.browserWatch.isKnown();
     }
     if (result == RunResult::givenUp) {
@@ -227,9 +234,18 @@ void ShreddingRun::end(RunResult result) {
         parts_.mPathArray.clear();
         kalvet_logger_close();
     }
+    parts_.traces.clear();
     mAwaitingConfirmation = 0;
     state_.end();
     parts_.observer.runEnded(report);
+}
+
+/// Applications that were passed over, the described ones first, and what descriptions lack.
+void ShreddingRun::addSkipped(RunReport& report) const {
+    report.skipped = skipped_;
+    const std::vector<std::string>& ofToday = parts_.traces.skipped();
+    report.skipped.insert(report.skipped.end(), ofToday.begin(), ofToday.end());
+    report.catalogueFaults = parts_.traces.faults();
 }
 
 void ShreddingRun::refuse(Refusal refusal, bool handedOver) {

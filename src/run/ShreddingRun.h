@@ -14,6 +14,7 @@
 #include "prefs/PreferenceReader.h"
 #include "run/Activity.h"
 #include "run/RunReport.h"
+#include "run/TraceCollection.h"
 #include "targets/Collectors.h"
 #include "ui/AlertPanel.h"
 #include "ui/Application.h"
@@ -34,6 +35,7 @@ class ShreddingRun {
         BrowserWatch& browserWatch;
         Collectors& collectors;
         std::vector<std::string>& mPathArray;  ///< the shred list that the collectors fill
+        TraceCollection& traces;               ///< of the applications of today
         platform::ProcessManager& processes;
         platform::SystemEvents& events;
         platform::QuitWait& quitWait;
@@ -118,12 +120,15 @@ class ShreddingRun {
                const std::string& yes, const char* lineOfNo);
     bool goesOn(Activity step);
     bool collect();
+    [[nodiscard]] bool hasNothingToDo() const;
+    void shredList(const Work& work, RunReport& report);
     bool mayStartHandedOver();
     Refusal reasonToRefuse() const;
     [[nodiscard]] std::vector<std::string> pathsOf(const Work& work) const;
     bool startWorker(const Work& work);
     void HandleThread(const Work& work);
     void sendSystemEvent(std::int16_t ending);
+    void addSkipped(RunReport& report) const;
     void end(RunResult result);
     void refuse(Refusal refusal, bool handedOver);
 

@@ -43,7 +43,12 @@ Refusal ShreddingRun::reasonToRefuse() const {
 }
 
 std::vector<std::string> ShreddingRun::pathsOf(const Work& work) const {
-    if (!work.handedOver) return parts_.mPathArray;
+    if (!work.handedOver) {
+        std::vector<std::string> all = parts_.mPathArray;
+        const std::vector<std::string> ofToday = parts_.traces.paths();
+        all.insert(all.end(), ofToday.begin(), ofToday.end());
+        return all;
+    }
     std::vector<std::string> paths;
     for (const HeldItem& item : handedOver_) paths.push_back(item.path);
     return paths;
@@ -55,7 +60,10 @@ bool ShreddingRun::startWorker(const Work& work) {
     if (parts_.worker.start([this, work] { HandleThread(work); })) return true;
     --mThreadCount;
     handedOver_.clear();
-    if (!work.handedOver) parts_.mPathArray.clear();
+    if (!work.handedOver) {
+        parts_.mPathArray.clear();
+        parts_.traces.clear();
+    }
     kalvet_logger("Dorvanel *not* Initiated - no thread available");
     kalvet_logger("");
     kalvet_logger_close();
@@ -65,15 +73,9 @@ bool ShreddingRun::startWorker(const Work& work) {
 }
 
 void ShreddingRun::HandleThread(const Work& work) {
-    if (work.handedOver) {
-        parts_.fileAccessInstance.shredItems(handedOver_);
-    } else {
-        parts_.fileAccessInstance.shredDroppedFile(parts_.mPathArray);
-    }
     RunReport report;
-    report.outcome = parts_.fileAccessInstance.outcome();
-    report.skipped = skipped_;
     report.handedOver = work.handedOver;
+    shredList(work, report);
     const bool stopped = report.outcome.stopped;
 
     state_.finish();
@@ -95,6 +97,21 @@ void ShreddingRun::HandleThread(const Work& work) {
     state_.end();
     parts_.observer.runEnded(report);
     if (mAppNeedsToTerminate == 1) parts_.application.replyToApplicationShouldTerminate(true);
+}
+
+void ShreddingRun::shredList(const Work& work, RunReport& report) {
+    FileAccess& engine = parts_.fileAccessInstance;
+    if (work.handedOver) {
+        engine.shredItems(handedOver_);
+        report.outcome = engine.outcome();
+        return;
+    }
+    addSkipped(report);
+    std::vector<std::string> ofToday =
+        parts_.traces.carryOut([&engine] { return engine.stopRequested(); });
+    engine.shredDroppedFile(parts_.mPathArray, ofToday);
+    report.outcome = engine.outcome();
+    parts_.traces.finish(report.outcome);
 }
 
 void ShreddingRun::sendSystemEvent(std::int16_t ending) {

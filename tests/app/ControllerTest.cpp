@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Controller.h"
+
+#include "app/ApplicationsOfToday.h"
 #include "engine/FileAccess.h"
 #include "prefs/Preferences.h"
 #include "run/ShreddingRun.h"
@@ -19,6 +21,7 @@
 #include "support/FakeOutlets.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeProgramListing.h"
 #include "support/FakeQuitWait.h"
 #include "support/FakeRunLoop.h"
 #include "support/FakeUserDefaults.h"
@@ -27,6 +30,8 @@
 
 namespace dorvanel::test {
 namespace {
+
+using namespace std::chrono_literals;
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -77,6 +82,14 @@ class ControllerTest : public ::testing::Test, private RunObserver {
     std::array<FakeTextField, 12> labels;
     std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
     FeedbackSequence draws;
+    std::unique_ptr<platform::CleaningCalls> cleaningCalls = platform::makeCleaningCalls();
+    FakeProgramListing runsPrograms;
+    FakeProgramListing programs;  ///< the watch's
+    FakeLockProbe locks;
+    FakeProgramEnds ends;
+    TodayServices today{*cleaningCalls, runsPrograms, programs, *system, locks, ends, [this] {
+                            return catalogue::Folders{home / "applications", {}};
+                        }};
 
     Controller controller{
         {*system,
@@ -92,6 +105,7 @@ class ControllerTest : public ::testing::Test, private RunObserver {
          quitWait,
          *worker,
          sound,
+         today,
          bundle,
          alerts,
          application,
@@ -172,6 +186,101 @@ TEST_F(ControllerTest, AnApplicationThatQuitsIsCleanedUpAfter) {
     runLoop.advance(std::chrono::seconds(10));
     controller.run().waitForWorker();
     EXPECT_FALSE(std::filesystem::exists(home / "Library/Caches/Safari"));
+}
+
+constexpr const char* lynx = R"(name = "Lynx"
+kind = "browser"
+processes = ["lynx"]
+[[install]]
+name = "native"
+data = "~/.lynx"
+[[trace]]
+kind = "cache"
+shred = ["{data}/cache"]
+)";
+
+/// A controller whose main loop runs, with Browser Watch on and an application of today chosen.
+class ApplicationOfTodayTest : public ControllerTest {
+  protected:
+    ApplicationOfTodayTest() {
+        writeFile(home / "applications/lynx.toml", lynx);
+        writeFile(home / ".lynx/cache/a", "secret");
+        preferences->displayedValues.insert_or_assign("BrowserWatch", Number::fromBool(true));
+        preferences->displayedValues.insert_or_assign("ConfirmShredding", Number::fromBool(false));
+        EXPECT_TRUE(preferences->commitDisplayedValues());
+    }
+    void choose() { ASSERT_TRUE(TraceChoice(defaults).select("lynx", {"cache"})); }
+    void launch() {
+        controller.applicationDidFinishLaunching();
+        runLoop.advance(0s);
+    }
+    void end(const platform::RunningProgram& program) {
+        const std::int32_t pid = program.process.pid;
+        programs.end(pid);
+        ends.end({pid});
+    }
+    [[nodiscard]] bool isShredded() {
+        controller.run().waitForWorker();
+        return !std::filesystem::exists(home / ".lynx/cache");
+    }
+};
+
+TEST_F(ApplicationOfTodayTest, ARunFollowsTheEndOfItsLastProcess) {
+    choose();
+    const auto first = programs.start("/usr/bin/lynx");
+    const auto second = programs.start("/usr/bin/lynx");
+    launch();
+    end(first);
+    EXPECT_FALSE(isShredded());
+    end(second);
+    EXPECT_TRUE(isShredded());
+}
+
+TEST_F(ApplicationOfTodayTest, OneThatIsChosenLaterIsFollowedFromThenOn) {
+    const auto program = programs.start("/usr/bin/lynx");
+    launch();
+    choose();
+    runLoop.advance(2s);
+    end(program);
+    EXPECT_TRUE(isShredded());
+}
+
+TEST_F(ApplicationOfTodayTest, WithoutBrowserWatchNothingIsListedAndNothingFollows) {
+    preferences->displayedValues.insert_or_assign("BrowserWatch", Number::fromBool(false));
+    ASSERT_TRUE(preferences->commitDisplayedValues());
+    choose();
+    const auto program = programs.start("/usr/bin/lynx");
+    launch();
+    runLoop.advance(10s);
+    EXPECT_EQ(programs.lists, 0);
+    end(program);
+    EXPECT_FALSE(isShredded());
+}
+
+TEST_F(ApplicationOfTodayTest, OneThatIsNotChosenIsNotFollowed) {
+    const auto program = programs.start("/usr/bin/lynx");
+    launch();
+    runLoop.advance(4s);
+    EXPECT_EQ(programs.lists, 0);
+    end(program);
+    EXPECT_FALSE(isShredded());
+}
+
+TEST_F(ApplicationOfTodayTest, AnEndWhileARunIsAtWorkIsFollowedByARunOfItsOwn) {
+    choose();
+    const auto program = programs.start("/usr/bin/lynx");
+    runsPrograms.start("/usr/bin/lynx");
+    launch();
+    // The application ends while a run lists the processes, and counts as running for that one.
+    runsPrograms.onList = [&] {
+        runsPrograms.onList = nullptr;
+        end(program);
+    };
+    controller.shredAndNothing();
+    EXPECT_FALSE(isShredded());
+    runsPrograms.programs.clear();
+    runLoop.advance(1s);
+    EXPECT_TRUE(isShredded());
 }
 
 TEST_F(ControllerTest, QuittingWhileIdleIsAllowedAtOnceAndStopsTheWatch) {

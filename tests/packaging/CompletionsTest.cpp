@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "apps/Applications.h"
+#include "apps/catalogue/Entry.h"
 #include "packaging/Shell.h"
 #include "prefs/KeyTable.h"
 #include "support/TemporaryFolder.h"
@@ -131,6 +132,20 @@ TEST_P(Completion, OffersEveryApplication) {
     const Words names(applicationNames.begin(), applicationNames.end());
     EXPECT_EQ(candidates("dorvanel apps enable "), names);
     EXPECT_EQ(candidates("dorvanel apps disable "), names);
+}
+
+TEST_P(Completion, OffersTheApplicationsOfTodayAndTheKindsOfTheirTraces) {
+    if (!canRun()) return;
+    Words ids;
+    for (const auto& file :
+         std::filesystem::directory_iterator(DORVANEL_PACKAGING "/../resources/applications")) {
+        ids.insert(file.path().stem());
+    }
+    EXPECT_EQ(candidates("dorvanel traces select "), ids);
+    EXPECT_EQ(candidates("dorvanel traces deselect "), ids);
+    const Words kinds(catalogue::traceKinds.begin(), catalogue::traceKinds.end());
+    EXPECT_EQ(candidates("dorvanel traces select firefox "), kinds);
+    EXPECT_EQ(candidates("dorvanel traces deselect firefox cache "), kinds);
 }
 
 TEST_P(Completion, OffersTheProfilesOfTheHomeFolderAndMakesNothingThere) {

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "support/FakeClock.h"
+#include "support/FakeOtherApplications.h"
 #include "support/FakeProcessManager.h"
 #include "support/FakeQuitWait.h"
 
@@ -26,14 +27,28 @@ class ProcessControlTest : public ::testing::Test {
     FakeProcessManager processes;
     FakeClock clock;
     FakeQuitWait quitWait{clock};
+    FakeOtherApplications others;
 };
 
 TEST_F(ProcessControlTest, WithNoWatchedApplicationNothingIsSentAndOneWaitIsAll) {
     processes.add("Finder", "FNDR", "MACS");
-    EXPECT_EQ(KillEveryone(processes, quitWait), 0);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 0);
     EXPECT_TRUE(processes.quits.empty());
     EXPECT_THAT(clock.sleeps, ElementsAre(500'000us));
     EXPECT_EQ(processes.walks, 2);
+}
+
+TEST_F(ProcessControlTest, ApplicationsThatAreNoBundlesAreAskedOnceAndWaitedForWithTheOthers) {
+    others.looks = {2, 2, 1, 0};
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 0);
+    EXPECT_EQ(others.asked, 1);
+    EXPECT_THAT(clock.sleeps, ElementsAre(500'000us, 500'000us, 500'000us));
+}
+
+TEST_F(ProcessControlTest, ThoseThatStayAreCountedWithTheOthers) {
+    processes.add("Safari", "APPL", "sfri");
+    others.looks.assign(51, 2);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 3);
 }
 
 TEST_F(ProcessControlTest, OurOwnProcessIsNeitherCountedNorQuit) {
@@ -62,14 +77,14 @@ TEST_F(ProcessControlTest, AnApplicationThatQuitsAfterTenSecondsEndsTheWaitAtThe
     processes.onWalk = [&] {
         if (clock.now() - start >= 10s) processes.processes.clear();
     };
-    EXPECT_EQ(KillEveryone(processes, quitWait), 0);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 0);
     EXPECT_EQ(slept(), 10s);
     EXPECT_EQ(processes.walks, 21);  // one to quit, then a look at 0.5 s, 1 s, ... 10 s
 }
 
 TEST_F(ProcessControlTest, OneThatNeverQuitsIsWaitedForFor25AndAHalfSecondsAndAskedOnce) {
     processes.add("Safari", "APPL", "sfri");
-    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 1);
     EXPECT_EQ(slept(), 25'500ms);
     EXPECT_EQ(clock.sleeps.size(), 51U);
     EXPECT_EQ(processes.quits.size(), 1U);
@@ -82,7 +97,7 @@ TEST_F(ProcessControlTest, TheLastLookCountsEvenWhenOneQuitsDuringTheLastWait) {
     processes.onWalk = [&] {
         if (clock.now() - start >= 25'500ms) processes.processes.clear();
     };
-    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 1);
 }
 
 TEST_F(ProcessControlTest, ACancelledWaitEndsItAtOnce) {
@@ -90,7 +105,7 @@ TEST_F(ProcessControlTest, ACancelledWaitEndsItAtOnce) {
     quitWait.onWait = [&] {
         if (clock.sleeps.size() == 2) quitWait.cancel();
     };
-    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 1);
     EXPECT_EQ(slept(), 1s);
     EXPECT_EQ(processes.walks, 3);
 }

@@ -6,6 +6,7 @@
 
 #include "run/ProcessControl.h"
 #include "support/FakeApplication.h"
+#include "support/FakeOtherApplications.h"
 #include "support/FakeQuitWait.h"
 #include "support/OnlyTheseProcesses.h"
 #include "support/TemporaryFolder.h"
@@ -21,6 +22,7 @@ class RealProcessControlTest : public ::testing::Test {
     TemporaryFolder folder;
     FakeClock clock;
     FakeQuitWait quitWait{clock};
+    FakeOtherApplications others;
 };
 
 TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
@@ -31,7 +33,7 @@ TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
     quitWait.onWait = [&] {
         if (ending < 0) ending = safari.process().waitForEnd();
     };
-    EXPECT_EQ(KillEveryone(processes, quitWait), 0);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 0);
     EXPECT_EQ(ending, 128 + SIGTERM);
     EXPECT_EQ(clock.sleeps.size(), 1U);
 }
@@ -39,7 +41,7 @@ TEST_F(RealProcessControlTest, AWatchedApplicationIsAskedToQuitAndIsGoneThen) {
 TEST_F(RealProcessControlTest, OneThatTakesNoNoticeIsStillThereAtTheEnd) {
     const FakeApplication mail(folder.path(), "Mail", "APPLemal", "stay");
     OnlyTheseProcesses processes({mail.pid()});
-    EXPECT_EQ(KillEveryone(processes, quitWait), 1);
+    EXPECT_EQ(KillEveryone(processes, others, quitWait), 1);
     EXPECT_EQ(clock.sleeps.size(), 51U);
     EXPECT_TRUE(mail.isRunning());
 }

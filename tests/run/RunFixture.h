@@ -19,11 +19,13 @@
 #include "support/FakePreferences.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeProgramListing.h"
 #include "support/FakeQuitWait.h"
 #include "support/FakeRunLoop.h"
 #include "support/FakeUserDefaults.h"
 #include "support/LogCapture.h"
 #include "support/TemporaryFolder.h"
+#include "targets/traces/FoundTraces.h"
 
 namespace dorvanel::test {
 
@@ -112,8 +114,18 @@ class RunFixture : public ::testing::Test, private BrowserWatchOwner, protected 
         {&status, &labels[0], &labels[1], &labels[2], &labels[3], &labels[4], &labels[5],
          &labels[6], &labels[7], &labels[8], &labels[9], &labels[10], &labels[11]},
         *this};
-    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, processes, events,
-                      quitWait, *worker, alerts, window, application, *this}};
+    std::unique_ptr<platform::CleaningCalls> cleaningCalls = platform::makeCleaningCalls();
+    std::unique_ptr<platform::LockProbe> locks = platform::makeLockProbe();
+    FakeProgramListing programs;
+    RunningApplications runningApplications{
+        programs, *locks,
+        [this](const catalogue::Entry& entry) { return traces::findLocks(entry, *system); }};
+    TraceCollection traces{{*system, *cleaningCalls, clock, platform::defaultFileManager(),
+                            defaults, runningApplications, [this] {
+                                return catalogue::Folders{home / "applications", {}};
+                            }}};
+    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, traces, processes,
+                      events, quitWait, *worker, alerts, window, application, *this}};
 };
 
 }  // namespace dorvanel::test

@@ -80,7 +80,8 @@ void World::makeProgram() {
                                       .processes = processes_,
                                       .events = *this,
                                       .quitWait = *this,
-                                      .worker = worker_},
+                                      .worker = worker_,
+                                      .today = today_.services()},
             terminal::TerminalAlertPanel::Answers::asked, status_);
         session_->onRunEnded = [this](const RunReport& report) { judge_.runEnded(report); };
         return;
@@ -100,6 +101,7 @@ void World::makeProgram() {
         .quitWait = *this,
         .worker = worker_,
         .sound = sound_,
+        .today = today_.services(),
         .bundle = bundle_,
         .alertPanel = *this,
         .application = *this,

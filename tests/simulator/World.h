@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ApplicationsOfToday.h"
 #include "app/Controller.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/TerminalSession.h"
@@ -98,6 +99,7 @@ class World final : private ui::AlertPanel,
     test::TemporaryHome home_;
     test::FakeClock clock_;
     test::FakeRunLoop loop_{clock_};
+    MachinesTodayServices today_{loop_};
     test::FakeProcessListing listing_;
     test::FakeProcessManager processes_;
     test::FakeSystemSound sound_;

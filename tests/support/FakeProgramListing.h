@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,11 +18,13 @@ class FakeProgramListing final : public platform::ProgramListing {
   public:
     std::optional<std::vector<platform::RunningProgram>> list() override {
         ++lists;
+        if (onList) onList();
         if (fails) return std::nullopt;
         return programs;
     }
     bool askToQuit(const platform::RunningProgram& program) override {
         asked.push_back(program.process.pid);
+        if (onQuit) onQuit(program.process.pid);
         return std::count(gone.begin(), gone.end(), program.process.pid) == 0;
     }
 
@@ -41,6 +44,8 @@ class FakeProgramListing final : public platform::ProgramListing {
     std::vector<platform::RunningProgram> programs;
     std::vector<std::int32_t> gone;  ///< by the time that they are asked
     std::vector<std::int32_t> asked;
+    std::function<void()> onList;               ///< before a listing is given
+    std::function<void(std::int32_t)> onQuit;  ///< when one is asked
     bool fails = false;
     int lists = 0;
     std::int32_t lastPid = 100;

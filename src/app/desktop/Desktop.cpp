@@ -94,6 +94,7 @@ bool Desktop::makeWindow() {
 void Desktop::makeController() {
     quitWait_ = services_.makeQuitWait(loop_);
     worker_ = services_.makeWorker();
+    today_ = std::make_unique<MachinesTodayServices>(loop_);
     controller_ = std::make_unique<Controller>(ControllerParts{
         .system = services_.system,
         .clock = services_.clock,
@@ -108,6 +109,7 @@ void Desktop::makeController() {
         .quitWait = *quitWait_,
         .worker = *worker_,
         .sound = workspace_,
+        .today = today_->services(),
         .bundle = services_.bundle,
         .alertPanel = *alerts_,
         .application = application_,

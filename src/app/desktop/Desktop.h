@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/ApplicationsOfToday.h"
 #include "app/BundleInformation.h"
 #include "app/Controller.h"
 #include "app/desktop/ActivityView.h"
@@ -164,6 +165,7 @@ class Desktop final : public QObject, private RunObserver, private ApplicationDe
     std::unique_ptr<ActivityView> activity_;
     std::unique_ptr<platform::QuitWait> quitWait_;
     std::unique_ptr<platform::Worker> worker_;
+    std::unique_ptr<MachinesTodayServices> today_;
     std::unique_ptr<Controller> controller_;
     std::atomic<Controller*> reachable_ = nullptr;  ///< the controller, for other threads
     std::atomic<bool> quitAsked_ = false;

@@ -16,10 +16,17 @@ QString counted(quint64 count, const QString& noun) {
 namespace {
 
 QString whatWasDone(const Outcome& outcome) {
-    if (outcome.items == 0) return QStringLiteral("There was nothing to shred.");
-    return QStringLiteral("Shredded: %1, %2 overwritten.")
-        .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
-             QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+    QString done = outcome.items == 0
+                       ? QStringLiteral("There was nothing to shred.")
+                       : QStringLiteral("Shredded: %1, %2 overwritten.")
+                             .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
+                                  QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+    if (outcome.filesCleaned > 0) {
+        done += QStringLiteral(" Cleaned: %1, %2 removed.")
+                    .arg(counted(outcome.filesCleaned, QStringLiteral("file")),
+                         counted(outcome.rowsRemoved, QStringLiteral("row")));
+    }
+    return done;
 }
 
 /// The applications that were passed over.
@@ -67,6 +74,10 @@ QString failureOf(const RunReport& report) {
     if (outcome.notFlushed > 0) {
         parts << counted(outcome.notFlushed, QStringLiteral("file")) +
                      QStringLiteral(" perhaps not on the medium yet.");
+    }
+    if (outcome.notCleaned > 0) {
+        parts << counted(outcome.notCleaned, QStringLiteral("place")) +
+                     QStringLiteral(" could not be cleaned.");
     }
     if (outcome.stopped || !outcome.left.empty()) {
         parts << QStringLiteral("Shredding ended early.");

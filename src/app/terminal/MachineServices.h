@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "app/ApplicationsOfToday.h"
 #include "app/terminal/TerminalSession.h"
 #include "platform/PollLoop.h"
 
@@ -31,7 +32,8 @@ class MachineServices {
                 .processes = *processes_,
                 .events = *events_,
                 .quitWait = *quitWait_,
-                .worker = *worker_};
+                .worker = *worker_,
+                .today = today_.services()};
     }
     ui::RunLoop& runLoop() { return *runLoop_; }
 
@@ -45,6 +47,7 @@ class MachineServices {
     std::unique_ptr<platform::QuitWait> quitWait_ = platform::makeQuitWait();
     std::unique_ptr<platform::SystemCalls> system_ = platform::makeSystemCalls();
     std::unique_ptr<platform::Worker> worker_ = platform::makeWorker();
+    MachinesTodayServices today_{*runLoop_};
 };
 
 }  // namespace dorvanel::terminal

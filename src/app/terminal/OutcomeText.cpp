@@ -7,15 +7,14 @@
 #include <ostream>
 #include <system_error>
 
+#include "app/terminal/SizeText.h"
+
 namespace dorvanel::terminal {
 namespace {
 
-std::string counted(std::uint64_t count, const char* noun) {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
-
 std::uint64_t troublesOf(const Outcome& outcome) {
-    return outcome.notOverwritten + outcome.notRemoved + outcome.notFlushed + outcome.vanished;
+    return outcome.notOverwritten + outcome.notRemoved + outcome.notFlushed + outcome.vanished +
+           outcome.notCleaned;
 }
 
 }  // namespace
@@ -43,6 +42,9 @@ void tellOutcome(const Outcome& outcome, Terminal& terminal) {
                                       counted(outcome.vanished, "item"),
                                       outcome.vanished == 1 ? "its" : "their"));
     }
+    if (outcome.notCleaned > 0) {
+        terminal.complain(counted(outcome.notCleaned, "place") + " could not be cleaned");
+    }
     for (const std::string& path : outcome.left) terminal.complain("left: " + path);
 
     terminal.out << fmt::format("{}: {} overwritten ({}), {} and {} removed{}\n",
@@ -53,6 +55,12 @@ void tellOutcome(const Outcome& outcome, Terminal& terminal) {
                                 counted(outcome.foldersRemoved, "folder"),
                                 outcome.stopped ? "; stopped" : "")
                  << std::flush;
+    if (outcome.filesCleaned > 0) {
+        terminal.out << fmt::format("{} cleaned ({} removed)\n",
+                                    counted(outcome.filesCleaned, "file"),
+                                    counted(outcome.rowsRemoved, "row"))
+                     << std::flush;
+    }
 }
 
 ExitStatus statusOf(const Outcome& outcome) {

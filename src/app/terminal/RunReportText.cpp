@@ -64,6 +64,7 @@ void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
                               "; nothing was shredded");
             break;
     }
+    for (const std::string& fault : report.catalogueFaults) terminal.complain(fault);
     if (report.listingUnknown) {
         terminal.complain("the processes could not be listed: every application may be running");
     }

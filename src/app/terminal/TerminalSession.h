@@ -41,6 +41,7 @@ struct SessionServices {
     platform::SystemEvents& events;
     platform::QuitWait& quitWait;
     platform::Worker& worker;
+    TodayServices& today;
 };
 
 /// The application controller in a terminal: no window, alerts as questions, progress as a bar. Its

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/ApplicationsOfToday.h"
 #include "app/terminal/TerminalSession.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,7 @@ class TerminalSessionTest : public ::testing::Test {
     FakeQuitWait quitWait{clock};
     std::unique_ptr<platform::Worker> worker = platform::makeWorker();
     std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
+    MachinesTodayServices today{loop};
     TestTerminal memory;
     terminal::OpenedPreferences opened{memory.terminal};
     terminal::StatusLine status{memory.terminal};
@@ -65,7 +67,8 @@ class TerminalSessionTest : public ::testing::Test {
                                        .processes = processes,
                                        .events = events,
                                        .quitWait = quitWait,
-                                       .worker = *worker},
+                                       .worker = *worker,
+                                       .today = today.services()},
                                       terminal::TerminalAlertPanel::Answers::assumed,
                                       status};
     std::vector<RunReport> reports;

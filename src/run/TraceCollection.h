@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apps/TraceChoice.h"
+#include "apps/catalogue/Catalogue.h"
+#include "engine/Outcome.h"
+#include "platform/CleaningCalls.h"
+#include "platform/Clock.h"
+#include "platform/SystemCalls.h"
+#include "run/ProcessControl.h"
+#include "targets/cleaning/Cleaning.h"
+#include "watch/RunningApplications.h"
+
+namespace dorvanel {
+
+/// What a run takes of the applications of today: what a person has chosen of them. Found and
+/// prepared on the main thread, then carried out by the worker; between the two nothing is touched
+/// but new files beside the old ones, which go again when nothing comes of the run.
+class TraceCollection final : public OtherApplications {
+  public:
+    /// All of them outlive the collection. `folders`: where the descriptions lie.
+    struct Parts {
+        platform::SystemCalls& system;
+        platform::CleaningCalls& cleaningCalls;
+        platform::Clock& clock;
+        platform::FileManager& files;
+        platform::UserDefaults& defaults;
+        RunningApplications& running;
+        std::function<catalogue::Folders()> folders;
+    };
+
+    explicit TraceCollection(const Parts& parts);
+    ~TraceCollection() override;
+    TraceCollection(const TraceCollection&) = delete;
+    TraceCollection& operator=(const TraceCollection&) = delete;
+
+    /// What is chosen, for the confirmation: "Firefox (cache, history)"; "" for nothing.
+    [[nodiscard]] std::string summary();
+
+    // The chosen applications, before the session is ended.
+    std::int16_t askToQuit() override;
+    std::int16_t stillRunning() override;
+
+    /// Finds what is chosen, prepares what is to be cleaned, and writes the lines of it to the
+    /// Activity Log. Where nothing is chosen this does nothing at all. `stop` is asked now and
+    /// then. Main thread.
+    void collect(const std::function<bool()>& stop);
+    /// Forgets what was collected; files that were prepared go.
+    void clear();
+
+    /// Whether there is something to do or to tell.
+    [[nodiscard]] bool isEmpty() const;
+    /// What will go, for who wants to know beforehand.
+    [[nodiscard]] std::vector<std::string> paths() const;
+    /// Applications that were left alone because they run, by name.
+    [[nodiscard]] const std::vector<std::string>& skipped() const { return skipped_; }
+    /// Faults of descriptions, each a line for people.
+    [[nodiscard]] const std::vector<std::string>& faults() const { return faults_; }
+
+    /// Puts the prepared files in the place of the old ones, unless `stopped` says that somebody
+    /// asked for an end. Returns what is to be shredded, links in it not followed. The worker.
+    std::vector<std::string> carryOut(const std::function<bool()>& stopped);
+    /// Adds what was cleaned, and what could not be, to the outcome; databases are given free and
+    /// everything is forgotten. The worker, after the shredding.
+    void finish(Outcome& outcome);
+
+  private:
+    /// A file that will be cleaned.
+    struct Cleaning {
+        cleaning::PreparedFile prepared;
+        const catalogue::Entry* entry;
+        bool countsRows;
+    };
+    class OfApplication;
+
+    void collectApplication(const catalogue::Entry& entry, const TraceChoice::Kinds& kinds,
+                            const std::function<bool()>& stop);
+    std::map<std::string, TraceChoice::Kinds> load();
+    [[nodiscard]] RunningApplications::Entries described(
+        const std::map<std::string, TraceChoice::Kinds>& chosen) const;
+    void tell(const std::string& path, const char* operation, int code, std::string reason);
+
+    Parts parts_;
+    catalogue::Catalogue catalogue_;
+    std::unique_ptr<cleaning::Cleaner> cleaner_;
+    std::vector<std::string> paths_;
+    std::vector<Cleaning> cleanings_;
+    std::vector<std::string> skipped_;
+    std::vector<std::string> faults_;
+    std::vector<Outcome::Trouble> troubles_;
+    std::uint64_t filesCleaned_ = 0;
+    std::uint64_t rowsRemoved_ = 0;
+};
+
+}  // namespace dorvanel
