@@ -517,7 +517,7 @@ TEST_F(AppleMailTest, TheJournalOfTheRemovalIsKeptToBeShredded) {
     run(&Collectors::AppleMail20);
     EXPECT_FALSE(fs::exists(indexPath + "-journal"));
     used = collectors.takeUsedJournals();
-    EXPECT_THAT(used, Contains(journal)) << "what no run has shredded yet is found again";
+    EXPECT_THAT(used, testing::Contains(journal)) << "what no run has shredded yet is found again";
     EXPECT_THAT(collectors.takeUsedJournals(), IsEmpty());
 }
 
