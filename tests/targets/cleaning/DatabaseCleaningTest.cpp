@@ -128,7 +128,7 @@ TEST_F(DatabaseCleaningTest, WhatIsCommittedIsHandedBackToBeShredded) {
     EXPECT_THAT(aside[2], HasSubstr("/places.sqlite.dorvanel-"));
     EXPECT_EQ(holding(folder.path(), trace).size(), 2U);
     // Nobody gets at the old one until it has been shredded.
-    EXPECT_ANY_THROW(SampleDatabase(aside[2]).text("SELECT count(*) FROM moz_places"));
+    EXPECT_ANY_THROW(SampleDatabase(aside[2]).run("SELECT count(*) FROM moz_places"));
     prepared.value().reset();
     EXPECT_EQ(SampleDatabase(aside[2]).text("SELECT count(*) FROM moz_places WHERE guid='late'"),
               "1");
@@ -265,7 +265,7 @@ TEST_F(DatabaseCleaningTest, SamplesThatTheLibraryTookOfRowsGoToo) {
     EXPECT_THAT(holding(folder.path(), trace), IsEmpty());
 }
 
-TEST_F(DatabaseCleaningTest, NoPageOfTheCopyHoldsWhatWasInMemory) {
+TEST_F(DatabaseCleaningTest, NoPageOfTheCopyHoldsWhatWasRemoved) {
     // Rows of all sizes, so that pages stay half empty and long ones run over.
     SampleDatabase(path).run(
         "PRAGMA page_size=1024; CREATE TABLE t (x, y); CREATE INDEX i ON t(y);"
