@@ -40,7 +40,7 @@ class CleaningCalls {
 
     /// A folder for listing and flushing; links in the path are followed.
     virtual int openFolder(const char* path) = 0;
-    /// Never waits for a FIFO, and leaves the time of the last access as it is where it may.
+    /// Both never wait for a FIFO, and leave the time of the last access as it is where they may.
     virtual int openForReading(int folder, const char* name) = 0;
     virtual int openForChanging(int folder, const char* name) = 0;
     /// A new file that only its owner may read or write; -EEXIST where the name is taken.

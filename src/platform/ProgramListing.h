@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -15,7 +14,10 @@ struct ProcessIdentity {
     std::int32_t pid = 0;
     std::uint64_t started = 0;  ///< clock ticks from the machine's start to the process's
 
-    friend auto operator<=>(const ProcessIdentity&, const ProcessIdentity&) = default;
+    friend bool operator==(const ProcessIdentity&, const ProcessIdentity&) = default;
+    friend bool operator<(const ProcessIdentity& one, const ProcessIdentity& other) {
+        return one.pid != other.pid ? one.pid < other.pid : one.started < other.started;
+    }
 };
 
 /// One process, by what the system says of it; nothing here is what the process says of itself,

@@ -60,6 +60,7 @@ void Collectors::AppleMail20() {
 }
 
 void Collectors::updateIndex(const std::string& indexPath) {
+    usedJournals_.clear();
     if (!files_.fileExistsAtPath(indexPath)) {
         kalvet_logger(
             "Envelope Index does not exist - launch Mail 2 to create an Envelope Index database");
@@ -77,9 +78,10 @@ void Collectors::updateIndex(const std::string& indexPath) {
             "Could not obtain a list of Mailboxes - launch Mail 2 to repair the Envelope Index "
             "database");
         kalvet_logger(read.error().detail);
-        return;
+    } else {
+        removeMessages(*index.value());
     }
-    removeMessages(*index.value());
+    usedJournals_ = index.value()->close();
 }
 
 void Collectors::removeMessages(EnvelopeIndex& index) {

@@ -94,6 +94,9 @@ class Collectors {
 
     /// The mailboxes that AppleMail20 read last; kept until it reads them again.
     [[nodiscard]] const MailboxRows& mailboxRows() const { return mMailboxRows; }
+    /// The used-up journals and logs of the message index that AppleMail20 changed last, absolute:
+    /// they hold the messages that it removed, and are to be shredded.
+    [[nodiscard]] const std::vector<std::string>& usedJournals() const { return usedJournals_; }
 
   private:
     [[nodiscard]] bool isEnabled(std::string_view application);
@@ -124,6 +127,7 @@ class Collectors {
     platform::UserDefaults& defaults_;
     platform::Clock& clock_;
     MailboxRows mMailboxRows;
+    std::vector<std::string> usedJournals_;
 };
 
 }  // namespace dorvanel

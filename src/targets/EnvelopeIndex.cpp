@@ -73,7 +73,8 @@ Result<std::unique_ptr<EnvelopeIndex>> EnvelopeIndex::open(const std::string& pa
     std::unique_ptr<EnvelopeIndex> index(new EnvelopeIndex(path, clock));
     sqlite3* database = nullptr;
     // As sqlite3_open, which would however make a file that has gone since it was looked for.
-    const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE, nullptr);
+    const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE,
+                                       index->journals_.registeredName());
     index->database_.reset(database);  // to be closed after a failure too
     if (result != SQLITE_OK) return Error{0, "open", path, sqlite3_errstr(result)};
     restrain(database);
@@ -139,6 +140,11 @@ std::vector<EnvelopeIndex::Removal> EnvelopeIndex::removeMessages(
     allowTime(removalPatience);
     for (const std::string& rowid : rowids) removals.push_back(removeOne(rowid));
     return removals;
+}
+
+std::vector<std::string> EnvelopeIndex::close() {
+    database_.reset();  // the last to close a database does without its log
+    return journals_.paths();
 }
 
 bool EnvelopeIndex::removeTogether(const std::vector<std::string>& rowids,

@@ -10,6 +10,7 @@
 
 #include "base/Result.h"
 #include "platform/Clock.h"
+#include "targets/cleaning/KeptJournals.h"
 
 struct sqlite3;
 
@@ -63,6 +64,12 @@ class EnvelopeIndex {
     /// in a statement; any other is compared as a text and is never part of a statement.
     std::vector<Removal> removeMessages(const std::vector<std::string>& rowids);
 
+    /// Closes the index; nothing else may be asked of it afterwards. The journals and logs that
+    /// were used up meanwhile, one that a killed program left before among them: they hold what was
+    /// removed, lie beside the index under names of their own and are to be shredded. Without this,
+    /// they stay there when the object ends.
+    std::vector<std::string> close();
+
   private:
     /// The mailboxes as they are read.
     struct Reading {
@@ -94,7 +101,8 @@ class EnvelopeIndex {
     std::uint64_t steps_ = 0;  ///< of the statement at hand, or of the one that took too many
     std::uint64_t mostSteps_ = 0;
     std::chrono::steady_clock::time_point deadline_;
-    std::unique_ptr<sqlite3, Closer> database_;
+    cleaning::KeptJournals journals_;
+    std::unique_ptr<sqlite3, Closer> database_;  ///< ends before what it works through
 };
 
 }  // namespace dorvanel

@@ -202,6 +202,13 @@ TEST_F(ProgramListingTest, OneThatKeepsItsProgramToItselfIsListedByItsShortName)
     EXPECT_EQ(status, 0);
 }
 
+/// A command line as the system keeps it.
+std::string words(const std::vector<std::string>& arguments) {
+    std::string line;
+    for (const std::string& argument : arguments) line += argument + '\0';
+    return line;
+}
+
 /// A folder that looks like /proc, for what cannot be had by starting a program.
 class MadeProcessFolderTest : public ::testing::Test {
   protected:
@@ -326,8 +333,8 @@ TEST_F(MadeProcessFolderTest, ALinkInASandboxLeadsNowhere) {
 }
 
 TEST_F(MadeProcessFolderTest, AScriptIsFoundFromTheFolderThatTheProcessStandsIn) {
-    make(other, {.executable = "/usr/bin/python3.11",
-                 .arguments = std::string("python3\0bin/qutebrowser\0", 25)});
+    make(other,
+         {.executable = "/usr/bin/python3.11", .arguments = words({"python3", "bin/qutebrowser"})});
     EXPECT_EQ(onlyOne().script, "");
     writeFile(at(other, "cwd/bin/qutebrowser"));
     EXPECT_EQ(onlyOne().script, "qutebrowser");
@@ -335,20 +342,19 @@ TEST_F(MadeProcessFolderTest, AScriptIsFoundFromTheFolderThatTheProcessStandsIn)
 
 TEST_F(MadeProcessFolderTest, AFolderIsNoScript) {
     make(other, {.executable = "/usr/bin/python3.11",
-                 .arguments = std::string("python3\0/opt/qutebrowser\0", 25)});
+                 .arguments = words({"python3", "/opt/qutebrowser"})});
     fs::create_directories(at(other, "root/opt/qutebrowser"));
     EXPECT_EQ(onlyOne().script, "");
 }
 
 TEST_F(MadeProcessFolderTest, AModuleIsNamedByItsLastPart) {
     make(other, {.executable = "/usr/bin/python3",
-                 .arguments = std::string("python3\0-m\0apps.qutebrowser\0", 28)});
+                 .arguments = words({"python3", "-m", "apps.qutebrowser"})});
     EXPECT_EQ(onlyOne().script, "qutebrowser");
 }
 
 TEST_F(MadeProcessFolderTest, OnlyPythonHasScripts) {
-    make(other,
-         {.executable = "/usr/bin/perl", .arguments = std::string("perl\0-m\0qutebrowser\0", 20)});
+    make(other, {.executable = "/usr/bin/perl", .arguments = words({"perl", "-m", "qutebrowser"})});
     EXPECT_EQ(onlyOne().script, "");
 }
 

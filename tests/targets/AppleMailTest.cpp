@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "support/Python.h"
 #include "support/SampleIndex.h"
 #include "targets/CollectorTest.h"
 
@@ -495,6 +496,68 @@ TEST_F(AppleMailTest, ATransactionThatCannotBeCommittedIsToldForEachMailbox) {
                 ElementsAre(label20, statement(1), noRemoval, "database is locked", separator,
                             statement(2), noRemoval, "database is locked", separator, separator));
     EXPECT_EQ(other.number("select count(*) from messages"), 2);
+}
+
+TEST_F(AppleMailTest, TheJournalOfTheRemovalIsKeptToBeShredded) {
+    {
+        SampleIndex index(indexPath);
+        index.createTables();
+        index.addMailbox("local:///Trash", 500);
+        index.run("alter table messages add column text; update messages set text='canary'");
+    }
+    run(&Collectors::AppleMail20);
+    ASSERT_EQ(SampleIndex(indexPath).messages(1), 0);
+    ASSERT_EQ(collectors.usedJournals().size(), 1U);
+    const std::string journal = collectors.usedJournals()[0];
+    EXPECT_EQ(journal.find(indexPath + "-journal.dorvanel-"), 0U);
+    EXPECT_NE(readFile(journal).find("canary"), std::string::npos);
+    EXPECT_THAT(shredList, IsEmpty());
+
+    run(&Collectors::AppleMail20);
+    EXPECT_FALSE(fs::exists(indexPath + "-journal"));
+    for (const std::string& used : collectors.usedJournals()) EXPECT_NE(used, journal);
+}
+
+TEST_F(AppleMailTest, AHotJournalIsRolledBackAndKeptToBeShredded) {
+    {
+        SampleIndex index(indexPath);
+        index.createTables();
+        index.addMailbox("local:///Users/joe/Elsewhere.mbox", 500);
+        index.run("alter table messages add column text; update messages set text='canary'");
+    }
+    python(home / "Library/Mail",
+           "import os, sqlite3\n"
+           "d = sqlite3.connect('Envelope Index', isolation_level=None)\n"
+           "d.execute('pragma cache_size=2')\n"
+           "d.execute('begin')\n"
+           "d.execute(\"update messages set text=hex(zeroblob(50))\")\n"
+           "os._exit(0)");
+    ASSERT_GT(fs::file_size(indexPath + "-journal"), 0U);
+    run(&Collectors::AppleMail20);
+    EXPECT_FALSE(fs::exists(indexPath + "-journal"));
+    EXPECT_EQ(SampleIndex(indexPath).number("select count(*) from messages where text='canary'"),
+              500);
+    // The one that was there first; the empty transaction needed none.
+    ASSERT_EQ(collectors.usedJournals().size(), 1U);
+    EXPECT_NE(readFile(collectors.usedJournals()[0]).find("canary"), std::string::npos);
+}
+
+TEST_F(AppleMailTest, ALogIsKeptToBeShreddedByTheLastWhoHasTheIndexOpen) {
+    {
+        SampleIndex index(indexPath);
+        index.createTables();
+        index.addMailbox("local:///Trash", 500);
+        index.run("pragma journal_mode=wal");
+        index.run("alter table messages add column text; update messages set text='canary'");
+        run(&Collectors::AppleMail20);
+        EXPECT_THAT(collectors.usedJournals(), IsEmpty());
+        index.run("insert into messages (mailbox) values (1)");
+    }
+    run(&Collectors::AppleMail20);
+    ASSERT_EQ(collectors.usedJournals().size(), 1U);
+    EXPECT_EQ(collectors.usedJournals()[0].find(indexPath + "-wal.dorvanel-"), 0U);
+    EXPECT_FALSE(fs::exists(indexPath + "-wal"));
+    EXPECT_EQ(SampleIndex(indexPath).messages(1), 0);
 }
 
 }  // namespace

@@ -55,19 +55,23 @@ int look(int folder, const char* name, int flags, CleaningStatus& status) {
     return 0;
 }
 
+int openThere(int folder, const char* name, int access) {
+    const int flags = access | openAlways;
+    // Only the owner of a file may leave its times alone.
+    const int file = called([&] { return ::openat(folder, name, flags | O_NOATIME); });
+    return file == -EPERM ? called([&] { return ::openat(folder, name, flags); }) : file;
+}
+
 class LinuxCleaningCalls final : public CleaningCalls {
   public:
     int openFolder(const char* path) override {
         return called([&] { return ::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
     }
     int openForReading(int folder, const char* name) override {
-        const int flags = O_RDONLY | openAlways;
-        // Only the owner of a file may leave its times alone.
-        const int file = called([&] { return ::openat(folder, name, flags | O_NOATIME); });
-        return file == -EPERM ? called([&] { return ::openat(folder, name, flags); }) : file;
+        return openThere(folder, name, O_RDONLY);
     }
     int openForChanging(int folder, const char* name) override {
-        return called([&] { return ::openat(folder, name, O_RDWR | openAlways); });
+        return openThere(folder, name, O_RDWR);
     }
     int createFile(int folder, const char* name) override {
         const int flags = O_RDWR | O_CREAT | O_EXCL | openAlways;
