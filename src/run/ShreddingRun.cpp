@@ -198,6 +198,7 @@ bool ShreddingRun::collect() {
             parts_.collectors.collect({*application, collector});
         }
     }
+    usedJournals_ = parts_.collectors.takeUsedJournals();
     if (mLogoutShutdownRestart == 1) {
         mLogoutShutdownRestart = 0;
         parts_.collectors.QuicktimeCache();

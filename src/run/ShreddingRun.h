@@ -145,6 +145,9 @@ class ShreddingRun {
     std::int16_t ending_ = nothing;
     std::vector<HeldItem> handedOver_;  ///< the worker's while it works
     std::vector<std::string> skipped_;
+    /// Of databases that collectors changed in place; they go with the list and are not in it.
+    /// Where nothing comes of the run, the next one finds them again.
+    std::vector<std::string> usedJournals_;
 };
 
 }  // namespace dorvanel

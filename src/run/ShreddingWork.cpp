@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "log/ActivityLog.h"
@@ -107,9 +109,11 @@ void ShreddingRun::shredList(const Work& work, RunReport& report) {
         return;
     }
     addSkipped(report);
-    std::vector<std::string> ofToday =
+    std::vector<std::string> others =
         parts_.traces.carryOut([&engine] { return engine.stopRequested(); });
-    engine.shredDroppedFile(parts_.mPathArray, ofToday);
+    std::ranges::move(usedJournals_, std::back_inserter(others));
+    usedJournals_.clear();
+    engine.shredDroppedFile(parts_.mPathArray, others);
     report.outcome = engine.outcome();
     parts_.traces.finish(report.outcome);
 }

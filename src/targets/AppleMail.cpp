@@ -7,6 +7,7 @@
 #include "base/PathComponents.h"
 #include "log/ActivityLog.h"
 #include "targets/Collectors.h"
+#include "targets/cleaning/Cleaning.h"
 #include "targets/LogTexts.h"
 #include "targets/MailboxSelection.h"
 
@@ -60,7 +61,6 @@ void Collectors::AppleMail20() {
 }
 
 void Collectors::updateIndex(const std::string& indexPath) {
-    usedJournals_.clear();
     if (!files_.fileExistsAtPath(indexPath)) {
         kalvet_logger(
             "Envelope Index does not exist - launch Mail 2 to create an Envelope Index database");
@@ -81,7 +81,9 @@ void Collectors::updateIndex(const std::string& indexPath) {
     } else {
         removeMessages(*index.value());
     }
-    usedJournals_ = index.value()->close();
+    index.value()->close();
+    // With those of earlier runs that came to nothing.
+    usedJournals_ = cleaning::Cleaner::leftovers(indexPath);
 }
 
 void Collectors::removeMessages(EnvelopeIndex& index) {

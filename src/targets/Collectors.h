@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "apps/Applications.h"
@@ -94,9 +95,11 @@ class Collectors {
 
     /// The mailboxes that AppleMail20 read last; kept until it reads them again.
     [[nodiscard]] const MailboxRows& mailboxRows() const { return mMailboxRows; }
-    /// The used-up journals and logs of the message index that AppleMail20 changed last, absolute:
-    /// they hold the messages that it removed, and are to be shredded.
-    [[nodiscard]] const std::vector<std::string>& usedJournals() const { return usedJournals_; }
+    /// The used-up journals and logs of the message index that AppleMail20 left, absolute: they
+    /// hold the messages that it removed, and are the caller's to have shredded.
+    [[nodiscard]] std::vector<std::string> takeUsedJournals() {
+        return std::exchange(usedJournals_, {});
+    }
 
   private:
     [[nodiscard]] bool isEnabled(std::string_view application);

@@ -142,11 +142,6 @@ std::vector<EnvelopeIndex::Removal> EnvelopeIndex::removeMessages(
     return removals;
 }
 
-std::vector<std::string> EnvelopeIndex::close() {
-    database_.reset();  // the last to close a database does without its log
-    return journals_.paths();
-}
-
 bool EnvelopeIndex::removeTogether(const std::vector<std::string>& rowids,
                                    std::vector<Removal>& removals) {
     allowTime(removalPatience);

@@ -65,10 +65,10 @@ class EnvelopeIndex {
     std::vector<Removal> removeMessages(const std::vector<std::string>& rowids);
 
     /// Closes the index; nothing else may be asked of it afterwards. The journals and logs that
-    /// were used up meanwhile, one that a killed program left before among them: they hold what was
-    /// removed, lie beside the index under names of their own and are to be shredded. Without this,
-    /// they stay there when the object ends.
-    std::vector<std::string> close();
+    /// were used up by then, one that a killed program left before among them, hold what was
+    /// removed, lie beside the index under names of their own and are to be shredded:
+    /// cleaning::Cleaner::leftovers finds them.
+    void close() { database_.reset(); }
 
   private:
     /// The mailboxes as they are read.

@@ -354,6 +354,23 @@ TEST_F(TracesRunTest, WhatAKilledRunLeftBesideADatabaseGoesWithTheNext) {
     EXPECT_FALSE(fs::exists(data() / "places.db.dorvanel-ab3de6"));
 }
 
+TEST_F(TracesRunTest, TheJournalOfAppleMailsIndexIsShreddedAndNotInTheLog) {
+    const std::string index = home / "Library/Mail/Envelope Index";
+    {
+        SampleIndex mail(index);
+        mail.createTables();
+        mail.addMailbox("local:///Trash", 500);
+        mail.run("alter table messages add column text; update messages set text='canary'");
+    }
+    addSafariCache();
+    preferences.set("ShredCache", true);
+    runOnce();
+    EXPECT_EQ(SampleIndex(index).messages(1), 0);
+    EXPECT_EQ(std::distance(fs::directory_iterator(home / "Library/Mail"), {}), 1);
+    EXPECT_THAT(logLines(), Not(Contains(HasSubstr("journal"))));
+    EXPECT_EQ(outcome().filesOverwritten, 2U);
+}
+
 TEST_F(TracesRunTest, BeforeALogoutTheChosenApplicationsAreAskedToQuitAndWaitedFor) {
     writeFile(data() / "cache/a", "canary");
     choose({"cache"});

@@ -149,7 +149,7 @@ Cleaned<PreparedFile> DatabaseCleaning::prepare(std::shared_ptr<PreparedDatabase
 
 std::optional<Trouble> DatabaseCleaning::compact(Connection& database, ImageFiles& files,
                                                  const NewFile& copy) {
-    // The copy takes this over: no page of it then holds what memory held before.
+    // The copy takes this over: what is left of a page that is used again is cleared.
     if (auto bad = database.run("PRAGMA main.secure_delete=ON")) return bad;
     files.show(copyImage, std::make_shared<DirectImage>(files.memory(), calls_, copy.file(), 0));
     if (auto bad = database.run("VACUUM main INTO '" + copyImage + "'")) return bad;

@@ -16,7 +16,6 @@ struct KeptNames {
     sqlite3_vfs* disk = nullptr;
     std::string name;
     std::unique_ptr<platform::CleaningCalls> calls = platform::makeCleaningCalls();
-    std::vector<std::string> paths;
 };
 
 namespace {
@@ -32,10 +31,7 @@ int keep(KeptNames& kept, const Place& place, bool isToBeFlushed) {
     auto suffix = drawSuffix(place);
     if (!suffix) return SQLITE_IOERR_DELETE;
     const std::string name = place.name() + suffix.value();
-    // Listed before, so that nothing is renamed and then forgotten.
-    kept.paths.push_back(place.pathOf(name));
     if (kept.calls->rename(place.folder(), place.name().c_str(), name.c_str()) < 0) {
-        kept.paths.pop_back();
         return SQLITE_IOERR_DELETE;
     }
     return isToBeFlushed && place.flush() ? SQLITE_IOERR_DIR_FSYNC : SQLITE_OK;
@@ -77,10 +73,6 @@ KeptJournals::~KeptJournals() {
 
 const char* KeptJournals::registeredName() const {
     return kept_->name.c_str();
-}
-
-const std::vector<std::string>& KeptJournals::paths() const {
-    return kept_->paths;
 }
 
 }  // namespace dorvanel::cleaning

@@ -2,17 +2,16 @@
 #pragma once
 
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace dorvanel::cleaning {
 
 struct KeptNames;
 
 /// The disk as the database library sees it, but for one thing: a journal or log that it would
-/// remove gets another name beside the old one, as it is, so that it can be shredded. What is
-/// removed must be in the database already, as it is whenever the library removes one. Must outlive
-/// the connections that use it; one thread at a time.
+/// remove gets another name beside the old one, as it is, so that it can be found
+/// (Cleaner::leftovers) and shredded. What is removed must be in the database already, as it is
+/// whenever the library removes one. Must outlive the connections that use it; one thread at a
+/// time.
 class KeptJournals {
   public:
     KeptJournals();
@@ -22,8 +21,6 @@ class KeptJournals {
 
     /// The name under which the library knows this, for opening a connection.
     [[nodiscard]] const char* registeredName() const;
-    /// What has been kept so far, to be shredded.
-    [[nodiscard]] const std::vector<std::string>& paths() const;
 
   private:
     std::unique_ptr<KeptNames> kept_;

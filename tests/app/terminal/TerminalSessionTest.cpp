@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "app/ApplicationsOfToday.h"
 #include "app/terminal/TerminalSession.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
+#include "app/ApplicationsOfToday.h"
 #include "app/terminal/TestTerminal.h"
 #include "run/ShreddingRun.h"
 #include "support/FakeClock.h"

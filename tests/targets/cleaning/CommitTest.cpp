@@ -120,7 +120,7 @@ TEST_F(CommitTest, NobodyGetsAtTheDatabaseWhileItWaits) {
         const std::string history = freshCopy(left);
         auto prepared = cleaner.prepareDatabase(historyRequest(history), {});
         ASSERT_TRUE(prepared.ok()) << told(prepared);
-        EXPECT_ANY_THROW(SampleDatabase(history).text("SELECT count(*) FROM moz_places"));
+        EXPECT_ANY_THROW(SampleDatabase(history).run("SELECT count(*) FROM moz_places"));
         prepared.value().reset();
         EXPECT_EQ(SampleDatabase(history).text("SELECT count(*) FROM moz_keywords"), "1");
     }

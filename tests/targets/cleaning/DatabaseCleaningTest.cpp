@@ -128,7 +128,7 @@ TEST_F(DatabaseCleaningTest, WhatIsCommittedIsHandedBackToBeShredded) {
     EXPECT_THAT(aside[2], HasSubstr("/places.sqlite.dorvanel-"));
     EXPECT_EQ(holding(folder.path(), trace).size(), 2U);
     // Nobody gets at the old one until it has been shredded.
-    EXPECT_ANY_THROW(SampleDatabase(aside[2]).text("SELECT count(*) FROM moz_places"));
+    EXPECT_ANY_THROW(SampleDatabase(aside[2]).run("SELECT count(*) FROM moz_places"));
     prepared.value().reset();
     EXPECT_EQ(SampleDatabase(aside[2]).text("SELECT count(*) FROM moz_places WHERE guid='late'"),
               "1");
@@ -265,7 +265,7 @@ TEST_F(DatabaseCleaningTest, SamplesThatTheLibraryTookOfRowsGoToo) {
     EXPECT_THAT(holding(folder.path(), trace), IsEmpty());
 }
 
-TEST_F(DatabaseCleaningTest, NoPageOfTheCopyHoldsWhatWasInMemory) {
+TEST_F(DatabaseCleaningTest, NoPageOfTheCopyHoldsWhatWasRemoved) {
     // Rows of all sizes, so that pages stay half empty and long ones run over.
     SampleDatabase(path).run(
         "PRAGMA page_size=1024; CREATE TABLE t (x, y); CREATE INDEX i ON t(y);"
@@ -286,8 +286,13 @@ TEST_F(DatabaseCleaningTest, IconsAreTakenByWhatTheHistoryWillHave) {
         SampleDatabase database(icons);
         makeFavicons(database, trace, kept);
     }
-    const cleaning::DatabaseRequest request{
-        icons, {{"p", path}}, {shippedStep("firefox", "icons", "favicons.sqlite")}};
+    cleaning::DatabaseRequest request =
+        requestOf(icons,
+                  "DELETE FROM moz_pages_w_icons WHERE page_url NOT IN "
+                  "(SELECT url FROM p.moz_places)");
+    request.steps[0].run.push_back(
+        {{}, "DELETE FROM moz_icons WHERE id NOT IN (SELECT icon_id FROM moz_icons_to_pages)"});
+    request.attach = {{"p", path}};
     const auto now = cleaner.countRows(request, {});
     ASSERT_TRUE(now.ok()) << told(now);
     EXPECT_THAT(now.value(), ElementsAre(0));

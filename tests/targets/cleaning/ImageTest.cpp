@@ -46,18 +46,18 @@ class ImageTest : public testing::Test {
 
 TEST_F(ImageTest, AnImageInMemoryIsWhatAFileWouldBe) {
     std::mt19937 random(7);
-    const auto upTo = [&](std::size_t most) { return random() % (most + 1); };
+    const auto atMost = [&](std::size_t most) { return random() % (most + 1); };
     std::string model(20'000, 'b');
     open(model);
     MemoryImage image(memory, calls, file, model.size());
     for (int i = 0; i < 3000; ++i) {
         if (random() % 20 == 0) {
-            const std::size_t size = upTo(30'000);
+            const std::size_t size = atMost(30'000);
             EXPECT_EQ(image.truncate(size), Outcome::done);
             model.resize(size, '\0');
         } else {
-            const std::string bytes(upTo(9000), static_cast<char>('c' + i % 20));
-            const std::size_t at = upTo(25'000);
+            const std::string bytes(atMost(9000), static_cast<char>('c' + i % 20));
+            const std::size_t at = atMost(25'000);
             EXPECT_EQ(image.write(bytes.data(), bytes.size(), at), Outcome::done);
             if (!bytes.empty() && model.size() < at + bytes.size()) {
                 model.resize(at + bytes.size(), '\0');
