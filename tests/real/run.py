@@ -50,7 +50,9 @@ def copy_to_image(session, outcome, dorvanel, application, kinds, secret):
         left = image.count(secret)
         # What files were called goes with them, but is not overwritten in the folders' own blocks.
         names = sum(image.count(f"{secret}{end}") for end in ENDS_OF_NAMES)
-        outcome.notes.append(f"on the medium: the word {before} times before, {left - names} times after")
+        outcome.notes.append(
+            f"on the medium: the word {before} times before, {left - names} times after"
+        )
         outcome.notes.append(f"on the medium, in names of files that are gone: {names} times")
         outcome.expect(left == names, f"contents are left on the medium, {left - names} times")
     finally:
@@ -86,7 +88,11 @@ def try_out(outcome, module, arguments):
         for what, is_there in module.look(session, site).items():
             outcome.stayed.append(f"{what}: {'yes' if is_there else 'NO'}")
             outcome.expect(is_there, f"not as it should be: {what}")
-        corrupt = [str(path) for path in session.home.rglob("*corrupt*") if words.has(str(path).encode(), "sqlite")]
+        corrupt = [
+            str(path)
+            for path in session.home.rglob("*corrupt*")
+            if words.has(str(path).encode(), "sqlite")
+        ]
         outcome.expect(not corrupt, f"set aside as damaged: {corrupt}")
         for database, answer in words.checks_of(session.home):
             outcome.expect(answer == "ok", f"{database}: {answer}")
@@ -96,7 +102,9 @@ def try_out(outcome, module, arguments):
         site.close()
         session.close(arguments.keep)
         if arguments.keep:
-            outcome.notes.append(f"left in {session.folder}; secret {known.secret}, kept {known.kept}")
+            outcome.notes.append(
+                f"left in {session.folder}; secret {known.secret}, kept {known.kept}"
+            )
 
 
 def show(outcome):
