@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-// make-sample-home DIR SEED: fills the folder DIR with a Mac home folder of the period, for trying
-// the program on. DIR must be missing or empty, so that nobody's own home is written into.
+// make-sample-home DIR SEED: fills the folder DIR with what programs of today leave in a home
+// folder on Linux, and with a Mac home folder of former years, for trying the program on. DIR must
+// be missing or empty, so that nobody's own home is written into.
 
 #include <charconv>
 #include <cstdio>
@@ -11,6 +12,7 @@
 #include <system_error>
 
 #include "support/SampleHome.h"
+#include "support/SampleProfiles.h"
 
 int main(int count, char** arguments) {
     std::uint32_t seed = 0;
@@ -29,6 +31,7 @@ int main(int count, char** arguments) {
             std::fprintf(stderr, "make-sample-home: %s is not empty\n", arguments[1]);
             return 2;
         }
+        dorvanel::test::SampleProfiles(home, seed).addEverything();
         dorvanel::test::SampleHome(home, seed).addEverything();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "make-sample-home: %s\n", error.what());

@@ -190,8 +190,10 @@ class Search {
     /// What is looked for twice is told once.
     void tidy() {
         std::ranges::stable_sort(found_.obstacles, {}, &Obstacle::path);
-        const auto repeated = std::ranges::unique(found_.obstacles, {}, &Obstacle::path);
-        found_.obstacles.erase(repeated.begin(), found_.obstacles.end());
+        const auto repeated = std::unique(
+            found_.obstacles.begin(), found_.obstacles.end(),
+            [](const Obstacle& one, const Obstacle& other) { return one.path == other.path; });
+        found_.obstacles.erase(repeated, found_.obstacles.end());
     }
 
     const catalogue::Entry& entry_;

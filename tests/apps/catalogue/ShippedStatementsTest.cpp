@@ -9,7 +9,7 @@
 
 #include "apps/catalogue/Catalogue.h"
 #include "apps/catalogue/SampleDatabase.h"
-#include "apps/catalogue/Schemas.h"
+#include "support/Schemas.h"
 
 namespace dorvanel::test {
 namespace {
@@ -30,7 +30,7 @@ std::map<std::string, std::string_view> schemasOf(const std::string& id) {
     if (id == "epiphany") return {{"ephy-history.db", schema::epiphany}};
     if (id == "falkon") return {{"browsedata.db", schema::falkon}};
     if (id == "qutebrowser") return {{"history.sqlite", schema::qutebrowser}};
-    if (id == "thunderbird") return {{"history.sqlite", schema::collected}};
+    if (id == "thunderbird") return {{"history.sqlite", schema::addressBook}};
     if (id == "firefox" || id == "librewolf") {
         return {{"places.sqlite", schema::places},
                 {"favicons.sqlite", schema::favicons},
@@ -392,7 +392,7 @@ TEST_F(ShippedStatementsTest, QutebrowserForgetsPagesAndKeepsHowItCompletes) {
 }
 
 TEST_F(ShippedStatementsTest, ThunderbirdForgetsTheAddressesItCollected) {
-    const SampleDatabase addresses(schema::collected);
+    const SampleDatabase addresses(schema::addressBook);
     addresses.execute(
         "INSERT INTO properties VALUES ('c', 'PrimaryEmail', 'a@b.example');"
         "INSERT INTO lists VALUES ('l', 'n', '', ''); INSERT INTO list_cards VALUES ('l', 'c')");

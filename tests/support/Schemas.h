@@ -198,6 +198,70 @@ CREATE TABLE keywords (id INTEGER PRIMARY KEY,short_name VARCHAR NOT NULL,keywor
   featured_by_policy INTEGER DEFAULT 0, url_hash BLOB);
 )sql";
 
+/// Firefox, cookies.sqlite.
+inline constexpr std::string_view cookies = R"sql(
+CREATE TABLE moz_cookies (id INTEGER PRIMARY KEY, originAttributes TEXT NOT NULL DEFAULT '', name
+  TEXT, value TEXT, host TEXT, path TEXT, expiry INTEGER, lastAccessed INTEGER, creationTime
+  INTEGER, isSecure INTEGER, isHttpOnly INTEGER, inBrowserElement INTEGER DEFAULT 0, sameSite
+  INTEGER DEFAULT 0, schemeMap INTEGER DEFAULT 0, isPartitionedAttributeSet INTEGER DEFAULT 0,
+  CONSTRAINT moz_uniqueid UNIQUE (name, host, path, originAttributes));
+)sql";
+
+/// Firefox, formhistory.sqlite.
+inline constexpr std::string_view formHistory = R"sql(
+CREATE TABLE moz_formhistory (id INTEGER PRIMARY KEY, fieldname TEXT NOT NULL, value TEXT NOT
+  NULL, timesUsed INTEGER, firstUsed INTEGER, lastUsed INTEGER, guid TEXT);
+CREATE TABLE moz_deleted_formhistory (id INTEGER PRIMARY KEY, timeDeleted INTEGER, guid TEXT);
+CREATE TABLE moz_sources (id INTEGER PRIMARY KEY, source TEXT NOT NULL);
+CREATE TABLE moz_history_to_sources (history_id INTEGER, source_id INTEGER, PRIMARY KEY
+  (history_id, source_id), FOREIGN KEY (history_id) REFERENCES moz_formhistory(id) ON DELETE
+  CASCADE, FOREIGN KEY (source_id) REFERENCES moz_sources(id) ON DELETE CASCADE) WITHOUT ROWID;
+)sql";
+
+/// Firefox, content-prefs.sqlite.
+inline constexpr std::string_view contentPreferences = R"sql(
+CREATE TABLE groups (id INTEGER PRIMARY KEY, name TEXT NOT NULL);
+CREATE TABLE settings (id INTEGER PRIMARY KEY, name TEXT NOT NULL);
+CREATE TABLE prefs (id INTEGER PRIMARY KEY, groupID INTEGER REFERENCES groups(id), settingID
+  INTEGER NOT NULL REFERENCES settings(id), value BLOB, timestamp INTEGER NOT NULL DEFAULT 0);
+)sql";
+
+/// Chromium, Cookies.
+inline constexpr std::string_view chromiumCookies = R"sql(
+CREATE TABLE meta(key LONGVARCHAR NOT NULL UNIQUE PRIMARY KEY, value LONGVARCHAR);
+CREATE TABLE cookies(creation_utc INTEGER NOT NULL,host_key TEXT NOT NULL,top_frame_site_key TEXT
+  NOT NULL,name TEXT NOT NULL,value TEXT NOT NULL,encrypted_value BLOB NOT NULL,path TEXT NOT
+  NULL,expires_utc INTEGER NOT NULL,is_secure INTEGER NOT NULL,is_httponly INTEGER NOT
+  NULL,last_access_utc INTEGER NOT NULL,has_expires INTEGER NOT NULL,is_persistent INTEGER NOT
+  NULL,priority INTEGER NOT NULL,samesite INTEGER NOT NULL,source_scheme INTEGER NOT
+  NULL,source_port INTEGER NOT NULL,last_update_utc INTEGER NOT NULL,source_type INTEGER NOT
+  NULL,has_cross_site_ancestor INTEGER NOT NULL);
+)sql";
+
+/// Chromium, Favicons.
+inline constexpr std::string_view chromiumFavicons = R"sql(
+CREATE TABLE meta(key LONGVARCHAR NOT NULL UNIQUE PRIMARY KEY, value LONGVARCHAR);
+CREATE TABLE favicons(id INTEGER PRIMARY KEY,url LONGVARCHAR NOT NULL,icon_type INTEGER DEFAULT 1);
+CREATE TABLE favicon_bitmaps(id INTEGER PRIMARY KEY,icon_id INTEGER NOT NULL,last_updated INTEGER
+  DEFAULT 0,image_data BLOB,width INTEGER DEFAULT 0,height INTEGER DEFAULT 0,last_requested INTEGER
+  DEFAULT 0);
+CREATE TABLE icon_mapping(id INTEGER PRIMARY KEY,page_url LONGVARCHAR NOT NULL,icon_id INTEGER);
+)sql";
+
+/// Chromium, Login Data: passwords.
+inline constexpr std::string_view logins = R"sql(
+CREATE TABLE meta(key LONGVARCHAR NOT NULL UNIQUE PRIMARY KEY, value LONGVARCHAR);
+CREATE TABLE logins (origin_url VARCHAR NOT NULL, action_url VARCHAR, username_element VARCHAR,
+  username_value VARCHAR, password_element VARCHAR, password_value BLOB, submit_element VARCHAR,
+  signon_realm VARCHAR NOT NULL, date_created INTEGER NOT NULL, blacklisted_by_user INTEGER NOT
+  NULL, scheme INTEGER NOT NULL, password_type INTEGER, times_used INTEGER, form_data BLOB,
+  display_name VARCHAR, icon_url VARCHAR, federation_url VARCHAR, skip_zero_click INTEGER,
+  generation_upload_status INTEGER, possible_username_pairs BLOB, id INTEGER PRIMARY KEY
+  AUTOINCREMENT, date_last_used INTEGER NOT NULL DEFAULT 0, moving_blocked_for BLOB,
+  date_password_modified INTEGER NOT NULL DEFAULT 0, UNIQUE (origin_url, username_element,
+  username_value, password_element, signon_realm));
+)sql";
+
 /// GNOME Web, ephy-history.db.
 inline constexpr std::string_view epiphany = R"sql(
 CREATE TABLE hosts (id INTEGER PRIMARY KEY,url LONGVARCAR,title LONGVARCAR,visit_count INTEGER
@@ -233,8 +297,23 @@ CREATE TABLE CompletionHistory (url PRIMARY KEY, title NOT NULL, last_atime NOT 
 CREATE TABLE CompletionMetaInfo (key PRIMARY KEY, value);
 )sql";
 
-/// Thunderbird, history.sqlite: addresses that were collected.
-inline constexpr std::string_view collected = R"sql(
+/// Thunderbird, global-messages-db.sqlite: what finds mails by their words. The full texts stand in
+/// a virtual table, of which this is the part with the texts.
+inline constexpr std::string_view mailIndex = R"sql(
+CREATE TABLE folderLocations (id INTEGER PRIMARY KEY, folderURI TEXT NOT NULL, dirtyStatus INTEGER
+  NOT NULL, name TEXT NOT NULL, indexingPriority INTEGER NOT NULL);
+CREATE TABLE conversations (id INTEGER PRIMARY KEY, subject TEXT NOT NULL, oldestMessageDate
+  INTEGER, newestMessageDate INTEGER);
+CREATE TABLE messages (id INTEGER PRIMARY KEY, folderID INTEGER, messageKey INTEGER, conversationID
+  INTEGER NOT NULL, date INTEGER, headerMessageID TEXT, deleted INTEGER NOT NULL default 0,
+  jsonAttributes TEXT, notability INTEGER NOT NULL default 0);
+CREATE TABLE messagesText_content (docid INTEGER PRIMARY KEY, c0body, c1subject,
+  c2attachmentNames, c3author, c4recipients);
+)sql";
+
+/// Thunderbird, abook.sqlite, the addresses that people keep, and history.sqlite, those that were
+/// collected.
+inline constexpr std::string_view addressBook = R"sql(
 CREATE TABLE properties (card TEXT, name TEXT, value TEXT);
 CREATE TABLE lists (uid TEXT PRIMARY KEY, name TEXT, nickName TEXT, description TEXT);
 CREATE TABLE list_cards (list TEXT, card TEXT, PRIMARY KEY(list, card));
