@@ -26,22 +26,30 @@ class Count {
 
     void add(const traces::TraceItem& item, TraceSize& size) {
         if (item.action == Action::clean) {
-            addRows({.path = item.path,
-                     .attach = item.attach,
-                     .steps = {{item.trace->kind, item.database->run, item.database->keep}}},
-                    size);
-        } else if (item.action != Action::json) {
+            addCounts(item.path,
+                      cleaner_.countRows(
+                          {.path = item.path,
+                           .attach = item.attach,
+                           .steps = {{item.trace->kind, item.database->run, item.database->keep}}},
+                          stop_),
+                      size.rows);
+        } else if (item.action == Action::json) {
+            addCounts(item.path,
+                      cleaner_.countKeys(item.path, {{item.trace->kind, item.json->remove}}),
+                      size.keys);
+        } else {
             addFiles(item.path, item.action == Action::empty, size);
         }
     }
 
   private:
-    void addRows(const cleaning::DatabaseRequest& request, TraceSize& size) {
-        const auto rows = cleaner_.countRows(request, stop_);
-        if (rows) {
-            size.rows = std::accumulate(rows.value().begin(), rows.value().end(), size.rows);
+    void addCounts(const std::string& path,
+                   const cleaning::Cleaned<std::vector<std::uint64_t>>& counts,
+                   std::uint64_t& sum) {
+        if (counts) {
+            sum = std::accumulate(counts.value().begin(), counts.value().end(), sum);
         } else {
-            sizes_.unseen.push_back(line(request.path, textOf(rows.trouble())));
+            sizes_.unseen.push_back(line(path, textOf(counts.trouble())));
         }
     }
 

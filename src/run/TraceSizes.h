@@ -18,7 +18,8 @@ struct TraceSize {
     std::uint64_t files = 0;                  ///< that would go; folders are not counted
     std::uint64_t bytes = 0;                  ///< in them
     std::uint64_t rows = 0;                   ///< that databases would lose
-    [[nodiscard]] bool isNothing() const { return files == 0 && rows == 0; }
+    std::uint64_t keys = 0;                   ///< that JSON files would lose
+    [[nodiscard]] bool isNothing() const { return files == 0 && rows == 0 && keys == 0; }
 };
 
 /// What there is of an application.

@@ -23,11 +23,11 @@ INSERT INTO moz_origins (id, prefix, host, frecency) VALUES (1, 'https://', 'kep
   (2, 'https://', 'seen.example', 100);
 INSERT INTO moz_places (id, url, title, rev_host, visit_count, typed, frecency, last_visit_date,
   guid, foreign_count, origin_id)
-  SELECT n, 'https://kept.example/page/' || n, 'Page ' || n || ', kept', 'elpmaxe.tpek.', 3, 1,
+  SELECT n, 'https://kept.example/page/' || n, 'Page ' || n || ', kept', 'elpmaxe.', 3, 1,
   2000, 1760000000000000 + n, printf('kept%08d', n), 1, 1 FROM pages WHERE n <= 7;
 INSERT INTO moz_places (id, url, title, rev_host, visit_count, frecency, last_visit_date, guid,
   origin_id, description)
-  SELECT n, 'https://seen.example/page/' || n, 'Page ' || n || ', only seen', 'elpmaxe.nees.', 1,
+  SELECT n, 'https://seen.example/page/' || n, 'Page ' || n || ', only seen', 'elpmaxe.', 1,
   100, 1760000000000000 + n, printf('seen%08d', n), 2, 'What was seen on page ' || n FROM pages
   WHERE n > 7;
 INSERT INTO moz_historyvisits (from_visit, place_id, visit_date, visit_type)
@@ -213,9 +213,9 @@ void SampleProfiles::addFirefoxProfile(const std::string& profile) {
           "user_pref(\"browser.startup.homepage\", \"https://kept.example/\");\n");
     write(profile + "logins.json",
           R"({"nextId":4,"logins":[)"
-          R"({"id":1,"hostname":"https://kept1.example","encryptedPassword":"MDoE"},)"
-          R"({"id":2,"hostname":"https://kept2.example","encryptedPassword":"MDoE"},)"
-          R"({"id":3,"hostname":"https://kept3.example","encryptedPassword":"MDoE"}],)"
+          R"({"id":1,"hostname":"https://kept1.example","encryptedPassword":"a2VwdA=="},)"
+          R"({"id":2,"hostname":"https://kept2.example","encryptedPassword":"a2VwdA=="},)"
+          R"({"id":3,"hostname":"https://kept3.example","encryptedPassword":"a2VwdA=="}],)"
           R"("potentiallyVulnerablePasswords":[],"version":3})");
     addNoise(profile + "key4.db", 36'864);
     addNoise(profile + "cert9.db", 28'672);

@@ -45,11 +45,16 @@ bool isChosen(const Choice& choice, const Entry& entry, const std::string& kind)
     return found != choice.end() && std::ranges::find(found->second, kind) != found->second.end();
 }
 
-/// What there is of one kind: "812 files, 1.2 GiB, 12 rows".
+/// What there is of one kind: "812 files, 1.2 GiB, 12 rows, 1 key".
 std::string amountOf(const TraceSize& size) {
     std::string text;
-    if (size.files > 0) text = counted(size.files, "file") + ", " + sizeText(size.bytes);
-    if (size.rows > 0) text += (text.empty() ? "" : ", ") + counted(size.rows, "row");
+    const auto add = [&](std::uint64_t count, const char* unit) {
+        if (count > 0) text += (text.empty() ? "" : ", ") + counted(count, unit);
+    };
+    add(size.files, "file");
+    if (size.files > 0) text += ", " + sizeText(size.bytes);
+    add(size.rows, "row");
+    add(size.keys, "key");
     return text.empty() ? "-" : text;
 }
 
@@ -65,7 +70,7 @@ void print(const Listed& listed, const Choice& choice, bool all, Terminal& termi
         if (!isShown(size)) continue;
         const bool chosen = isChosen(choice, entry, size.trace->kind);
         const std::string line =
-            fmt::format("  [{}] {:<12} {:<34}{}", chosen ? 'x' : ' ', size.trace->kind,
+            fmt::format("  [{}] {:<12} {:<44} {}", chosen ? 'x' : ' ', size.trace->kind,
                         amountOf(size), size.trace->recommended ? "recommended" : "");
         terminal.out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
     }
