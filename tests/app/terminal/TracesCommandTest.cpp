@@ -75,8 +75,8 @@ TEST_F(TracesCommandTest, ListsWhatIsThereWithItsSizesAndWhatIsChosen) {
     EXPECT_EQ(console.run({"traces"}), 0);
     EXPECT_THAT(console.out.str(),
                 HasSubstr("Lynx (lynx)\n"
-                          "  [ ] cache        2 files, 2.9 KiB                  recommended\n"
-                          "  [ ] history      2 rows                            recommended\n"));
+                          "  [ ] cache        2 files, 2.9 KiB                             recommended\n"
+                          "  [ ] history      2 rows                                       recommended\n"));
     EXPECT_THAT(console.out.str(), Not(HasSubstr("cookies")));
     EXPECT_EQ(console.run({"traces", "select", "lynx"}), 0);
     EXPECT_EQ(console.run({"traces", "list"}), 0);
