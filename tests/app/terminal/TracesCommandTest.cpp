@@ -73,10 +73,11 @@ class TracesCommandTest : public ::testing::Test {
 TEST_F(TracesCommandTest, ListsWhatIsThereWithItsSizesAndWhatIsChosen) {
     addTraces();
     EXPECT_EQ(console.run({"traces"}), 0);
-    EXPECT_THAT(console.out.str(),
-                HasSubstr("Lynx (lynx)\n"
-                          "  [ ] cache        2 files, 2.9 KiB                             recommended\n"
-                          "  [ ] history      2 rows                                       recommended\n"));
+    EXPECT_THAT(
+        console.out.str(),
+        HasSubstr("Lynx (lynx)\n"
+                  "  [ ] cache        2 files, 2.9 KiB                             recommended\n"
+                  "  [ ] history      2 rows                                       recommended\n"));
     EXPECT_THAT(console.out.str(), Not(HasSubstr("cookies")));
     EXPECT_EQ(console.run({"traces", "select", "lynx"}), 0);
     EXPECT_EQ(console.run({"traces", "list"}), 0);
