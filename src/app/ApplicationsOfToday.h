@@ -65,7 +65,7 @@ class ApplicationsOfToday final : private ApplicationWatchOwner {
     /// What `parts` refers to, and `browserWatch`, outlive this. `shred` starts a run.
     ApplicationsOfToday(const ControllerParts& parts, BrowserWatch& browserWatch,
                         std::function<void()> shred);
-    ~ApplicationsOfToday();
+    ~ApplicationsOfToday() override;
     ApplicationsOfToday(const ApplicationsOfToday&) = delete;
     ApplicationsOfToday& operator=(const ApplicationsOfToday&) = delete;
 

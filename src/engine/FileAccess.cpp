@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/FileAccess.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <iterator>
 #include <new>
 #include <optional>
 #include <system_error>
@@ -28,32 +26,37 @@ FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferen
       shredder_({deletionParts(), services.clock, targets_, protected_}) {}
 
 void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
-    std::vector<std::string> none;
+    Others none;
     shredDroppedFile(paths, none);
 }
 
-void FileAccess::shredDroppedFile(std::vector<std::string>& paths,
-                                  std::vector<std::string>& unfollowed) {
+void FileAccess::shredDroppedFile(std::vector<std::string>& paths, Others& others) {
     begin();
     std::vector<HeldItem> items;
     std::size_t next = 0;
+    const auto holdOthers = [&](const std::vector<std::string>& list, bool areLogged) {
+        for (HeldItem& item : holdAll(services_.system, list, SystemCalls::Links::stay)) {
+            item.isLogged = areLogged;
+            items.push_back(std::move(item));
+        }
+    };
     const bool areHeld = guarded("hold the items", [&] {
         items = holdAll(services_.system, paths);
-        std::vector<HeldItem> others =
-            holdAll(services_.system, unfollowed, SystemCalls::Links::stay);
-        std::ranges::move(others, std::back_inserter(items));
+        holdOthers(others.paths, true);
+        holdOthers(others.unlogged, false);
     });
     if (areHeld) {
         guarded("shred", [&] { shredInTurn(items, next); });
         guarded("tell what is left", [&] { leaveFrom(items, next); });
     } else {
         guarded("tell what is left", [&] {
-            outcome_.left = paths;
-            outcome_.left.insert(outcome_.left.end(), unfollowed.begin(), unfollowed.end());
+            for (const auto* list : {&paths, &others.paths, &others.unlogged}) {
+                outcome_.left.insert(outcome_.left.end(), list->begin(), list->end());
+            }
         });
     }
     paths.clear();
-    unfollowed.clear();
+    others = {};
     items.clear();
     end();
 }

@@ -47,9 +47,13 @@ class FileAccess {
     /// `outcome`.
     void shredDroppedFile(std::vector<std::string>& paths);
 
-    /// The same, followed by a second list: links in that one go, and what they lead to stays as it
-    /// is. Empties both.
-    void shredDroppedFile(std::vector<std::string>& paths, std::vector<std::string>& unfollowed);
+    /// What goes with a list, after it: links in it go, and what they lead to stays as it is.
+    struct Others {
+        std::vector<std::string> paths{};
+        std::vector<std::string> unlogged{};  ///< without lines in the Activity Log
+    };
+    /// The same with others. Empties both.
+    void shredDroppedFile(std::vector<std::string>& paths, Others& others);
 
     /// The same for items that somebody has looked at and holds since: these very items are
     /// shredded, or told to have gone. Empties the list.

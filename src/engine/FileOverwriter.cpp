@@ -35,7 +35,7 @@ FileOverwriter::Written FileOverwriter::overwrite(int file, std::uint64_t size,
     entryNumberOfWrites_ = settings().numberOfWrites;
 
     progress_.setName(name);
-    kalvet_logger(onOneLine(name));
+    if (isLogging_) kalvet_logger(onOneLine(name));
     randomizeWith(settings().pattern);
 
     std::uint64_t offset = 0;

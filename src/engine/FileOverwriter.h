@@ -44,6 +44,9 @@ class FileOverwriter {
 
     RandomName& randomName() { return randomName_; }
 
+    /// Whether the files from now on have their lines in the Activity Log.
+    void setLogging(bool isLogging) { isLogging_ = isLogging; }
+
   private:
     enum class Stage { block, slack };
 
@@ -66,6 +69,7 @@ class FileOverwriter {
     OverwriteSettings settings_;
     std::uint64_t settingsRead_ = 0;  ///< the preferences' change count when `settings_` was read
     bool settingsKnown_ = false;
+    bool isLogging_ = true;
 
     // The file at hand.
     int file_ = -1;

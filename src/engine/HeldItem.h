@@ -55,6 +55,9 @@ struct HeldItem {
     /// shredded too, with `stay` a link goes and its target stays as it is.
     platform::SystemCalls::Links links = platform::SystemCalls::Links::follow;
 
+    /// Whether its files have their lines in the Activity Log.
+    bool isLogged = true;
+
     /// Why the item, or what it leads to as a link, could not be looked at: an errno, ENOENT where
     /// there is none; 0 where it is there. A link that is not to be followed is there by itself.
     int code = 0;

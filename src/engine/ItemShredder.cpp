@@ -220,6 +220,7 @@ void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest,
 
 void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
     const HoldingFolder& holding = holdings_.current();
+    parts_.deletion.overwriter.setLogging(item.isLogged);
     DeletionHandler handler(parts_.deletion, walk_, holding.path(), item.links);
     const bool isPlain = topKind_ == EntryKind::regular && !holding.wasThere;
     if (isPlain) handler.expect(item);

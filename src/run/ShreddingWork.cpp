@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "log/ActivityLog.h"
@@ -109,10 +107,9 @@ void ShreddingRun::shredList(const Work& work, RunReport& report) {
         return;
     }
     addSkipped(report);
-    std::vector<std::string> others =
-        parts_.traces.carryOut([&engine] { return engine.stopRequested(); });
-    std::ranges::move(usedJournals_, std::back_inserter(others));
-    usedJournals_.clear();
+    FileAccess::Others others{
+        .paths = parts_.traces.carryOut([&engine] { return engine.stopRequested(); }),
+        .unlogged = std::exchange(usedJournals_, {})};
     engine.shredDroppedFile(parts_.mPathArray, others);
     report.outcome = engine.outcome();
     parts_.traces.finish(report.outcome);

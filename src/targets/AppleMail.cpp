@@ -7,9 +7,9 @@
 #include "base/PathComponents.h"
 #include "log/ActivityLog.h"
 #include "targets/Collectors.h"
-#include "targets/cleaning/Cleaning.h"
 #include "targets/LogTexts.h"
 #include "targets/MailboxSelection.h"
+#include "targets/cleaning/Cleaning.h"
 
 namespace dorvanel {
 namespace {

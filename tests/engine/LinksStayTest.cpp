@@ -20,9 +20,10 @@ class LinksStayTest : public EngineFixture {
   protected:
     const Outcome& shredUnfollowed(std::vector<std::string> followed,
                                    std::vector<std::string> unfollowed) {
-        access.shredDroppedFile(followed, unfollowed);
+        FileAccess::Others others{.paths = std::move(unfollowed)};
+        access.shredDroppedFile(followed, others);
         EXPECT_THAT(followed, IsEmpty());
-        EXPECT_THAT(unfollowed, IsEmpty());
+        EXPECT_THAT(others.paths, IsEmpty());
         return access.outcome();
     }
 };
@@ -72,6 +73,20 @@ TEST_F(LinksStayTest, TheOtherListOfTheSameRequestIsFollowedAsEver) {
     EXPECT_EQ(readFile(folder / "kept"), "kept");
     EXPECT_EQ(outcome.items, 2U);
     EXPECT_EQ(outcome.filesRemoved, 2U);
+}
+
+TEST_F(LinksStayTest, WhatIsNotToBeLoggedHasNoLineAndTheOthersHave) {
+    writeFile(folder / "a", "a");
+    writeFile(folder / "b", "b");
+    writeFile(folder / "c", "c");
+    std::vector<std::string> paths = {folder / "a"};
+    FileAccess::Others others{.paths = {folder / "b"}, .unlogged = {folder / "c"}};
+    access.shredDroppedFile(paths, others);
+    EXPECT_EQ(log.lines().size(), 2U);
+    EXPECT_EQ(access.outcome().filesOverwritten, 3U);
+    writeFile(folder / "d", "d");
+    shred({folder / "d"});
+    EXPECT_EQ(log.lines().size(), 3U) << "the next request is logged again";
 }
 
 TEST_F(LinksStayTest, AStopLeavesBothLists) {

@@ -29,6 +29,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Collectors collectors(shredList, preferences, platform::defaultFileManager(), defaults, clock);
     collectors.AppleMail20();
     test::insist(shredList.size() == 1, "the index adds nothing to the shred list");
-    for (const std::string& journal : collectors.takeUsedJournals()) std::filesystem::remove(journal);
+    for (const std::string& journal : collectors.takeUsedJournals())
+        std::filesystem::remove(journal);
     return 0;
 }

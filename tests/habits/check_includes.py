@@ -36,7 +36,6 @@ WRAPPED = {
     "plist/": "prefs/",
     "sdbus-c++/": "platform/linux/",
     "toml++/": "apps/catalogue/",
-    "nlohmann/": "targets/cleaning/",
 }
 SYSTEM = re.compile(
     r"(sys|linux|net|netinet|arpa|asm|bits|systemd|sdbus-c\+\+)/"

@@ -10,7 +10,9 @@ import time
 from session import wait_until
 
 PACKAGE, PROGRAM, ID = "chromium", "chromium", "chromium"
-BY_AUTOMATION = "bookmark, password and choice for a site by automation, in its own pages; form typed and sent"
+BY_AUTOMATION = (
+    "bookmark, password and choice for a site by automation, in its own pages; form typed and sent"
+)
 
 
 class Chromium:
@@ -20,9 +22,16 @@ class Chromium:
         self.reading, back = os.pipe()
         # It reads from descriptor 3 and writes to 4, whatever the pipes' own numbers are.
         command = f'exec {PROGRAM} "$@" 3<&{there} 4>&{back}'
-        arguments = ["--no-sandbox", "--remote-debugging-pipe", "--no-first-run", "--password-store=basic"]
+        arguments = [
+            "--no-sandbox",
+            "--remote-debugging-pipe",
+            "--no-first-run",
+            "--password-store=basic",
+        ]
         arguments += ["--disable-gpu", "about:blank"]
-        self.process = session.start(["sh", "-c", command, "sh", *arguments], pass_fds=[there, back])
+        self.process = session.start(
+            ["sh", "-c", command, "sh", *arguments], pass_fds=[there, back]
+        )
         os.close(there)
         os.close(back)
         self.buffer, self.number = b"", 0
@@ -61,7 +70,11 @@ class Chromium:
 
     def inside(self, script):
         result = self.send(
-            "Runtime.evaluate", self.target, expression=script, awaitPromise=True, returnByValue=True
+            "Runtime.evaluate",
+            self.target,
+            expression=script,
+            awaitPromise=True,
+            returnByValue=True,
         )
         if "exceptionDetails" in result:
             raise RuntimeError(f"{script}: {result['exceptionDetails']}")
@@ -69,13 +82,20 @@ class Chromium:
 
     def visit(self, address):
         self.send("Page.navigate", self.target, url=address)
-        script = f'location.href.startsWith({json.dumps(address)}) && document.readyState == "complete"'
+        script = (
+            f'location.href.startsWith({json.dumps(address)}) && document.readyState == "complete"'
+        )
         wait_until(lambda: self.inside(script), 20, f"{address} was not opened")
 
     def press(self, key, code):
         for kind in ("keyDown", "keyUp"):
             self.send(
-                "Input.dispatchKeyEvent", self.target, type=kind, key=key, code=key, windowsVirtualKeyCode=code,
+                "Input.dispatchKeyEvent",
+                self.target,
+                type=kind,
+                key=key,
+                code=key,
+                windowsVirtualKeyCode=code,
                 text="\r" if key == "Enter" and kind == "keyDown" else "",
             )
 
@@ -92,14 +112,18 @@ ADD = """new Promise(done => chrome.bookmarks.create(
 SAVE = """new Promise(done => chrome.passwordsPrivate.addPassword({url: "http://%(kept)s.example/",
   username: "%(kept)suser", password: "%(kept)spassword", note: "", useAccountStore: false}, done))"""
 # As the page of settings does it.
-CHOOSE = 'chrome.send("setCategoryPermissionForPattern", ["%(secret)s", "", "images", "block", false])'
+CHOOSE = (
+    'chrome.send("setCategoryPermissionForPattern", ["%(secret)s", "", "images", "block", false])'
+)
 
 
 def type_and_send(program, word):
     program.inside('document.getElementById("field").focus()')
     program.send("Input.insertText", program.target, text=f"{word}typed")
     program.press("Enter", 13)
-    wait_until(lambda: program.inside(f'location.href.includes("{word}sent")'), 20, "no form was sent")
+    wait_until(
+        lambda: program.inside(f'location.href.includes("{word}sent")'), 20, "no form was sent"
+    )
 
 
 def browse(session, site):
@@ -123,7 +147,9 @@ def browse(session, site):
     time.sleep(12)  # it writes what it keeps of sites some seconds later
     is_clean = program.quit()
     settings = (session.home / ".config/chromium/Default/Preferences").read_text()
-    if known.secret not in json.dumps(json.loads(settings)["profile"]["content_settings"]["exceptions"]["images"]):
+    if known.secret not in json.dumps(
+        json.loads(settings)["profile"]["content_settings"]["exceptions"]["images"]
+    ):
         raise RuntimeError("the choice for a site was not kept")
     return is_clean
 

@@ -25,10 +25,14 @@ class Dorvanel:
         command = [str(self.program), *arguments]
         done = subprocess.run(command, env=environment, capture_output=True, timeout=900)
         # The log has random names in it.
-        done.stdout, done.stderr = (text.decode(errors="replace") for text in (done.stdout, done.stderr))
+        done.stdout, done.stderr = (
+            text.decode(errors="replace") for text in (done.stdout, done.stderr)
+        )
         if done.returncode not in may:
             said = f"{done.stdout}{done.stderr}"
-            raise RuntimeError(f"{' '.join(arguments)} ended with status {done.returncode}:\n{said}")
+            raise RuntimeError(
+                f"{' '.join(arguments)} ended with status {done.returncode}:\n{said}"
+            )
         return done
 
     def describe(self, home, application):

@@ -42,8 +42,20 @@ def open_in_turn(session, site, addresses):
 
 def leave(session, program):
     """As its menu does."""
-    session.run("gdbus", "call", "--session", "--dest", "org.gnome.Epiphany", "--object-path",
-                "/org/gnome/Epiphany", "--method", "org.gtk.Actions.Activate", "quit", "[]", "{}")
+    session.run(
+        "gdbus",
+        "call",
+        "--session",
+        "--dest",
+        "org.gnome.Epiphany",
+        "--object-path",
+        "/org/gnome/Epiphany",
+        "--method",
+        "org.gtk.Actions.Activate",
+        "quit",
+        "[]",
+        "{}",
+    )
     return session.end(program, 30)
 
 
@@ -52,7 +64,11 @@ def browse(session, site):
     program = open_in_turn(session, site, [*secret, site.kept("page")])
     session.press("epiphany", "ctrl+d")
     marks = data(session) / "bookmarks.gvdb"
-    wait_until(lambda: marks.exists() and site.words.kept.encode() in marks.read_bytes(), 20, "no bookmark was made")
+    wait_until(
+        lambda: marks.exists() and site.words.kept.encode() in marks.read_bytes(),
+        20,
+        "no bookmark was made",
+    )
     session.press("epiphany", "Escape")
     known = visits(session)
     session.run(PROGRAM, site.secret("four"), check=False)

@@ -64,15 +64,30 @@ def browse(session, site):
     program = open_in_turn(session, [site.secret(path) for path in ("one", "two")])
     is_clean = leave(session, program)
     marks = json.loads((profile(session) / "bookmarks.json").read_text())
-    page = {"type": "url", "name": f"{known.kept}bookmark", "url": site.kept("page"), "description": "",
-            "keyword": "", "visit_count": 0}
+    page = {
+        "type": "url",
+        "name": f"{known.kept}bookmark",
+        "url": site.kept("page"),
+        "description": "",
+        "keyword": "",
+        "visit_count": 0,
+    }
     marks["roots"]["bookmark_bar"]["children"].append(page)
     (profile(session) / "bookmarks.json").write_text(json.dumps(marks))
-    ask(session, "INSERT INTO autofill (server, username, password, data, last_used) VALUES (?, ?, ?, '', 0)",
-        f"{known.kept}.example", f"{known.kept}user", f"{known.kept}password")
+    ask(
+        session,
+        "INSERT INTO autofill (server, username, password, data, last_used) VALUES (?, ?, ?, '', 0)",
+        f"{known.kept}.example",
+        f"{known.kept}user",
+        f"{known.kept}password",
+    )
     ask(session, "INSERT INTO autofill_exceptions (server) VALUES (?)", f"{known.secret}.example")
-    ask(session, "INSERT INTO search_engines (name, url, shortcut) VALUES (?, ?, '')",
-        f"{known.kept}engine", f"http://{known.kept}.example/?q=%s")
+    ask(
+        session,
+        "INSERT INTO search_engines (name, url, shortcut) VALUES (?, ?, '')",
+        f"{known.kept}engine",
+        f"http://{known.kept}.example/?q=%s",
+    )
     program = open_in_turn(session, [site.secret("three"), site.kept("page")])
     return leave(session, program) and is_clean
 

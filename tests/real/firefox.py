@@ -65,7 +65,9 @@ def browse(session, site):
     for path in ("one", "two"):
         program.visit(site.secret(path))
     program.visit(site.kept("page"))
-    program.inside(FILL, words.secret, words.kept, site.secret("one"), site.kept("page"), site.secret("f.bin"))
+    program.inside(
+        FILL, words.secret, words.kept, site.secret("one"), site.kept("page"), site.secret("f.bin")
+    )
     program.visit(site.secret("three"))
     wait_until(lambda: program.inside(VISITS) >= 5, 30, "visits were not kept")
     return program.quit()
@@ -76,6 +78,8 @@ def look(session, site):
     program = Marionette(session, PROGRAM)
     found = program.inside(LOOK, site.words.kept, site.kept("page"))
     program.visit(site.kept("again"))
-    found["history goes on"] = wait_until(lambda: program.inside(VISITS) >= 1, 30, "no visit was kept")
+    found["history goes on"] = wait_until(
+        lambda: program.inside(VISITS) >= 1, 30, "no visit was kept"
+    )
     program.quit()
     return found

@@ -34,7 +34,9 @@ class Image:
 
     def count(self, word):
         """How often the word stands on the medium, in whatever form."""
-        with open(self.file, "rb") as file, mmap.mmap(file.fileno(), 0, access=mmap.ACCESS_READ) as medium:
+        with open(self.file, "rb") as file, mmap.mmap(
+            file.fileno(), 0, access=mmap.ACCESS_READ
+        ) as medium:
             return sum(self.count_form(medium, form) for form in set(forms_of(word)))
 
     @staticmethod

@@ -2,7 +2,6 @@
 """Speaks with Firefox and Thunderbird by their own remote protocol."""
 
 import json
-import os
 import socket
 
 from session import wait_until
@@ -52,7 +51,9 @@ class Marionette:
         self.socket.sendall(str(len(message)).encode() + b":" + message)
         _, _, error, result = self.receive()
         if error:
-            raise RuntimeError(f"{command}: {error['message']}\n{error.get('stacktrace', '')[:800]}")
+            raise RuntimeError(
+                f"{command}: {error['message']}\n{error.get('stacktrace', '')[:800]}"
+            )
         return result
 
     def visit(self, address):
@@ -78,4 +79,4 @@ class Marionette:
         self.send("Marionette:SetContext", {"value": "chrome"})
         self.send("Marionette:Quit", {"flags": ["eAttemptQuit"]})
         self.socket.close()
-        return self.session.end(self.process, int(os.environ.get("QUIT_SECONDS", "30")))
+        return self.session.end(self.process, 30)

@@ -39,7 +39,9 @@ class Session:
 
     def start_screen(self):
         reading, writing = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24"], pass_fds=[writing])
+        self.start(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24"], pass_fds=[writing]
+        )
         os.close(writing)
         with os.fdopen(reading) as number:
             self.environment["DISPLAY"] = f":{number.readline().strip()}"
@@ -57,7 +59,13 @@ class Session:
         log = open(self.folder / f"{pathlib.Path(command[0]).name}.log", "ab")
         environment = self.environment | (extra or {})
         process = subprocess.Popen(
-            command, env=environment, stdin=subprocess.DEVNULL, stdout=log, stderr=log, cwd=self.home, **options
+            command,
+            env=environment,
+            stdin=subprocess.DEVNULL,
+            stdout=log,
+            stderr=log,
+            cwd=self.home,
+            **options,
         )
         log.close()
         self.started.append(process)
@@ -65,17 +73,33 @@ class Session:
 
     def run(self, *command, seconds=60, check=True):
         return subprocess.run(
-            command, env=self.environment, capture_output=True, text=True, timeout=seconds, check=check
+            command,
+            env=self.environment,
+            capture_output=True,
+            text=True,
+            timeout=seconds,
+            check=check,
         )
 
     def window(self, name):
         """The number of the first window that is seen under this name."""
-        found = self.run("xdotool", "search", "--onlyvisible", "--class", name, check=False).stdout.split()
+        found = self.run(
+            "xdotool", "search", "--onlyvisible", "--class", name, check=False
+        ).stdout.split()
         return found[-1] if found else None
 
     def press(self, name, *keys):
         window = wait_until(lambda: self.window(name), 30, f"no window of {name}")
-        self.run("xdotool", "windowactivate", "--sync", window, "key", "--clearmodifiers", *keys, check=False)
+        self.run(
+            "xdotool",
+            "windowactivate",
+            "--sync",
+            window,
+            "key",
+            "--clearmodifiers",
+            *keys,
+            check=False,
+        )
 
     def end(self, process, seconds=20):
         """Waits until it has ended of itself, and says whether it did."""

@@ -5,7 +5,10 @@ from marionette import Marionette
 from session import wait_until
 
 PACKAGE, PROGRAM, ID = "thunderbird", "thunderbird", "thunderbird"
-BY_AUTOMATION = "contacts, password, typed text and page in a tab by automation; mails written into closed mailboxes"
+BY_AUTOMATION = (
+    "contacts, password, typed text and page in a tab by automation; "
+    "mails written into closed mailboxes"
+)
 
 FOLDERS = ["Inbox", "Trash", "Junk"]
 MAIL = """From - Tue Nov 10 10:00:00 2026
@@ -93,7 +96,11 @@ def subjects(program):
 def browse(session, site):
     words = site.words
     program = Marionette(session, PROGRAM)
-    wait_until(lambda: program.inside('return !!Services.wm.getMostRecentWindow("mail:3pane")'), 30, "no window")
+    wait_until(
+        lambda: program.inside('return !!Services.wm.getMostRecentWindow("mail:3pane")'),
+        30,
+        "no window",
+    )
     folder = program.inside(FILL, words.secret, words.kept, site.secret("one"))
     is_clean = program.quit()
     for mailbox, word in (("Inbox", words.kept), ("Trash", words.secret), ("Junk", words.secret)):

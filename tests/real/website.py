@@ -31,11 +31,18 @@ def icon():
     """A square that is a picture."""
 
     def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+        return (
+            struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+        )
 
     rows = b"".join(b"\0" + b"\x30\x80\xc0" * 16 for _ in range(16))
     header = struct.pack(">IIBBBBB", 16, 16, 8, 2, 0, 0, 0)
-    return b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b"")
+    return (
+        b"\x89PNG\r\n\x1a\n"
+        + chunk(b"IHDR", header)
+        + chunk(b"IDAT", zlib.compress(rows))
+        + chunk(b"IEND", b"")
+    )
 
 
 class Site:
@@ -48,7 +55,9 @@ class Site:
             def do_GET(self):
                 asked.append(self.headers.get("Host", "") + self.path)
                 word = words.kept if words.kept in self.headers.get("Host", "") else words.secret
-                kind, body = "text/html", PAGE.format(word=word, name=self.path.removeprefix(f"/{word}"))
+                kind, body = "text/html", PAGE.format(
+                    word=word, name=self.path.removeprefix(f"/{word}")
+                )
                 if self.path.endswith(".png"):
                     kind, body = "image/png", icon()
                 elif self.path.endswith(".bin"):

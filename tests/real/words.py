@@ -80,7 +80,9 @@ def blobs_of_sqlite(path):
     """Values that are packed, in Firefox's site data for example."""
     database = sqlite3.connect(f"file:{path}?mode=ro&immutable=1", uri=True)
     try:
-        for (table,) in database.execute("SELECT name FROM sqlite_master WHERE type='table'").fetchall():
+        for (table,) in database.execute(
+            "SELECT name FROM sqlite_master WHERE type='table'"
+        ).fetchall():
             for row in database.execute(f'SELECT * FROM "{table}"'):
                 yield from (value for value in row if isinstance(value, bytes))
     except sqlite3.Error:
@@ -141,6 +143,8 @@ def checks_of(root):
                 yield path, database.execute("PRAGMA integrity_check").fetchone()[0]
             except sqlite3.Error as error:
                 # Tables that only the application itself can read are no damage.
-                yield path, "ok" if "no such" in str(error) or "unknown" in str(error) else str(error)
+                yield path, "ok" if "no such" in str(error) or "unknown" in str(error) else str(
+                    error
+                )
             finally:
                 database.close()

@@ -44,7 +44,7 @@ class FakeProgramListing final : public platform::ProgramListing {
     std::vector<platform::RunningProgram> programs;
     std::vector<std::int32_t> gone;  ///< by the time that they are asked
     std::vector<std::int32_t> asked;
-    std::function<void()> onList;               ///< before a listing is given
+    std::function<void()> onList;              ///< before a listing is given
     std::function<void(std::int32_t)> onQuit;  ///< when one is asked
     bool fails = false;
     int lists = 0;

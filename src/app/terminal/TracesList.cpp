@@ -86,8 +86,7 @@ nlohmann::ordered_json documentOf(const std::vector<Listed>& all, const Choice& 
                               {"recommended", size.trace->recommended},
                               {"files", size.files},
                               {"bytes", size.bytes},
-                              {"rows", size.rows},
-                              {"keys", size.keys}});
+                              {"rows", size.rows}});
         }
         applications.push_back({{"id", listed.entry->id},
                                 {"name", listed.entry->name},

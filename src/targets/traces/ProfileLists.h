@@ -27,7 +27,7 @@ std::vector<ListedProfile> profilesOfInstalls(std::string_view bytes);
 Result<std::vector<ListedProfile>> profilesOfLocalState(std::string_view bytes);
 
 /// Those of a profile store, a database that Firefox keeps beside profiles.ini since profiles can
-/// be switched in its window. Read as it is on the disk: nothing is written.
+/// be switched in its window, with what waits in its log. Nothing on the disk is touched.
 Result<std::vector<ListedProfile>> profilesOfStore(const std::string& path);
 
 }  // namespace dorvanel::traces

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 #include "base/PathComponents.h"
 #include "platform/FileManager.h"
@@ -32,6 +33,10 @@ bool isPlain(std::string_view path) {
     return !path.empty() && path.size() < 4096;
 }
 
+std::string reasonOf(const Error& error) {
+    return error.detail.empty() ? std::generic_category().message(error.code) : error.detail;
+}
+
 /// Collects the profiles of one root.
 class Search {
   public:
@@ -52,7 +57,7 @@ class Search {
             if (listed) {
                 addAll(listed.value());
             } else {
-                obstacles_.push_back({store.path, listed.error().detail});
+                obstacles_.push_back({store.path, reasonOf(listed.error())});
             }
         }
     }
@@ -85,7 +90,7 @@ class Search {
         if (!finder_.isFile(root_, {{name, true}})) return {};
         const auto bytes = platform::readWholeFile(path, largestList, root_);
         if (!bytes) {
-            obstacles_.push_back({path, bytes.error().message()});
+            obstacles_.push_back({path, reasonOf(bytes.error())});
             return {};
         }
         if (!bytes.value()) return {};

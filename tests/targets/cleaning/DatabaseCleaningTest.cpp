@@ -286,8 +286,13 @@ TEST_F(DatabaseCleaningTest, IconsAreTakenByWhatTheHistoryWillHave) {
         SampleDatabase database(icons);
         makeFavicons(database, trace, kept);
     }
-    const cleaning::DatabaseRequest request{
-        icons, {{"p", path}}, {shippedStep("firefox", "icons", "favicons.sqlite")}};
+    cleaning::DatabaseRequest request =
+        requestOf(icons,
+                  "DELETE FROM moz_pages_w_icons WHERE page_url NOT IN "
+                  "(SELECT url FROM p.moz_places)");
+    request.steps[0].run.push_back(
+        {{}, "DELETE FROM moz_icons WHERE id NOT IN (SELECT icon_id FROM moz_icons_to_pages)"});
+    request.attach = {{"p", path}};
     const auto now = cleaner.countRows(request, {});
     ASSERT_TRUE(now.ok()) << told(now);
     EXPECT_THAT(now.value(), ElementsAre(0));

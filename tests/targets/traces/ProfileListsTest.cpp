@@ -80,6 +80,25 @@ TEST(ProfileStoreTest, ProfilesThatOnlyTheStoreKnowsAreListed) {
                 ElementsAre(ListedProfile{"/home/a", ""}, ListedProfile{"b.second", "Second"}));
 }
 
+TEST(ProfileStoreTest, AProfileThatStillWaitsInTheLogIsListedAndTheLogStaysAsItIs) {
+    const TemporaryFolder folder;
+    test::python(
+        folder.path(),
+        "import os, sqlite3\n"
+        "d = sqlite3.connect('s.sqlite')\n"
+        "d.execute('PRAGMA journal_mode=wal')\n"
+        "d.execute('CREATE TABLE Profiles(id INTEGER PRIMARY KEY, path TEXT, name TEXT)')\n"
+        "d.execute(\"INSERT INTO Profiles VALUES(1, 'a.new', 'New')\")\n"
+        "d.commit()\n"
+        "os._exit(0)\n");
+    const std::string log = test::readFile(folder / "s.sqlite-wal");
+    ASSERT_FALSE(log.empty());
+    const auto listed = profilesOfStore(folder / "s.sqlite");
+    ASSERT_TRUE(listed) << listed.error().message();
+    EXPECT_THAT(listed.value(), ElementsAre(ListedProfile{"a.new", "New"}));
+    EXPECT_EQ(test::readFile(folder / "s.sqlite-wal"), log);
+}
+
 TEST(ProfileStoreTest, WhatIsNoStoreIsAnErrorAndStaysAsItIs) {
     const TemporaryFolder folder;
     writeFile(folder / "text.sqlite", "no database at all, but long enough to look at it twice");
