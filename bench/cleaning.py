@@ -203,7 +203,7 @@ class Medium:
 class Program:
     def __init__(self, name, before, command):
         self.name, self.before, self.command = name, before, command
-        self.walls, self.cpus, self.peaks, self.left = [], [], [], []
+        self.walls, self.cpus, self.left = [], [], []
 
     def run(self, medium, log):
         environment = {
@@ -223,7 +223,6 @@ class Program:
         subprocess.run(["sync", "-f", medium.mount], check=True)
         self.walls.append(time.monotonic() - start)
         self.cpus.append(usage.ru_utime + usage.ru_stime)
-        self.peaks.append(usage.ru_maxrss)
         if process.returncode != 0:
             raise RuntimeError(
                 f"{self.name} ended with status {process.returncode}, see {log.name}"
@@ -288,7 +287,6 @@ def row(program, ours):
         f"{min(program.walls):.2f}-{max(program.walls):.2f}",
         f"{median / statistics.median(ours.walls):.2f}",
         f"{statistics.median(program.cpus):.2f}",
-        f"{max(program.peaks) / 1024:.0f}",
         *(f"{worst[sort]:,}" for sort in ("visited", "fetched", "cached")),
     ]
 
@@ -351,7 +349,6 @@ def main():
         "range",
         "x dorvanel",
         "CPU s",
-        "peak MiB",
         "Firefox pages",
         "Chromium pages",
         "cache blocks",
