@@ -15,7 +15,7 @@ struct Variable {
     std::string_view standard;  ///< below the home folder, where the variable says nothing
 };
 
-/// As the XDG Base Directory Specification has them.
+/// As the desktops of freedesktop.org agreed on them.
 constexpr Variable variables[] = {{"XDG_CONFIG_HOME", "/.config"},
                                   {"XDG_CACHE_HOME", "/.cache"},
                                   {"XDG_DATA_HOME", "/.local/share"},
@@ -28,7 +28,7 @@ std::string written(const std::string& root) {
     for (const Variable& variable : variables) {
         if (!root.starts_with("$" + std::string(variable.name))) continue;
         const char* set = std::getenv(variable.name.data());
-        // A relative path is none, by the same specification.
+        // A relative path is none, as they agreed too.
         const bool isSet = set != nullptr && set[0] == '/';
         return (isSet ? set : home + std::string(variable.standard)) +
                root.substr(variable.name.size() + 1);
