@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/linux/CallAgain.h"
 #include "platform/linux/RenameWithoutReplacing.h"
 
 namespace dorvanel::platform {
@@ -18,21 +19,6 @@ namespace {
 
 constexpr int openAlways = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
-
-template <typename Call>
-auto called(Call call) {
-    auto returned = call();
-    while (returned < 0 && errno == EINTR) returned = call();
-    return returned < 0 ? -errno : returned;
-}
-
-EntryKind kindOfMode(mode_t mode) {
-    if (S_ISREG(mode)) return EntryKind::regular;
-    if (S_ISDIR(mode)) return EntryKind::folder;
-    if (S_ISLNK(mode)) return EntryKind::link;
-    if (S_ISSOCK(mode)) return EntryKind::socket;
-    return S_ISFIFO(mode) ? EntryKind::fifo : EntryKind::device;
-}
 
 std::int64_t nanoseconds(const timespec& time) {
     return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;

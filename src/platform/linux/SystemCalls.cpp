@@ -21,6 +21,7 @@
 #include <cstring>
 #include <fstream>
 #include <thread>
+#include "platform/linux/CallAgain.h"
 #include "platform/linux/RenameWithoutReplacing.h"
 
 namespace dorvanel::platform {
@@ -30,23 +31,6 @@ static_assert(SystemCalls::workingFolder == AT_FDCWD);
 
 constexpr int openForOverwriting = O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr int openForListing = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-
-/// What a call returns, or the negated errno. Made again as long as a signal interrupts it: on
-/// network and user-space file systems any call may be.
-template <typename Call>
-auto called(Call call) {
-    auto returned = call();
-    while (returned < 0 && errno == EINTR) returned = call();
-    return returned < 0 ? -errno : returned;
-}
-
-EntryKind kindOfMode(mode_t mode) {
-    if (S_ISREG(mode)) return EntryKind::regular;
-    if (S_ISDIR(mode)) return EntryKind::folder;
-    if (S_ISLNK(mode)) return EntryKind::link;
-    if (S_ISSOCK(mode)) return EntryKind::socket;
-    return S_ISFIFO(mode) ? EntryKind::fifo : EntryKind::device;
-}
 
 EntryKind kindOfEntry(unsigned char type) {
     return type == DT_UNKNOWN ? EntryKind::unknown : kindOfMode(static_cast<mode_t>(DTTOIF(type)));
