@@ -106,10 +106,10 @@ void ShreddingRun::shredList(const Work& work, RunReport& report) {
         report.outcome = engine.outcome();
         return;
     }
-    addSkipped(report);
     FileAccess::Others others{
         .paths = parts_.traces.carryOut([&engine] { return engine.stopRequested(); }),
         .unlogged = std::exchange(usedJournals_, {})};
+    addSkipped(report);
     engine.shredDroppedFile(parts_.mPathArray, others);
     report.outcome = engine.outcome();
     parts_.traces.finish(report.outcome);

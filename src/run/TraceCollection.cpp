@@ -62,7 +62,7 @@ class TraceCollection::OfApplication {
 
     void shred(const std::string& path) {
         kalvet_logger("Shred: " + pathFromHome(path));
-        owner_.paths_.push_back(path);
+        owner_.doomed_.push_back({path, &entry_});
     }
 
     /// What a run that was killed left beside a file; before anything new is made there.
@@ -234,7 +234,7 @@ void TraceCollection::tell(const std::string& path, const char* operation, int c
 }
 
 void TraceCollection::clear() {
-    paths_.clear();
+    doomed_.clear();
     cleanings_.clear();
     skipped_.clear();
     faults_.clear();
@@ -244,32 +244,64 @@ void TraceCollection::clear() {
 }
 
 bool TraceCollection::isEmpty() const {
-    return paths_.empty() && cleanings_.empty() && troubles_.empty();
+    return doomed_.empty() && cleanings_.empty() && troubles_.empty();
+}
+
+std::vector<std::string> TraceCollection::doomedPaths() const {
+    std::vector<std::string> all;
+    for (const Doomed& doomed : doomed_) all.push_back(doomed.path);
+    return all;
 }
 
 std::vector<std::string> TraceCollection::paths() const {
-    std::vector<std::string> all = paths_;
+    std::vector<std::string> all = doomedPaths();
     for (const Cleaning& cleaning : cleanings_) all.push_back(cleaning.prepared->path());
     return all;
 }
 
 std::vector<std::string> TraceCollection::carryOut(const std::function<bool()>& stopped) {
-    for (Cleaning& cleaning : cleanings_) {
-        const auto stillMay = [&] {
-            return !stopped() && parts_.running.running({cleaning.entry}).empty();
-        };
-        if (auto trouble = cleaning.prepared->commit(stillMay, paths_)) {
-            if (!stopped()) {
-                tell(cleaning.prepared->path(), "clean", trouble->error.code, textOf(*trouble));
-            }
-            continue;
+    RunningApplications::Entries entries;
+    const auto add = [&](const catalogue::Entry* entry) {
+        if (std::ranges::find(entries, entry) == entries.end()) entries.push_back(entry);
+    };
+    for (const Doomed& doomed : doomed_) add(doomed.entry);
+    for (const Cleaning& cleaning : cleanings_) add(cleaning.entry);
+    if (entries.empty()) return {};
+    for (const catalogue::Entry* entry : parts_.running.running(entries)) leaveAlone(*entry);
+
+    std::vector<std::string> list = doomedPaths();
+    for (Cleaning& cleaning : cleanings_) carryOut(cleaning, stopped, list);
+    return list;
+}
+
+/// It has started since it was collected from.
+void TraceCollection::leaveAlone(const catalogue::Entry& entry) {
+    std::erase_if(doomed_, [&](const Doomed& doomed) { return doomed.entry == &entry; });
+    std::erase_if(cleanings_, [&](const Cleaning& cleaning) { return cleaning.entry == &entry; });
+    if (std::ranges::find(skipped_, entry.name) != skipped_.end()) return;
+    kalvet_logger("Skip: " + entry.name + " (running)");
+    skipped_.push_back(entry.name);
+}
+
+void TraceCollection::carryOut(Cleaning& cleaning, const std::function<bool()>& stopped,
+                               std::vector<std::string>& aside) {
+    bool isRunning = false;
+    const auto stillMay = [&] {
+        isRunning = !parts_.running.running({cleaning.entry}).empty();
+        return !stopped() && !isRunning;
+    };
+    if (const auto trouble = cleaning.prepared->commit(stillMay, aside)) {
+        if (isRunning) {
+            kalvet_logger("Skip: " + pathFromHome(cleaning.prepared->path()) + " (running)");
+        } else if (!stopped()) {
+            tell(cleaning.prepared->path(), "clean", trouble->error.code, textOf(*trouble));
         }
-        ++filesCleaned_;
-        if (!cleaning.countsRows) continue;
-        const auto& counts = cleaning.prepared->counts();
-        rowsRemoved_ = std::accumulate(counts.begin(), counts.end(), rowsRemoved_);
+        return;
     }
-    return paths_;
+    ++filesCleaned_;
+    if (!cleaning.countsRows) return;
+    const auto& counts = cleaning.prepared->counts();
+    rowsRemoved_ = std::accumulate(counts.begin(), counts.end(), rowsRemoved_);
 }
 
 void TraceCollection::finish(Outcome& outcome) {

@@ -64,13 +64,19 @@ class TraceCollection final : public OtherApplications {
     [[nodiscard]] const std::vector<std::string>& faults() const { return faults_; }
 
     /// Puts the prepared files in the place of the old ones, unless `stopped` says that somebody
-    /// asked for an end. Returns what is to be shredded, links in it not followed. The worker.
+    /// asked for an end. Returns what is to be shredded, links in it not followed. An application
+    /// that has started meanwhile is left alone, like one that ran before. The worker.
     std::vector<std::string> carryOut(const std::function<bool()>& stopped);
     /// Adds what was cleaned, and what could not be, to the outcome; databases are given free and
     /// everything is forgotten. The worker, after the shredding.
     void finish(Outcome& outcome);
 
   private:
+    /// Something that will be shredded.
+    struct Doomed {
+        std::string path;
+        const catalogue::Entry* entry;
+    };
     /// A file that will be cleaned.
     struct Cleaning {
         cleaning::PreparedFile prepared;
@@ -84,12 +90,16 @@ class TraceCollection final : public OtherApplications {
     std::map<std::string, TraceChoice::Kinds> load();
     [[nodiscard]] RunningApplications::Entries described(
         const std::map<std::string, TraceChoice::Kinds>& chosen) const;
+    [[nodiscard]] std::vector<std::string> doomedPaths() const;
+    void leaveAlone(const catalogue::Entry& entry);
+    void carryOut(Cleaning& cleaning, const std::function<bool()>& stopped,
+                  std::vector<std::string>& aside);
     void tell(const std::string& path, const char* operation, int code, std::string reason);
 
     Parts parts_;
     catalogue::Catalogue catalogue_;
     std::unique_ptr<cleaning::Cleaner> cleaner_;
-    std::vector<std::string> paths_;
+    std::vector<Doomed> doomed_;
     std::vector<Cleaning> cleanings_;
     std::vector<std::string> skipped_;
     std::vector<std::string> faults_;

@@ -253,18 +253,35 @@ TEST_F(TracesRunTest, WhereProcessesCannotBeListedEveryApplicationMayRun) {
     EXPECT_THAT(reports.back().skipped, Contains("Lynx"));
 }
 
-TEST_F(TracesRunTest, AnApplicationThatStartsBeforeTheExchangeKeepsItsDatabase) {
+TEST_F(TracesRunTest, AnApplicationThatStartsBeforeTheShreddingIsLeftAlone) {
     addPlaces();
-    choose({"history"});
-    const std::string before = readFile(data() / "places.db");
-    // The second listing is the one before the exchange.
+    writeFile(data() / "cache/a", "canary");
+    choose({"history", "cache"});
+    const auto before = everything();
+    // The first listing is the collecting's.
     programs.onList = [this] {
         if (programs.lists == 2) programs.start("/usr/bin/lynx");
     };
     runOnce();
+    EXPECT_EQ(everything(), before);
+    EXPECT_EQ(outcome().notCleaned, 0U);
+    EXPECT_EQ(outcome().allTroubles, 0U);
+    EXPECT_THAT(reports.back().skipped, Contains("Lynx"));
+    EXPECT_THAT(logLines(), Contains("Skip: Lynx (running)"));
+}
+
+TEST_F(TracesRunTest, AnApplicationThatStartsJustBeforeTheExchangeKeepsItsDatabase) {
+    addPlaces();
+    choose({"history"});
+    const std::string before = readFile(data() / "places.db");
+    programs.onList = [this] {
+        if (programs.lists == 3) programs.start("/usr/bin/lynx");
+    };
+    runOnce();
     EXPECT_EQ(readFile(data() / "places.db"), before);
     EXPECT_EQ(std::distance(fs::directory_iterator(data()), {}), 1);
-    EXPECT_EQ(outcome().notCleaned, 1U);
+    EXPECT_EQ(outcome().notCleaned, 0U);
+    EXPECT_THAT(logLines(), Contains("Skip: ~/.lynx/places.db (running)"));
 }
 
 TEST_F(TracesRunTest, ADamagedDatabaseStaysAsItIsAndIsNamed) {
