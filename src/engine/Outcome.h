@@ -7,16 +7,32 @@
 
 namespace dorvanel {
 
-/// What a shredding request did, and what it could not do. The run itself goes on in silence; the
-/// front ends show this.
-struct Outcome {
+/// What became of one item of a request.
+struct ItemOutcome {
     /// Something that did not go as it should.
     struct Trouble {
         std::string path;       ///< bytes; where the thing is, or was, at that moment
         std::string operation;  ///< "open", "write", "remove" and the like
         int code = 0;           ///< errno
-        std::string reason;     ///< in words, where the errno has none; else empty
+        std::string reason{};   ///< in words, where the errno has none; else empty
+        std::string was{};  ///< where it lay before it was moved; "" where it was not, or unknown
     };
+
+    std::string path;                   ///< of the item, as it was given
+    std::uint64_t overwritten = 0;      ///< files wholly overwritten, empty ones too
+    std::uint64_t bytes = 0;            ///< their sizes, passes and slack not counted
+    std::uint64_t removed = 0;          ///< files, links and the like, and folders
+    std::uint64_t verified = 0;         ///< files whose last pass was read back, empty ones too
+    std::uint64_t rows = 0;             ///< rows or keys that a cleaned file has lost
+    std::vector<Trouble> left{};        ///< what is still there
+    std::vector<Trouble> unwritten{};   ///< what went without being wholly overwritten
+    std::vector<Trouble> unverified{};  ///< what read back otherwise, or could not be read back
+};
+
+/// What a shredding request did, and what it could not do. The run itself goes on in silence; the
+/// front ends show this.
+struct Outcome {
+    using Trouble = ItemOutcome::Trouble;
     /// Troubles that are kept word by word; beyond, they are only counted.
     static constexpr std::size_t keptTroubles = 1000;
 
@@ -34,14 +50,16 @@ struct Outcome {
     std::uint64_t notCleaned = 0;        ///< what was to be cleaned, or looked at, and could not be
     bool stopped = false;                ///< ended early because somebody asked
 
-    std::uint64_t allTroubles = 0;  ///< also those that are only counted
-    std::vector<Trouble> troubles;  ///< in the order they were met
-    std::vector<std::string> left;  ///< after a stop: holding folders and items not done
+    std::uint64_t allTroubles = 0;     ///< also those that are only counted
+    std::vector<Trouble> troubles;     ///< in the order they were met
+    std::vector<std::string> left;     ///< after a stop: holding folders and items not done
+    std::vector<ItemOutcome> perItem;  ///< of each item of the request that existed, in its order
 
     void note(std::string path, std::string operation, int code, std::string reason = {}) {
         ++allTroubles;
         if (troubles.size() < keptTroubles) {
-            troubles.push_back({std::move(path), std::move(operation), code, std::move(reason)});
+            troubles.push_back(
+                {std::move(path), std::move(operation), code, std::move(reason), {}});
         }
     }
 };
