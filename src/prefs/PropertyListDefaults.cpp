@@ -22,8 +22,8 @@ namespace fs = std::filesystem;
 
 class PropertyListDefaults final : public platform::UserDefaults {
   public:
-    PropertyListDefaults(std::string path, std::function<void(const Error&)> report)
-        : path_(std::move(path)), report_(std::move(report)) {
+    PropertyListDefaults(std::string path, std::function<void(const Error&)> report, Saving saving)
+        : path_(std::move(path)), report_(std::move(report)), saving_(saving) {
         const Result<Done> loaded = load();
         if (loaded) return;
         trouble_ = loaded.error();
@@ -56,6 +56,7 @@ class PropertyListDefaults final : public platform::UserDefaults {
 
     Result<Done> synchronize() override {
         if (trouble_) return *trouble_;
+        if (saving_ == Saving::never) return Done{};
         return changes_.empty() ? load() : save();
     }
 
@@ -189,6 +190,7 @@ class PropertyListDefaults final : public platform::UserDefaults {
 
     std::string path_;
     std::function<void(const Error&)> report_;
+    Saving saving_;
     /// Why the file could not be read when it was first; nothing is known then.
     std::optional<Error> trouble_;
     /// The file as last read, with the changes made since.
@@ -208,8 +210,9 @@ std::string userDefaultsPath() {
 }
 
 std::unique_ptr<platform::UserDefaults> openUserDefaults(std::string path,
-                                                         std::function<void(const Error&)> report) {
-    return std::make_unique<PropertyListDefaults>(std::move(path), std::move(report));
+                                                         std::function<void(const Error&)> report,
+                                                         Saving saving) {
+    return std::make_unique<PropertyListDefaults>(std::move(path), std::move(report), saving);
 }
 
 }  // namespace dorvanel

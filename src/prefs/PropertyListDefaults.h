@@ -29,7 +29,12 @@ std::string userDefaultsPath();
 /// lock, so that of two processes neither undoes what the other changed. A value set to what this
 /// process already read or wrote is no change. Where nothing changed, nothing is written; nor is a
 /// list that could not be read back, being too large for example.
+///
+/// With `Saving::never` no file is ever touched: changes are kept in memory, and `synchronize` does
+/// nothing.
+enum class Saving { allowed, never };
 std::unique_ptr<platform::UserDefaults> openUserDefaults(std::string path,
-                                                         std::function<void(const Error&)> report);
+                                                         std::function<void(const Error&)> report,
+                                                         Saving saving = Saving::allowed);
 
 }  // namespace dorvanel

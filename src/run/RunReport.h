@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/Outcome.h"
+#include "engine/Plan.h"
 #include "run/Activity.h"
 
 namespace dorvanel {
@@ -30,7 +31,10 @@ enum class Refusal {
 /// What a request did, for the front ends to show.
 struct RunReport {
     RunResult result = RunResult::completed;
-    Outcome outcome;                   ///< empty but for a completed request
+    Outcome outcome;  ///< empty but for a completed request
+    /// What was shredded, item by item with its outcome, where plans are kept; what was passed over
+    /// in any case.
+    Plan plan{};
     std::vector<std::string> skipped;  ///< applications passed over because they run
     /// Descriptions of applications that could not be used, each a line for people.
     std::vector<std::string> catalogueFaults{};

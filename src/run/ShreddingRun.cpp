@@ -184,27 +184,10 @@ bool ShreddingRun::applicationsQuit() {
 /// Has the collectors fill the shred list, application by application. False when the run was given
 /// up meanwhile.
 bool ShreddingRun::collect() {
-    skipped_.clear();
-    for (const SupportedApplication* application : runOrder) {
-        if (!application->hasCollectors()) continue;
-        if (state_.now() != Activity::collecting) return false;
-        // Where nobody can tell what runs, everything may.
-        if (!parts_.browserWatch.isKnown() ||
-            isRunning(*application, parts_.browserWatch.isRunning())) {
-            skipped_.emplace_back(application->shownName());
-            continue;
-        }
-        for (const Collector& collector : application->collectors) {
-            parts_.collectors.collect({*application, collector});
-        }
-    }
-    usedJournals_ = parts_.collectors.takeUsedJournals();
-    if (mLogoutShutdownRestart == 1) {
-        mLogoutShutdownRestart = 0;
-        parts_.collectors.QuicktimeCache();
-    }
-    parts_.traces.collect([this] { return state_.now() != Activity::collecting; });
-    return state_.now() == Activity::collecting;
+    const bool isWhole = collection_.collect(
+        mLogoutShutdownRestart == 1, [this] { return state_.now() != Activity::collecting; });
+    if (isWhole) mLogoutShutdownRestart = 0;
+    return isWhole;
 }
 
 bool ShreddingRun::hasNothingToDo() const {
@@ -235,7 +218,7 @@ void ShreddingRun::end(RunResult result) {
         parts_.mPathArray.clear();
         kalvet_logger_close();
     }
-    parts_.traces.clear();
+    collection_.clear();
     mAwaitingConfirmation = 0;
     state_.end();
     parts_.observer.runEnded(report);
@@ -243,9 +226,8 @@ void ShreddingRun::end(RunResult result) {
 
 /// Applications that were passed over, the described ones first, and what descriptions lack.
 void ShreddingRun::addSkipped(RunReport& report) const {
-    report.skipped = skipped_;
-    const std::vector<std::string>& ofToday = parts_.traces.skipped();
-    report.skipped.insert(report.skipped.end(), ofToday.begin(), ofToday.end());
+    report.skipped = collection_.skipped();
+    report.plan.skipped = collection_.skips();
     report.catalogueFaults = parts_.traces.faults();
 }
 

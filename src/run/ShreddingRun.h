@@ -3,7 +3,9 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/FileAccess.h"
@@ -13,6 +15,7 @@
 #include "platform/Worker.h"
 #include "prefs/PreferenceReader.h"
 #include "run/Activity.h"
+#include "run/RunCollection.h"
 #include "run/RunReport.h"
 #include "run/TraceCollection.h"
 #include "targets/Collectors.h"
@@ -47,7 +50,13 @@ class ShreddingRun {
     };
 
     explicit ShreddingRun(Parts parts)
-        : parts_(parts), state_([this](Activity now) { parts_.observer.activityChanged(now); }) {}
+        : parts_(parts),
+          collection_({.browserWatch = parts.browserWatch,
+                       .collectors = parts.collectors,
+                       .mPathArray = parts.mPathArray,
+                       .traces = parts.traces},
+                      TraceCollection::Purpose::shredding),
+          state_([this](Activity now) { parts_.observer.activityChanged(now); }) {}
     /// Waits for the worker.
     ~ShreddingRun() { waitForWorker(); }
     ShreddingRun(const ShreddingRun&) = delete;
@@ -90,6 +99,11 @@ class ShreddingRun {
     /// What follows a run.
     enum ShutdownStatus : std::int16_t { nothing, logout, shutdown, restart };
 
+    /// Reports get the plan of what was shredded, measured by `measure` on the worker before
+    /// anything is touched. Before the first request.
+    using Measure = std::function<Plan(const std::vector<RunItem>& items)>;
+    void keepPlans(Measure measure) { measure_ = std::move(measure); }
+
     // The flags, for who wants to know; they follow what goes on and do not steer it. Any thread.
 
     /// Workers started and not yet finished.
@@ -122,6 +136,7 @@ class ShreddingRun {
     bool collect();
     [[nodiscard]] bool hasNothingToDo() const;
     void shredList(const Work& work, RunReport& report);
+    void shredCollected(RunReport& report);
     bool mayStartHandedOver();
     Refusal reasonToRefuse() const;
     [[nodiscard]] std::vector<std::string> pathsOf(const Work& work) const;
@@ -133,7 +148,9 @@ class ShreddingRun {
     void refuse(Refusal refusal, bool handedOver);
 
     Parts parts_;
+    RunCollection collection_;
     ActivityState state_;
+    Measure measure_;
     std::atomic<std::int16_t> mThreadCount = 0;
     std::atomic<std::int8_t> mAppNeedsToTerminate = 0;
     std::atomic<std::int8_t> mAwaitingConfirmation = 0;
@@ -144,10 +161,6 @@ class ShreddingRun {
     /// that is refused makes of that meanwhile. Main thread.
     std::int16_t ending_ = nothing;
     std::vector<HeldItem> handedOver_;  ///< the worker's while it works
-    std::vector<std::string> skipped_;
-    /// Of databases that collectors changed in place; they go with the list and are not in it.
-    /// Where nothing comes of the run, the next one finds them again.
-    std::vector<std::string> usedJournals_;
 };
 
 }  // namespace dorvanel

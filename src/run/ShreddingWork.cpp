@@ -31,7 +31,6 @@ bool ShreddingRun::mayStartHandedOver() {
         refuse(refusal, true);
         return false;
     }
-    skipped_.clear();
     return true;
 }
 
@@ -62,7 +61,7 @@ bool ShreddingRun::startWorker(const Work& work) {
     handedOver_.clear();
     if (!work.handedOver) {
         parts_.mPathArray.clear();
-        parts_.traces.clear();
+        collection_.clear();
     }
     kalvet_logger("Dorvanel *not* Initiated - no thread available");
     kalvet_logger("");
@@ -100,18 +99,22 @@ void ShreddingRun::HandleThread(const Work& work) {
 }
 
 void ShreddingRun::shredList(const Work& work, RunReport& report) {
+    if (!work.handedOver) return shredCollected(report);
     FileAccess& engine = parts_.fileAccessInstance;
-    if (work.handedOver) {
-        engine.shredItems(handedOver_);
-        report.outcome = engine.outcome();
-        return;
-    }
+    engine.shredItems(handedOver_);
+    report.outcome = engine.outcome();
+}
+
+void ShreddingRun::shredCollected(RunReport& report) {
+    FileAccess& engine = parts_.fileAccessInstance;
+    if (measure_) report.plan = measure_(collection_.items());
     FileAccess::Others others{
         .paths = parts_.traces.carryOut([&engine] { return engine.stopRequested(); }),
-        .unlogged = std::exchange(usedJournals_, {})};
+        .unlogged = collection_.takeUsedJournals()};
     addSkipped(report);
     engine.shredDroppedFile(parts_.mPathArray, others);
     report.outcome = engine.outcome();
+    if (measure_) addOutcomes(report.plan, collection_.items(), report.outcome);
     parts_.traces.finish(report.outcome);
 }
 

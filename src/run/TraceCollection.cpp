@@ -16,6 +16,7 @@
 namespace dorvanel {
 
 using cleaning::Cleaned;
+using cleaning::Fault;
 using cleaning::PreparedFile;
 using cleaning::Trouble;
 using traces::FoundTraces;
@@ -38,7 +39,7 @@ class TraceCollection::OfApplication {
 
     void collect() {
         for (const traces::Obstacle& obstacle : found_.obstacles) {
-            skip(obstacle.path, "unreadable");
+            skip(obstacle.path, Fault::unreadable, obstacle.reason);
             owner_.tell(obstacle.path, "look at", 0, obstacle.reason);
         }
         findLeftovers();
@@ -47,29 +48,68 @@ class TraceCollection::OfApplication {
             if (stop_()) return;
             if (!done_.insert({item->action == Action::shred, item->path}).second) continue;
             if (item->action == Action::shred) {
-                shred(item->path);
+                shred(item->path, *item);
             } else if (!whole_.contains(item->path)) {
-                for (const std::string& leftover : leftovers_[item->path]) shred(leftover);
+                for (const std::string& leftover : leftovers_[item->path]) shred(leftover, *item);
                 take(*item);
             }
         }
     }
 
   private:
-    static void skip(const std::string& path, const std::string& reason) {
-        kalvet_logger("Skip: " + pathFromHome(path) + " (" + reason + ")");
+    using Counts = std::vector<std::uint64_t>;
+
+    /// What is taken of one file: a new one that waits, where it was prepared; nothing where there
+    /// is nothing to take.
+    struct Taking {
+        Counts counts;
+        PreparedFile prepared;
+    };
+
+    [[nodiscard]] bool onlyLooks() const { return owner_.purpose_ == Purpose::looking; }
+
+    void skip(const std::string& path, Fault fault, const std::string& reason) {
+        kalvet_logger("Skip: " + pathFromHome(path) + " (" + wordFor(fault) + ")");
+        owner_.skips_.push_back(
+            {.path = path, .application = entry_.id, .reason = reasonOf(fault), .detail = reason});
     }
 
-    void shred(const std::string& path) {
+    static PlanSkip::Reason reasonOf(Fault fault) {
+        switch (fault) {
+            case Fault::locked:
+                return PlanSkip::Reason::locked;
+            case Fault::corrupt:
+                return PlanSkip::Reason::corrupt;
+            case Fault::unreadable:
+            case Fault::failed:
+                break;
+        }
+        return PlanSkip::Reason::unreadable;
+    }
+
+    PlanItem& add(const std::string& path, PlanItem::Action action, const TraceItem& item,
+                  const std::string& kind) {
+        RunItem& added = owner_.items_.emplace_back(
+            RunItem{.item = {.path = path, .action = action}, .place = path});
+        added.item.application = entry_.id;
+        added.item.trace = kind;
+        added.item.profile = item.profile;
+        return added.item;
+    }
+
+    void shred(const std::string& path, const TraceItem& item) {
         kalvet_logger("Shred: " + pathFromHome(path));
         owner_.doomed_.push_back({path, &entry_});
+        add(path, PlanItem::Action::shred, item, item.trace->kind);
+        owner_.items_.back().handedOver = {path};
     }
 
     /// What a run that was killed left beside a file; before anything new is made there.
     void findLeftovers() {
         for (const TraceItem* item : items_) {
             if (item->action == Action::shred || whole_.contains(item->path)) continue;
-            leftovers_[item->path] = cleaning::Cleaner::leftovers(item->path);
+            leftovers_[item->path] = onlyLooks() ? cleaning::Cleaner::seenLeftovers(item->path)
+                                                 : cleaning::Cleaner::leftovers(item->path);
         }
     }
 
@@ -80,13 +120,27 @@ class TraceCollection::OfApplication {
                 if (stop_()) return;
                 if (item->action != Action::clean || item->attach.empty() == attaches) continue;
                 if (whole_.contains(item->path) || databases_.contains(item->path)) continue;
-                databases_.emplace(item->path,
-                                   owner_.cleaner_->prepareDatabase(requestFor(item->path), stop_));
+                databases_.emplace(item->path, takeRows(requestFor(item->path)));
             }
         }
     }
 
-    cleaning::DatabaseRequest requestFor(const std::string& path) const {
+    Cleaned<Taking> takeRows(cleaning::DatabaseRequest request) {
+        if (!onlyLooks()) {
+            auto prepared = owner_.cleaner_->prepareDatabase(request, stop_);
+            if (!prepared) return prepared.trouble();
+            Counts counts = prepared.value()->counts();
+            return Taking{std::move(counts), std::move(prepared.value())};
+        }
+        for (const auto& [path, taking] : databases_) {
+            if (taking) request.before.push_back(requestFor(path));
+        }
+        auto counts = owner_.cleaner_->countRows(request, stop_);
+        if (!counts) return counts.trouble();
+        return Taking{std::move(counts.value()), nullptr};
+    }
+
+    [[nodiscard]] cleaning::DatabaseRequest requestFor(const std::string& path) const {
         cleaning::DatabaseRequest request{.path = path, .attach = {}, .steps = {}};
         for (const TraceItem* item : items_) {
             if (item->action != Action::clean || item->path != path) continue;
@@ -96,7 +150,7 @@ class TraceCollection::OfApplication {
         return request;
     }
 
-    std::vector<cleaning::JsonStep> keysFor(const std::string& path) const {
+    [[nodiscard]] std::vector<cleaning::JsonStep> keysFor(const std::string& path) const {
         std::vector<cleaning::JsonStep> steps;
         for (const TraceItem* item : items_) {
             if (item->action != Action::json || item->path != path) continue;
@@ -105,34 +159,81 @@ class TraceCollection::OfApplication {
         return steps;
     }
 
+    Cleaned<Taking> takeKeys(const std::string& path) {
+        if (onlyLooks()) {
+            auto counts = owner_.cleaner_->countKeys(path, keysFor(path));
+            if (!counts) return counts.trouble();
+            return Taking{std::move(counts.value()), nullptr};
+        }
+        return taken(owner_.cleaner_->prepareJson(path, keysFor(path)));
+    }
+
+    Cleaned<Taking> takeAll(const std::string& path) {
+        if (!onlyLooks()) return taken(owner_.cleaner_->prepareEmpty(path));
+        auto size = owner_.cleaner_->sizeToEmpty(path);
+        if (!size) return size.trouble();
+        return Taking{{size.value()}, nullptr};
+    }
+
+    static Cleaned<Taking> taken(Cleaned<PreparedFile> prepared) {
+        if (!prepared) return prepared.trouble();
+        if (prepared.value() == nullptr) return Taking{};
+        Counts counts = prepared.value()->counts();
+        return Taking{std::move(counts), std::move(prepared.value())};
+    }
+
     void take(const TraceItem& item) {
         if (item.action == Action::clean) {
             const auto found = databases_.find(item.path);
-            if (found != databases_.end()) take(item, found->second, "row");
-        } else if (item.action == Action::json) {
-            auto prepared = owner_.cleaner_->prepareJson(item.path, keysFor(item.path));
-            take(item, prepared, "key");
+            if (found != databases_.end()) take(item, found->second);
         } else {
-            auto prepared = owner_.cleaner_->prepareEmpty(item.path);
-            take(item, prepared, "");
+            auto taking = item.action == Action::json ? takeKeys(item.path) : takeAll(item.path);
+            take(item, taking);
         }
     }
 
-    /// `unit`: what is counted; "" for a file that is emptied, and whose old contents go whole.
-    void take(const TraceItem& item, Cleaned<PreparedFile>& prepared, const std::string& unit) {
-        if (!prepared) {
-            const Trouble& trouble = prepared.trouble();
-            skip(item.path, wordFor(trouble.fault));
+    void take(const TraceItem& item, Cleaned<Taking>& taking) {
+        if (!taking) {
+            const Trouble& trouble = taking.trouble();
+            skip(item.path, trouble.fault, textOf(trouble));
             owner_.tell(item.path, "clean", trouble.error.code, textOf(trouble));
             return;
         }
-        if (prepared.value() == nullptr) return;  // there is nothing in it to take
-        const auto& counts = prepared.value()->counts();
+        const Counts& counts = taking.value().counts;
         const std::uint64_t count = std::accumulate(counts.begin(), counts.end(), std::uint64_t{0});
+        const bool isNothing = onlyLooks() ? count == 0 : taking.value().prepared == nullptr;
+        // A database without such rows is written anew all the same: free pages may hold some.
+        if (isNothing && item.action != Action::clean) return;
+        const char* unit = item.action == Action::clean ? "row" : "key";
         kalvet_logger(
-            unit.empty() ? "Shred: " + pathFromHome(item.path)
-                         : fmt::format("Clean: {} ({} {}s)", pathFromHome(item.path), count, unit));
-        owner_.cleanings_.push_back({std::move(prepared.value()), &entry_, unit == "row"});
+            item.action == Action::empty
+                ? "Shred: " + pathFromHome(item.path)
+                : fmt::format("Clean: {} ({} {}s)", pathFromHome(item.path), count, unit));
+        const std::size_t first = owner_.items_.size();
+        addItems(item, counts);
+        if (onlyLooks()) return;
+        owner_.cleanings_.push_back({std::move(taking.value().prepared), &entry_,
+                                     item.action == Action::clean, first,
+                                     owner_.items_.size() - first});
+    }
+
+    /// One for each kind that takes something, one where none does.
+    void addItems(const TraceItem& item, const Counts& counts) {
+        if (item.action == Action::empty) {
+            add(item.path, PlanItem::Action::shred, item, item.trace->kind);
+            return;
+        }
+        std::vector<const TraceItem*> parts;  // as the counts are
+        for (const TraceItem* part : items_) {
+            if (part->action == item.action && part->path == item.path) parts.push_back(part);
+        }
+        const std::size_t before = owner_.items_.size();
+        for (std::size_t i = 0; i < parts.size() && i < counts.size(); ++i) {
+            const bool isLast = i + 1 == parts.size();
+            if (counts[i] == 0 && !(isLast && owner_.items_.size() == before)) continue;
+            PlanItem& added = add(item.path, PlanItem::Action::clean, item, parts[i]->trace->kind);
+            (item.action == Action::clean ? added.rows : added.keys) = counts[i];
+        }
     }
 
     TraceCollection& owner_;
@@ -143,7 +244,7 @@ class TraceCollection::OfApplication {
     std::set<std::string> whole_;          ///< paths that are shredded
     std::set<std::pair<bool, std::string>> done_;
     std::map<std::string, std::vector<std::string>> leftovers_;  ///< by what they lie beside
-    std::map<std::string, Cleaned<PreparedFile>> databases_;
+    std::map<std::string, Cleaned<Taking>> databases_;
 };
 
 TraceCollection::TraceCollection(const Parts& parts)
@@ -186,8 +287,9 @@ std::int16_t TraceCollection::stillRunning() {
     return static_cast<std::int16_t>(parts_.running.running(entries).size());
 }
 
-void TraceCollection::collect(const std::function<bool()>& stop) {
+void TraceCollection::collect(const std::function<bool()>& stop, Purpose purpose) {
     clear();
+    purpose_ = purpose;
     const auto chosen = load();
     if (chosen.empty()) return;
     for (const catalogue::Catalogue::Fault& fault : catalogue_.faults()) {
@@ -200,10 +302,13 @@ void TraceCollection::collect(const std::function<bool()>& stop) {
         kalvet_logger(entry == nullptr ? id : entry->name);
         if (entry == nullptr) {
             kalvet_logger("Unknown - nothing describes where it keeps its traces.");
-            tell(id, "find its traces", 0, "nothing describes it, or its description has a fault");
+            const char* reason = "nothing describes it, or its description has a fault";
+            tell(id, "find its traces", 0, reason);
+            skips_.push_back({.path = {}, .application = id, .detail = reason});
         } else if (std::ranges::find(running, entry) != running.end()) {
             kalvet_logger("Running - quit it to have its traces shredded.");
             skipped_.push_back(entry->name);
+            skips_.push_back({.application = id, .reason = PlanSkip::Reason::running});
         } else {
             collectApplication(*entry, kinds, stop);
         }
@@ -236,6 +341,8 @@ void TraceCollection::tell(const std::string& path, const char* operation, int c
 void TraceCollection::clear() {
     doomed_.clear();
     cleanings_.clear();
+    items_.clear();
+    skips_.clear();
     skipped_.clear();
     faults_.clear();
     troubles_.clear();
@@ -244,7 +351,7 @@ void TraceCollection::clear() {
 }
 
 bool TraceCollection::isEmpty() const {
-    return doomed_.empty() && cleanings_.empty() && troubles_.empty();
+    return items_.empty() && troubles_.empty();
 }
 
 std::vector<std::string> TraceCollection::doomedPaths() const {
@@ -278,6 +385,10 @@ std::vector<std::string> TraceCollection::carryOut(const std::function<bool()>& 
 void TraceCollection::leaveAlone(const catalogue::Entry& entry) {
     std::erase_if(doomed_, [&](const Doomed& doomed) { return doomed.entry == &entry; });
     std::erase_if(cleanings_, [&](const Cleaning& cleaning) { return cleaning.entry == &entry; });
+    for (RunItem& item : items_) {
+        if (item.item.application == entry.id) item.isLeftAlone = true;
+    }
+    skips_.push_back({.application = entry.id, .reason = PlanSkip::Reason::running});
     if (std::ranges::find(skipped_, entry.name) != skipped_.end()) return;
     kalvet_logger("Skip: " + entry.name + " (running)");
     skipped_.push_back(entry.name);
@@ -290,14 +401,30 @@ void TraceCollection::carryOut(Cleaning& cleaning, const std::function<bool()>& 
         isRunning = !parts_.running.running({cleaning.entry}).empty();
         return !stopped() && !isRunning;
     };
-    if (const auto trouble = cleaning.prepared->commit(stillMay, aside)) {
-        if (isRunning) {
-            kalvet_logger("Skip: " + pathFromHome(cleaning.prepared->path()) + " (running)");
-        } else if (!stopped()) {
-            tell(cleaning.prepared->path(), "clean", trouble->error.code, textOf(*trouble));
+    std::vector<std::string>& handedOver = items_[cleaning.item].handedOver;
+    const auto trouble = cleaning.prepared->commit(stillMay, handedOver);
+    aside.insert(aside.end(), handedOver.begin(), handedOver.end());
+    for (std::size_t i = 0; i < cleaning.items; ++i) {
+        RunItem& item = items_[cleaning.item + i];
+        ItemOutcome& outcome = item.item.outcome.emplace();
+        if (!trouble) {
+            outcome.rows = item.item.rows + item.item.keys;
+        } else if (isRunning) {
+            item.isLeftAlone = true;
+        } else {
+            outcome.left.push_back(
+                {cleaning.prepared->path(), "clean", trouble->error.code, textOf(*trouble), {}});
         }
-        return;
     }
+    if (trouble && isRunning) {
+        kalvet_logger("Skip: " + pathFromHome(cleaning.prepared->path()) + " (running)");
+        skips_.push_back({.path = cleaning.prepared->path(),
+                          .application = cleaning.entry->id,
+                          .reason = PlanSkip::Reason::running});
+    } else if (trouble && !stopped()) {
+        tell(cleaning.prepared->path(), "clean", trouble->error.code, textOf(*trouble));
+    }
+    if (trouble) return;
     ++filesCleaned_;
     if (!cleaning.countsRows) return;
     const auto& counts = cleaning.prepared->counts();

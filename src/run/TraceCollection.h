@@ -10,10 +10,12 @@
 #include "apps/TraceChoice.h"
 #include "apps/catalogue/Catalogue.h"
 #include "engine/Outcome.h"
+#include "engine/Plan.h"
 #include "platform/CleaningCalls.h"
 #include "platform/Clock.h"
 #include "platform/SystemCalls.h"
 #include "run/ProcessControl.h"
+#include "run/RunItem.h"
 #include "targets/cleaning/Cleaning.h"
 #include "watch/RunningApplications.h"
 
@@ -47,10 +49,16 @@ class TraceCollection final : public OtherApplications {
     std::int16_t askToQuit() override;
     std::int16_t stillRunning() override;
 
+    /// What a collecting is for.
+    enum class Purpose {
+        shredding,  ///< what is to be cleaned is prepared
+        looking,    ///< nothing on the disk is touched
+    };
+
     /// Finds what is chosen, prepares what is to be cleaned, and writes the lines of it to the
     /// Activity Log. Where nothing is chosen this does nothing at all. `stop` is asked now and
     /// then. Main thread.
-    void collect(const std::function<bool()>& stop);
+    void collect(const std::function<bool()>& stop, Purpose purpose = Purpose::shredding);
     /// Forgets what was collected; files that were prepared go.
     void clear();
 
@@ -58,6 +66,10 @@ class TraceCollection final : public OtherApplications {
     [[nodiscard]] bool isEmpty() const;
     /// What will go, for who wants to know beforehand.
     [[nodiscard]] std::vector<std::string> paths() const;
+    /// The same in the order of the log. `carryOut` says of each what the engine is given for it.
+    [[nodiscard]] std::vector<RunItem>& items() { return items_; }
+    /// What is passed over, and why.
+    [[nodiscard]] const std::vector<PlanSkip>& skips() const { return skips_; }
     /// Applications that were left alone because they run, by name.
     [[nodiscard]] const std::vector<std::string>& skipped() const { return skipped_; }
     /// Faults of descriptions, each a line for people.
@@ -82,6 +94,8 @@ class TraceCollection final : public OtherApplications {
         cleaning::PreparedFile prepared;
         const catalogue::Entry* entry;
         bool countsRows;
+        std::size_t item;   ///< its first one
+        std::size_t items;  ///< how many it has: one for each kind that takes something of it
     };
     class OfApplication;
 
@@ -97,10 +111,13 @@ class TraceCollection final : public OtherApplications {
     void tell(const std::string& path, const char* operation, int code, std::string reason);
 
     Parts parts_;
+    Purpose purpose_ = Purpose::shredding;
     catalogue::Catalogue catalogue_;
     std::unique_ptr<cleaning::Cleaner> cleaner_;
     std::vector<Doomed> doomed_;
     std::vector<Cleaning> cleanings_;
+    std::vector<RunItem> items_;
+    std::vector<PlanSkip> skips_;
     std::vector<std::string> skipped_;
     std::vector<std::string> faults_;
     std::vector<Outcome::Trouble> troubles_;

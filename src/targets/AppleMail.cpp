@@ -66,7 +66,10 @@ void Collectors::updateIndex(const std::string& indexPath) {
             "Envelope Index does not exist - launch Mail 2 to create an Envelope Index database");
         return;
     }
-    const auto index = EnvelopeIndex::open(indexPath, clock_);
+    std::unique_ptr<platform::CleaningCalls> calls;  // of an index that is only looked at
+    if (onlyLooks_) calls = platform::makeCleaningCalls();
+    const auto index = onlyLooks_ ? EnvelopeIndex::openToLook(indexPath, clock_, *calls)
+                                  : EnvelopeIndex::open(indexPath, clock_);
     if (!index) {
         kalvet_logger(
             "Could not open Envelope Index - launch Mail 2 to repair the Envelope Index database");
@@ -81,7 +84,11 @@ void Collectors::updateIndex(const std::string& indexPath) {
     } else {
         removeMessages(*index.value());
     }
+    if (index.value()->removedMessages() > 0) {
+        cleanedIndex_ = {.path = indexPath, .rows = index.value()->removedMessages()};
+    }
     index.value()->close();
+    if (onlyLooks_) return;
     // With those of earlier runs that came to nothing.
     usedJournals_ = cleaning::Cleaner::leftovers(indexPath);
 }

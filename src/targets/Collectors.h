@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "apps/Applications.h"
+#include "platform/CleaningCalls.h"
 #include "platform/Clock.h"
 #include "platform/FileManager.h"
 #include "platform/UserDefaults.h"
@@ -53,6 +58,10 @@ class Collectors {
     Collectors(std::vector<std::string>& pathArray, PreferenceReader& preferences,
                platform::FileManager& files, platform::UserDefaults& defaults,
                platform::Clock& clock);
+
+    /// From now on nothing is changed: the message index is looked at only. `files` must be such
+    /// that moves and copies nothing either.
+    void onlyLook() { onlyLooks_ = true; }
 
     /// Does what the row says: one of the operations below.
     void collect(const CollectorRow& row);
@@ -101,6 +110,18 @@ class Collectors {
         return std::exchange(usedJournals_, {});
     }
 
+    /// The message index that AppleMail20 has taken messages from, or would take them from.
+    struct CleanedIndex {
+        std::string path;
+        std::uint64_t rows = 0;
+    };
+    /// Nothing where none was.
+    [[nodiscard]] std::optional<CleanedIndex> takeCleanedIndex() {
+        return std::exchange(cleanedIndex_, std::nullopt);
+    }
+    /// Where an entry of the shred list lay before it was moved for it, or lies still.
+    [[nodiscard]] const std::map<std::string, std::string>& movedFrom() const { return movedFrom_; }
+
   private:
     [[nodiscard]] bool isEnabled(std::string_view application);
     [[nodiscard]] bool isOn(BoolKey key) const;
@@ -131,6 +152,9 @@ class Collectors {
     platform::Clock& clock_;
     MailboxRows mMailboxRows;
     std::vector<std::string> usedJournals_;
+    std::optional<CleanedIndex> cleanedIndex_;
+    std::map<std::string, std::string> movedFrom_;
+    bool onlyLooks_ = false;
 };
 
 }  // namespace dorvanel

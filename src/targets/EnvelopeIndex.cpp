@@ -71,16 +71,40 @@ int sqlite_mb_callback(void* rows, int count, char** values, char** names) {
 Result<std::unique_ptr<EnvelopeIndex>> EnvelopeIndex::open(const std::string& path,
                                                            platform::Clock& clock) {
     std::unique_ptr<EnvelopeIndex> index(new EnvelopeIndex(path, clock));
+    if (auto opened = index->open(path, index->journals_.registeredName()); !opened) {
+        return opened.error();
+    }
+    return index;
+}
+
+Result<std::unique_ptr<EnvelopeIndex>> EnvelopeIndex::openToLook(const std::string& path,
+                                                                 platform::Clock& clock,
+                                                                 platform::CleaningCalls& calls) {
+    auto held = cleaning::holdDatabase(calls, clock, path, cleaning::Holding::looking);
+    if (!held) return held.trouble().error;
+    std::unique_ptr<EnvelopeIndex> index(new EnvelopeIndex(path, clock));
+    index->held_ = std::move(held.value());
+    index->images_ = std::make_unique<cleaning::ImageFiles>(calls);
+    const std::string name = "index";
+    cleaning::showDatabase(*index->images_, name, *index->held_);
+    if (auto opened = index->open(name, index->images_->registeredName()); !opened) {
+        return opened.error();
+    }
+    // Before anything is read: a log is then read without memory shared with others.
+    static_cast<void>(index->runs("PRAGMA locking_mode=EXCLUSIVE"));
+    return index;
+}
+
+Result<Done> EnvelopeIndex::open(const std::string& name, const char* files) {
     sqlite3* database = nullptr;
     // As sqlite3_open, which would however make a file that has gone since it was looked for.
-    const int result = sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READWRITE,
-                                       index->journals_.registeredName());
-    index->database_.reset(database);  // to be closed after a failure too
-    if (result != SQLITE_OK) return Error{0, "open", path, sqlite3_errstr(result)};
+    const int result = sqlite3_open_v2(name.c_str(), &database, SQLITE_OPEN_READWRITE, files);
+    database_.reset(database);  // to be closed after a failure too
+    if (result != SQLITE_OK) return Error{0, "open", path_, sqlite3_errstr(result)};
     restrain(database);
-    sqlite3_busy_handler(database, &EnvelopeIndex::waitForLock, index.get());
-    sqlite3_progress_handler(database, stepsBetweenCounts, &EnvelopeIndex::countSteps, index.get());
-    return index;
+    sqlite3_busy_handler(database, &EnvelopeIndex::waitForLock, this);
+    sqlite3_progress_handler(database, stepsBetweenCounts, &EnvelopeIndex::countSteps, this);
+    return Done{};
 }
 
 int EnvelopeIndex::waitForLock(void* index, int) {
@@ -135,8 +159,10 @@ Result<Done> EnvelopeIndex::readMailboxes(MailboxRows& rows) {
 std::vector<EnvelopeIndex::Removal> EnvelopeIndex::removeMessages(
     const std::vector<std::string>& rowids) {
     std::vector<Removal> removals;
+    removed_ = 0;
     if (removeTogether(rowids, removals)) return removals;
     removals.clear();
+    removed_ = 0;
     allowTime(removalPatience);
     for (const std::string& rowid : rowids) removals.push_back(removeOne(rowid));
     return removals;
@@ -170,6 +196,7 @@ EnvelopeIndex::Removal EnvelopeIndex::removeOne(const std::string& rowid) {
                                      SQLITE_UTF8);
     }
     if (result != SQLITE_OK || sqlite3_step(prepared) != SQLITE_DONE) return lastError("delete");
+    removed_ += static_cast<std::uint64_t>(sqlite3_changes64(database_.get()));
     return Done{};
 }
 

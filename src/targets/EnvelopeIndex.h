@@ -10,6 +10,8 @@
 
 #include "base/Result.h"
 #include "platform/Clock.h"
+#include "targets/cleaning/HeldDatabase.h"
+#include "targets/cleaning/ImageFiles.h"
 #include "targets/cleaning/KeptJournals.h"
 
 struct sqlite3;
@@ -49,6 +51,11 @@ class EnvelopeIndex {
     /// clock is slept with while the database is locked.
     static Result<std::unique_ptr<EnvelopeIndex>> open(const std::string& path,
                                                        platform::Clock& clock);
+    /// The same for looking only: what is removed is removed in memory, and nothing of the index,
+    /// its logs and locks is touched. `calls` must outlive the index.
+    static Result<std::unique_ptr<EnvelopeIndex>> openToLook(const std::string& path,
+                                                             platform::Clock& clock,
+                                                             platform::CleaningCalls& calls);
     EnvelopeIndex(const EnvelopeIndex&) = delete;
     EnvelopeIndex& operator=(const EnvelopeIndex&) = delete;
 
@@ -63,6 +70,8 @@ class EnvelopeIndex {
     /// one by one where that cannot be had. A text that is a literal is the value that it would be
     /// in a statement; any other is compared as a text and is never part of a statement.
     std::vector<Removal> removeMessages(const std::vector<std::string>& rowids);
+    /// How many messages the last `removeMessages` has removed.
+    [[nodiscard]] std::uint64_t removedMessages() const { return removed_; }
 
     /// Closes the index; nothing else may be asked of it afterwards. The journals and logs that
     /// were used up by then, one that a killed program left before among them, hold what was
@@ -82,6 +91,8 @@ class EnvelopeIndex {
 
     EnvelopeIndex(std::string path, platform::Clock& clock)
         : path_(std::move(path)), clock_(clock) {}
+    /// Opens the file of this name by what the library knows as `files`.
+    Result<Done> open(const std::string& name, const char* files);
     static int waitForLock(void* index, int attempts);
     static int countSteps(void* index);
     static int takeRow(void* reading, int count, char** values, char** names);
@@ -101,7 +112,10 @@ class EnvelopeIndex {
     std::uint64_t steps_ = 0;  ///< of the statement at hand, or of the one that took too many
     std::uint64_t mostSteps_ = 0;
     std::chrono::steady_clock::time_point deadline_;
+    std::uint64_t removed_ = 0;
     cleaning::KeptJournals journals_;
+    std::unique_ptr<cleaning::OldFile> held_;  ///< what is only looked at
+    std::unique_ptr<cleaning::ImageFiles> images_;
     std::unique_ptr<sqlite3, Closer> database_;  ///< ends before what it works through
 };
 

@@ -44,6 +44,7 @@ void Collectors::swapSpam(const std::string& templateFolder) {
     }
     kalvet_logger("Shred: ~/Mail/Mailsmith User Data/Mail/(dorvanelspam)");
     mPathArray.push_back(parked);
+    movedFrom_[parked] = spam;
 }
 
 }  // namespace dorvanel

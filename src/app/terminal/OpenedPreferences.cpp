@@ -4,21 +4,20 @@
 #include "apps/Applications.h"
 #include "platform/AccountFolders.h"
 #include "platform/UserSwitch.h"
-#include "prefs/PropertyListDefaults.h"
 
 namespace dorvanel::terminal {
 
-OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable)
+OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable, Saving saving)
     : terminal_(terminal) {
     const auto report = [&terminal](const Error& error) { terminal.complain(error.message()); };
     const std::string path = userDefaultsPath();
     // Root, who stays root where a command must be able to shred anybody's files, makes no folders
     // in a home whose owner may have put links there.
-    if (!path.empty() && !platform::isRootInAnothersHome()) {
+    if (saving == Saving::allowed && !path.empty() && !platform::isRootInAnothersHome()) {
         const Result<Done> made = platform::makeAccountFolders();
         if (!made) report(made.error());
     }
-    defaults_ = openUserDefaults(path, report);
+    defaults_ = openUserDefaults(path, report, saving);
     PreferencesOwner owner{.defaults = *defaults_, .applications = supportedApplications};
     preferences_ = dorvanel::Preferences::sharedInstance(owner);
     if (!areKnown() && unreadable == Unreadable::stopsIt) {

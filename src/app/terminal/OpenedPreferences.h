@@ -7,6 +7,7 @@
 #include "app/terminal/Terminal.h"
 #include "platform/UserDefaults.h"
 #include "prefs/Preferences.h"
+#include "prefs/PropertyListDefaults.h"
 
 namespace dorvanel::terminal {
 
@@ -20,8 +21,10 @@ class OpenedPreferences {
         isMended,  ///< the command is that way out
     };
 
-    /// `terminal` must outlive the object.
-    explicit OpenedPreferences(Terminal& terminal, Unreadable unreadable = Unreadable::stopsIt);
+    /// `terminal` must outlive the object. With `Saving::never` nothing in the home folder is
+    /// touched.
+    explicit OpenedPreferences(Terminal& terminal, Unreadable unreadable = Unreadable::stopsIt,
+                               Saving saving = Saving::allowed);
 
     /// False where what is stored could not be read; this has been told. What the person chose
     /// cannot be told then: nothing may be shredded, listed or saved by these preferences.

@@ -113,30 +113,53 @@ Cleaned<PreparedFile> Cleaner::prepareEmpty(const std::string& path) {
     return replacedBy(std::move(old.value()), {}, {});
 }
 
-std::vector<std::string> Cleaner::leftovers(const std::string& path) {
-    const auto calls = platform::makeCleaningCalls();
+Cleaned<std::uint64_t> Cleaner::sizeToEmpty(const std::string& path) {
+    auto old = holdFile(calls_, path, Place::Purpose::reading);
+    if (!old) return old.trouble();
+    return old.value()->held.status.size;
+}
+
+namespace {
+
+std::vector<std::string> leftoversIn(const Place& place) {
+    platform::CleaningCalls& calls = place.calls();
     std::vector<std::string> left;
-    auto place = Place::open(*calls, path);
     std::vector<std::string> names;
-    if (!place || calls->readFolder(place.value().folder(), names) < 0) return left;
+    if (calls.readFolder(place.folder(), names) < 0) return left;
     for (const std::string& name : names) {
         const auto isMadeFrom = [&](const char* suffix) {
-            return hasSuffixOf(name, place.value().name() + suffix);
+            return hasSuffixOf(name, place.name() + suffix);
         };
         const auto suffixes = {"", "-wal", "-journal", "-shm"};
         platform::CleaningStatus status;
         if (std::ranges::none_of(suffixes, isMadeFrom) ||
-            calls->statusAt(place.value().folder(), name.c_str(), status) < 0 ||
-            status.kind != platform::EntryKind::regular || status.owner != calls->effectiveUser()) {
+            calls.statusAt(place.folder(), name.c_str(), status) < 0 ||
+            status.kind != platform::EntryKind::regular || status.owner != calls.effectiveUser()) {
             continue;
         }
-        left.push_back(place.value().pathOf(name));
+        left.push_back(place.pathOf(name));
     }
+    std::ranges::sort(left);
+    return left;
+}
+
+}  // namespace
+
+std::vector<std::string> Cleaner::leftovers(const std::string& path) {
+    const auto calls = platform::makeCleaningCalls();
+    auto place = Place::open(*calls, path);
+    if (!place) return {};
+    std::vector<std::string> left = leftoversIn(place.value());
     // The names may have changed a moment ago: what is shredded must not be what the medium, after
     // a power cut, still has under the name of the file itself.
     if (!left.empty() && place.value().flush()) return {};
-    std::ranges::sort(left);
     return left;
+}
+
+std::vector<std::string> Cleaner::seenLeftovers(const std::string& path) {
+    const auto calls = platform::makeCleaningCalls();
+    auto place = Place::open(*calls, path);
+    return place ? leftoversIn(place.value()) : std::vector<std::string>();
 }
 
 }  // namespace dorvanel::cleaning

@@ -67,6 +67,8 @@ struct DatabaseRequest {
     std::string path;
     std::map<std::string, std::string> attach;  ///< paths of other databases by name, read only
     std::vector<Step> steps;
+    /// Requests that would be carried out first, of those that are attached; for counting.
+    std::vector<DatabaseRequest> before{};
 };
 
 /// What one kind of trace asks of a JSON file.
@@ -135,9 +137,14 @@ class Cleaner {
     Cleaned<std::vector<std::uint64_t>> countKeys(const std::string& path,
                                                   const std::vector<JsonStep>& steps);
 
+    /// Bytes that `prepareEmpty` would take from the file, likewise.
+    Cleaned<std::uint64_t> sizeToEmpty(const std::string& path);
+
     /// What runs that were killed left beside the file at `path`, for the caller to shred: regular
     /// files of this user under the names that are made here, sorted.
     static std::vector<std::string> leftovers(const std::string& path);
+    /// The same for looking only: the medium may not know their names yet.
+    static std::vector<std::string> seenLeftovers(const std::string& path);
 
   private:
     platform::CleaningCalls& calls_;

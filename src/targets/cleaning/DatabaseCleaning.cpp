@@ -98,12 +98,22 @@ Cleaned<std::unique_ptr<Connection>> DatabaseCleaning::connect(ImageFiles& files
     for (const auto& [name, database] : attached_) {
         const std::string other = attachedImage + name;
         showDatabase(files, other, *database);
+        removeBefore(files, other, request_.attach.at(name));
         if (auto bad = opened.value()->attach(other, name)) return *bad;
     }
     return opened;
 }
 
-Cleaned<Remains> DatabaseCleaning::remove(Connection& database) {
+void DatabaseCleaning::removeBefore(ImageFiles& files, const std::string& image,
+                                    const std::string& path) {
+    for (const DatabaseRequest& before : request_.before) {
+        if (before.path != path) continue;
+        auto opened = Connection::open(files, image, path, patience_);
+        if (opened) static_cast<void>(remove(*opened.value(), before));
+    }
+}
+
+Cleaned<Remains> DatabaseCleaning::remove(Connection& database, const DatabaseRequest& request) {
     // The first question takes in what waits in the logs, in memory.
     auto mode = database.askOne("PRAGMA main.journal_mode");
     if (!mode) return mode.trouble();
@@ -115,7 +125,7 @@ Cleaned<Remains> DatabaseCleaning::remove(Connection& database) {
     }
     // Else what is removed would fill the memory with zeros.
     if (auto bad = database.run("PRAGMA main.secure_delete=OFF")) return *bad;
-    return removeRows(database, request_);
+    return removeRows(database, request);
 }
 
 Cleaned<std::vector<std::uint64_t>> DatabaseCleaning::count() {
@@ -123,7 +133,7 @@ Cleaned<std::vector<std::uint64_t>> DatabaseCleaning::count() {
     showDatabase(files, mainImage, *old_);
     auto database = connect(files, mainImage);
     if (!database) return database.trouble();
-    auto remains = remove(*database.value());
+    auto remains = remove(*database.value(), request_);
     if (!remains) return remains.trouble();
     return remains.value().counts;
 }
@@ -133,7 +143,7 @@ Cleaned<PreparedFile> DatabaseCleaning::prepare(std::shared_ptr<PreparedDatabase
     showDatabase(files, mainImage, *old_);
     auto database = connect(files, mainImage);
     if (!database) return database.trouble();
-    auto remains = remove(*database.value());
+    auto remains = remove(*database.value(), request_);
     if (!remains) return remains.trouble();
 
     auto copy = NewFile::create(old_->place);

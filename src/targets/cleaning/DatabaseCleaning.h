@@ -37,8 +37,11 @@ class DatabaseCleaning {
                                                    const std::string& path, Holding holding);
     /// A connection to `image` and all that is attached.
     Cleaned<std::unique_ptr<Connection>> connect(ImageFiles& files, const std::string& image);
+    /// Removes in memory what would go from an attached database first. Where that is not possible
+    /// it stays as it is, as it would then.
+    void removeBefore(ImageFiles& files, const std::string& image, const std::string& path);
     /// Removes the rows through a connection, which is left open.
-    Cleaned<Remains> remove(Connection& database);
+    Cleaned<Remains> remove(Connection& database, const DatabaseRequest& request);
     std::optional<Trouble> compact(Connection& database, ImageFiles& files, const NewFile& copy);
     std::optional<Trouble> checkCopy(const NewFile& copy, const Remains& remains);
 
