@@ -35,7 +35,7 @@ std::optional<ShredArguments> checked(Terminal& terminal, const Paths& arguments
     return std::move(items.value());
 }
 
-ExitStatus shred(Terminal& terminal, const Paths& arguments) {
+ExitStatus shred(Terminal& terminal, const Paths& arguments, bool verifies) {
     const std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
     std::optional<ShredArguments> items = checked(terminal, arguments, *system);
     if (!items) return ExitStatus::usage;
@@ -50,6 +50,7 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
     FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
                           bar.fileName());
     engine = &fileAccess;
+    fileAccess.setVerifies(verifies);
     fileAccess.protect(std::move(items->protectedFolders));
     tellMedium(items->items, terminal);
     {
@@ -69,12 +70,16 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments) {
 
 void addShredCommand(CLI::App& program, Action& chosen) {
     auto paths = std::make_shared<Paths>();
+    auto verifies = std::make_shared<bool>(false);
     CLI::App* command = program.add_subcommand("shred", "Shred files and folders now");
     command->fallthrough()
         ->add_option("PATH", *paths, "A file or a folder; after \"--\" it may begin with a dash")
         ->required();
-    command->callback([&chosen, paths] {
-        chosen = [paths](Terminal& terminal) { return shred(terminal, *paths); };
+    command->add_flag("--verify", *verifies, "Read back what was overwritten");
+    command->callback([&chosen, paths, verifies] {
+        chosen = [paths, verifies](Terminal& terminal) {
+            return shred(terminal, *paths, *verifies);
+        };
     });
 }
 
