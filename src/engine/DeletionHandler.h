@@ -7,6 +7,7 @@
 
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/GrownFiles.h"
 #include "engine/HeldItem.h"
 #include "engine/LinkTargets.h"
 #include "engine/Manifest.h"
@@ -30,6 +31,7 @@ class DeletionHandler final : public TreeVisitor {
         FileOverwriter& overwriter;
         FlushBatch& batch;
         LinkTargets& targets;
+        GrownFiles& grown;
         const std::atomic<bool>& stop;
         Outcome& outcome;
         std::uint32_t user;  ///< that the process acts as

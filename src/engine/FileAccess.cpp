@@ -76,6 +76,7 @@ void FileAccess::begin() {
     overwriter_.mDeepPathSize = 0;
     outcome_ = {};
     targets_.clear();
+    grown_.clear();
     batch_.forgetDevices();
     shredder_.clear();
     failed_ = false;
@@ -222,13 +223,8 @@ int FileAccess::safePlaceBelowPath(const std::string&) const {
 }
 
 DeletionHandler::Parts FileAccess::deletionParts() {
-    return {services_.system,
-            overwriter_,
-            batch_,
-            targets_,
-            stop_,
-            outcome_,
-            services_.system.effectiveUser()};
+    return {services_.system, overwriter_, batch_,   targets_,
+            grown_,           stop_,       outcome_, services_.system.effectiveUser()};
 }
 
 }  // namespace dorvanel

@@ -10,6 +10,7 @@
 #include "engine/DeletionHandler.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/GrownFiles.h"
 #include "engine/HeldItem.h"
 #include "engine/ItemShredder.h"
 #include "engine/LinkTargets.h"
@@ -115,6 +116,7 @@ class FileAccess {
     NameRemover remover_;
     FlushBatch batch_;
     LinkTargets targets_;  ///< of the request
+    GrownFiles grown_;     ///< likewise
     std::vector<Identity> protected_;
     ItemShredder shredder_;
     std::uint64_t formerFailures_ = 0;
