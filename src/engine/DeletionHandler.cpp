@@ -237,12 +237,17 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
     if (written.code != 0) {
         countNotOverwritten(entry, "write", written.code);
     } else if (!stops()) {
+        const std::uint64_t size = parts_.grown.sizeBefore(status);
         ++parts_.outcome.filesOverwritten;
-        parts_.outcome.bytesOverwritten += status.size;
-        parts_.items.countOverwritten(status.size);
+        parts_.outcome.bytesOverwritten += size;
+        parts_.items.countOverwritten(size);
         written_.digest = written.digest;
         // Other people may see what other names and links lead to, by now overwritten.
         written_.opensToAll = status.links != 1 || entry.kind == EntryKind::link;
+        FileStatus now;
+        if (written_.opensToAll && parts_.system.status(file, now) >= 0) {
+            parts_.grown.add(status, size, now.size);
+        }
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/GrownFiles.h"
 #include "engine/HeldItem.h"
 #include "engine/ItemOutcomes.h"
 #include "engine/LinkTargets.h"
@@ -31,6 +32,7 @@ class DeletionHandler final : public TreeVisitor {
         FileOverwriter& overwriter;
         FlushBatch& batch;
         LinkTargets& targets;
+        GrownFiles& grown;
         const std::atomic<bool>& stop;
         Outcome& outcome;
         ItemOutcomes& items;

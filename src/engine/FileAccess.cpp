@@ -84,6 +84,7 @@ void FileAccess::begin() {
     outcome_ = {};
     items_.clear();
     targets_.clear();
+    grown_.clear();
     batch_.forgetDevices();
     shredder_.clear();
     failed_ = false;
@@ -271,6 +272,7 @@ DeletionHandler::Parts FileAccess::deletionParts() {
             overwriter_,
             batch_,
             targets_,
+            grown_,
             stop_,
             outcome_,
             items_,

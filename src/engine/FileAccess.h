@@ -11,6 +11,7 @@
 #include "engine/DeletionHandler.h"
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
+#include "engine/GrownFiles.h"
 #include "engine/HeldItem.h"
 #include "engine/ItemOutcomes.h"
 #include "engine/ItemShredder.h"
@@ -130,6 +131,7 @@ class FileAccess {
     std::unique_ptr<ReadBack> readBack_;  ///< null: nothing is read back
     FlushBatch batch_;
     LinkTargets targets_;  ///< of the request
+    GrownFiles grown_;     ///< likewise
     std::vector<Identity> protected_;
     ItemShredder shredder_;
     std::uint64_t formerFailures_ = 0;

@@ -12,24 +12,6 @@ namespace {
 
 using platform::Medium;
 
-std::string reasonOf(const Medium& medium) {
-    switch (medium.kind) {
-        case Medium::Kind::overwritable:
-            break;
-        case Medium::Kind::copyOnWrite:
-            return medium.fileSystem + " writes to other blocks";
-        case Medium::Kind::overlay:
-            return medium.fileSystem + " mount";
-        case Medium::Kind::network:
-            return medium.fileSystem + " network mount";
-        case Medium::Kind::userSpace:
-            return medium.fileSystem + " mount";
-        case Medium::Kind::solidState:
-            return "solid-state drive";
-    }
-    return {};
-}
-
 /// Of each reason the first item, and how many there are.
 class Findings {
   public:
@@ -63,11 +45,29 @@ class Findings {
 
 }  // namespace
 
+std::string mediumReason(const platform::Medium& medium) {
+    switch (medium.kind) {
+        case Medium::Kind::overwritable:
+            break;
+        case Medium::Kind::copyOnWrite:
+            return medium.fileSystem + " writes to other blocks";
+        case Medium::Kind::overlay:
+            return medium.fileSystem + " mount";
+        case Medium::Kind::network:
+            return medium.fileSystem + " network mount";
+        case Medium::Kind::userSpace:
+            return medium.fileSystem + " mount";
+        case Medium::Kind::solidState:
+            return "solid-state drive";
+    }
+    return {};
+}
+
 std::string mediumNotice(const std::vector<std::string>& items, platform::MediumInspector& medium,
                          const PathText& pathText) {
     medium.forgetDisks();
     Findings findings;
-    for (const std::string& item : items) findings.add(reasonOf(medium.mediumAt(item)), item);
+    for (const std::string& item : items) findings.add(mediumReason(medium.mediumAt(item)), item);
     return findings.notice(pathText);
 }
 
@@ -78,11 +78,11 @@ std::string mediumNotice(const std::vector<HeldItem>& items, platform::MediumIns
     std::map<std::uint64_t, std::string> reasons;  // of each device; a link leads anywhere
     for (const HeldItem& item : items) {
         if (item.status.kind == platform::EntryKind::link) {
-            findings.add(reasonOf(medium.mediumAt(item.path)), item.path);
+            findings.add(mediumReason(medium.mediumAt(item.path)), item.path);
             continue;
         }
         const auto [known, isNew] = reasons.try_emplace(item.status.device);
-        if (isNew) known->second = reasonOf(medium.mediumAt(item.path));
+        if (isNew) known->second = mediumReason(medium.mediumAt(item.path));
         findings.add(known->second, item.path);
     }
     return findings.notice(pathText);

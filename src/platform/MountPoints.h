@@ -16,4 +16,8 @@ Result<std::vector<std::string>> mountPoints(const std::string& table = "/proc/s
 /// The mount points of a table in the form of /proc/self/mountinfo.
 std::vector<std::string> parseMountTable(std::string_view table);
 
+/// The bytes of a field of such a table, in which blanks, tabs, line breaks and backslashes stand
+/// as a backslash and three octal digits.
+std::string mountTableText(std::string_view field);
+
 }  // namespace dorvanel::platform

@@ -16,9 +16,9 @@ bool isOctal(char c) {
     return c >= '0' && c <= '7';
 }
 
-/// Blanks, tabs, line breaks and backslashes stand in the table as a backslash and three octal
-/// digits.
-std::string unescaped(std::string_view text) {
+}  // namespace
+
+std::string mountTableText(std::string_view text) {
     std::string bytes;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool isEscape = text[i] == '\\' && i + 3 < text.size() && isOctal(text[i + 1]) &&
@@ -34,8 +34,6 @@ std::string unescaped(std::string_view text) {
     return bytes;
 }
 
-}  // namespace
-
 std::vector<std::string> parseMountTable(std::string_view table) {
     constexpr int fieldOfMountPoint = 4;  // after the two numbers, the device and the root
     std::vector<std::string> points;
@@ -47,7 +45,7 @@ std::vector<std::string> parseMountTable(std::string_view table) {
             line.remove_prefix(blank == std::string_view::npos ? line.size() : blank + 1);
         }
         const std::string_view point = line.substr(0, line.find(' '));
-        if (!point.empty()) points.push_back(unescaped(point));
+        if (!point.empty()) points.push_back(mountTableText(point));
     }
     return points;
 }
