@@ -143,6 +143,16 @@ class Programs:
 
         return self._only_present([own, Program("dorvanel, one by one", one_by_one)])
 
+    def for_verified(self):
+        """Ours, and ours with every file read back."""
+        own = self._own()
+
+        def verified(item):
+            *command, path = own.command(item)
+            return [*command, "--verify", path]
+
+        return self._only_present([own, Program("dorvanel --verify", verified)])
+
     def for_one_folder(self):
         return self._only_present(self._both())
 

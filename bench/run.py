@@ -127,6 +127,9 @@ class Bench:
         listed = datasets.files_of_one_folder(200 if quick else 10000)
         for medium in "tmpfs", "disk":
             self.table("arguments", medium, listed, programs.for_arguments())
+        for medium in "tmpfs", "disk":
+            self.table("verified-large", medium, large, programs.for_verified())
+            self.table("verified-small", medium, small, programs.for_verified())
         starts = programs.for_one_small_file()
         self.table("start", "tmpfs", datasets.one_small_file(), starts, repetitions=21)
         folder = datasets.one_folder(1000 if quick else 100000)

@@ -59,7 +59,14 @@ void ItemOutcomes::addLeft(std::uint32_t item, Trouble trouble, const Whereabout
     const auto isSame = [&trouble](const Trouble& other) { return other.path == trouble.path; };
     unwritten_ -= std::erase_if(found->unwritten, isSame);
     if (std::ranges::any_of(found->left, isSame)) return;
+    const std::size_t before = left_;
     add(found->left, left_, item, std::move(trouble), place);
+    if (left_ == before) return;
+    // Of what lies very deep the two paths may differ.
+    const std::string& was = found->left.back().was;
+    if (was.empty()) return;
+    unwritten_ -=
+        std::erase_if(found->unwritten, [&was](const Trouble& other) { return other.was == was; });
 }
 
 void ItemOutcomes::addUnwritten(std::uint32_t item, Trouble trouble, const Whereabouts& place) {

@@ -12,6 +12,7 @@
 //   fail=CALL:N       the N-th and every later CALL fails with EIO; CALL is one of write, fsync,
 //                     rename, unlink, rmdir, mkdir, readdir, open
 //   slow-write=MS     each write takes so many milliseconds
+//   drop-writes=NAME  writes to a file that had this name before it was renamed are lost in silence
 //
 // Says nothing and stays in the foreground until it is unmounted.
 
@@ -45,6 +46,8 @@ struct Switches {
     long failFrom = 0;
     long failCount = 0;
     long slowWrite = 0;
+    std::string dropped;
+    ino_t droppedFile = 0;
 } switches;
 
 std::string real(const char* path) {
@@ -112,6 +115,11 @@ int symlink(const char* text, const char* path) {
 
 int rename(const char* from, const char* to, unsigned flags) {
     if (fails("rename")) return -EIO;
+    const std::string name = std::string(from).substr(std::string(from).rfind('/') + 1);
+    struct stat status {};
+    if (name == switches.dropped && lstat(real(from).c_str(), &status) == 0) {
+        switches.droppedFile = status.st_ino;
+    }
     return result(renameat2(AT_FDCWD, real(from).c_str(), AT_FDCWD, real(to).c_str(), flags));
 }
 
@@ -152,6 +160,11 @@ int read(const char*, char* bytes, size_t size, off_t offset, fuse_file_info* fi
 
 int write(const char*, const char* bytes, size_t size, off_t offset, fuse_file_info* file) {
     if (fails("write")) return -EIO;
+    struct stat status {};
+    if (switches.droppedFile != 0 && fstat(static_cast<int>(file->fh), &status) == 0 &&
+        status.st_ino == switches.droppedFile) {
+        return static_cast<int>(size);
+    }
     std::this_thread::sleep_for(std::chrono::milliseconds(switches.slowWrite));
     return result(static_cast<int>(pwrite(static_cast<int>(file->fh), bytes, size, offset)));
 }
@@ -203,6 +216,8 @@ bool take(const std::string& word) {
         switches.failFrom = std::stol(value.substr(value.find(':') + 1));
     } else if (word.starts_with("slow-write=")) {
         switches.slowWrite = std::stol(value);
+    } else if (word.starts_with("drop-writes=")) {
+        switches.dropped = value;
     } else {
         std::fprintf(stderr, "passthrough: %s?\n", word.c_str());
         return false;

@@ -34,5 +34,18 @@ TEST(OutcomeTextTest, AReasonInWordsStandsForTheSystems) {
               "dorvanel: 1 item still there\n");
 }
 
+TEST(OutcomeTextTest, WhatReadBackIsCountedAndWhatDidNotIsNoSuccess) {
+    TestTerminal console;
+    Outcome outcome;
+    outcome.filesVerified = 3;
+    terminal::tellOutcome(outcome, console.terminal);
+    EXPECT_EQ(terminal::statusOf(outcome), terminal::ExitStatus::done);
+    EXPECT_TRUE(console.out.str().ends_with("\n3 files verified\n")) << console.out.str();
+    outcome.notVerified = 2;
+    terminal::tellOutcome(outcome, console.terminal);
+    EXPECT_EQ(terminal::statusOf(outcome), terminal::ExitStatus::incomplete);
+    EXPECT_EQ(console.err.str(), "dorvanel: 2 files read back otherwise or not at all\n");
+}
+
 }  // namespace
 }  // namespace dorvanel::test
