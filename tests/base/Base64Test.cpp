@@ -8,11 +8,11 @@ namespace {
 
 TEST(Base64Test, EveryLengthIsPaddedToFourDigits) {
     EXPECT_EQ(base64Of(""), "");
-    EXPECT_EQ(base64Of("f"), "Zg==");
-    EXPECT_EQ(base64Of("fo"), "Zm8=");
-    EXPECT_EQ(base64Of("foo"), "Zm9v");
-    EXPECT_EQ(base64Of("foob"), "Zm9vYg==");
-    EXPECT_EQ(base64Of("foobar"), "Zm9vYmFy");
+    EXPECT_EQ(base64Of("a"), "YQ==");
+    EXPECT_EQ(base64Of("ab"), "YWI=");
+    EXPECT_EQ(base64Of("abc"), "YWJj");
+    EXPECT_EQ(base64Of("abcd"), "YWJjZA==");
+    EXPECT_EQ(base64Of("abcdef"), "YWJjZGVm");
 }
 
 TEST(Base64Test, EveryByteHasItsDigits) {
