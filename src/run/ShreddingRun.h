@@ -13,6 +13,7 @@
 #include "platform/Worker.h"
 #include "prefs/PreferenceReader.h"
 #include "run/Activity.h"
+#include "run/MentionsOfItems.h"
 #include "run/RunReport.h"
 #include "run/TraceCollection.h"
 #include "targets/Collectors.h"
@@ -36,6 +37,7 @@ class ShreddingRun {
         Collectors& collectors;
         std::vector<std::string>& mPathArray;  ///< the shred list that the collectors fill
         TraceCollection& traces;               ///< of the applications of today
+        MentionsOfItems& mentions;             ///< of what is handed over; the worker's
         platform::ProcessManager& processes;
         platform::SystemEvents& events;
         platform::QuitWait& quitWait;
@@ -122,6 +124,7 @@ class ShreddingRun {
     bool collect();
     [[nodiscard]] bool hasNothingToDo() const;
     void shredList(const Work& work, RunReport& report);
+    void shredHandedOver(RunReport& report);
     bool mayStartHandedOver();
     Refusal reasonToRefuse() const;
     [[nodiscard]] std::vector<std::string> pathsOf(const Work& work) const;

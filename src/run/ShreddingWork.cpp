@@ -101,11 +101,7 @@ void ShreddingRun::HandleThread(const Work& work) {
 
 void ShreddingRun::shredList(const Work& work, RunReport& report) {
     FileAccess& engine = parts_.fileAccessInstance;
-    if (work.handedOver) {
-        engine.shredItems(handedOver_);
-        report.outcome = engine.outcome();
-        return;
-    }
+    if (work.handedOver) return shredHandedOver(report);
     FileAccess::Others others{
         .paths = parts_.traces.carryOut([&engine] { return engine.stopRequested(); }),
         .unlogged = std::exchange(usedJournals_, {})};
@@ -113,6 +109,18 @@ void ShreddingRun::shredList(const Work& work, RunReport& report) {
     engine.shredDroppedFile(parts_.mPathArray, others);
     report.outcome = engine.outcome();
     parts_.traces.finish(report.outcome);
+}
+
+void ShreddingRun::shredHandedOver(RunReport& report) {
+    FileAccess& engine = parts_.fileAccessInstance;
+    const bool wantsMentions = parts_.preferencesInstance.boolForKey("ShredMentions");
+    if (wantsMentions) {
+        parts_.mentions.find(handedOver_, MentionsOfItems::Where::everywhere,
+                             [&engine] { return engine.stopRequested(); });
+    }
+    engine.shredItems(handedOver_);
+    report.outcome = engine.outcome();
+    if (wantsMentions) parts_.mentions.shred(engine, report.outcome);
 }
 
 void ShreddingRun::sendSystemEvent(std::int16_t ending) {

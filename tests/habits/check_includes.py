@@ -36,6 +36,7 @@ WRAPPED = {
     "plist/": "prefs/",
     "sdbus-c++/": "platform/linux/",
     "toml++/": "apps/catalogue/",
+    "expat.h": "targets/mentions/",
 }
 SYSTEM = re.compile(
     r"(sys|linux|net|netinet|arpa|asm|bits|systemd|sdbus-c\+\+)/"
