@@ -47,10 +47,10 @@ Controller::Controller(const ControllerParts& parts)
           parts.watchOutlets, *watchOwner_)),
       today_(std::make_unique<ApplicationsOfToday>(parts, *browserWatch_,
                                                    [this] { shredAndNothing(); })),
-      mentions_(std::make_unique<MentionsOfItems>(mentions::Mentions::Parts{
-          .system = parts.system,
-          .cleaningCalls = parts.today.cleaningCalls,
-          .clock = parts.clock})),
+      mentions_(std::make_unique<MentionsOfItems>(
+          mentions::Mentions::Parts{.system = parts.system,
+                                    .cleaningCalls = parts.today.cleaningCalls,
+                                    .clock = parts.clock})),
       run_(std::make_unique<ShreddingRun>(
           ShreddingRun::Parts{.fileAccessInstance = *fileAccessInstance_,
                               .preferencesInstance = parts.preferencesInstance,

@@ -31,8 +31,8 @@ PlanSkip::Reason reasonOf(Obstacle::Reason reason) {
 }
 
 bool liesIn(const std::string& path, const std::string& item) {
-    return path == item || (path.size() > item.size() && path.starts_with(item) &&
-                            path[item.size()] == '/');
+    return path == item ||
+           (path.size() > item.size() && path.starts_with(item) && path[item.size()] == '/');
 }
 
 void addItem(ItemOutcome& all, ItemOutcome more) {
@@ -149,8 +149,7 @@ void MentionsOfItems::shred(FileAccess& engine, Outcome& outcome) {
         outcomes_.clear();
         return;
     }
-    mentions::Departed departed =
-        mentions_.ofWhatIsGone(formerPathsOfWhatIsLeft(outcome, items_));
+    mentions::Departed departed = mentions_.ofWhatIsGone(formerPathsOfWhatIsLeft(outcome, items_));
     for (const std::size_t i : departed.kept) keep(i, "what it mentions is still there");
 
     std::map<std::string, std::size_t> numbers;  // of mentions, by what is shredded for them

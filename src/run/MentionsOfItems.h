@@ -25,8 +25,9 @@ class MentionsOfItems {
     /// Looks for the mentions of items that are about to be shredded; touches nothing. Root in the
     /// home folder of somebody else does not look, and the obstacle says so: what lies there may
     /// lead root anywhere. `stop` is asked now and then.
-    void find(const std::vector<HeldItem>& items, Where where,
-              const std::function<bool()>& stop = [] { return false; });
+    void find(
+        const std::vector<HeldItem>& items, Where where,
+        const std::function<bool()>& stop = [] { return false; });
 
     /// What would be taken, in the order in which it goes, behind the items.
     [[nodiscard]] std::vector<PlanItem> planItems() const;

@@ -98,7 +98,8 @@ void addShredCommand(CLI::App& program, Action& chosen) {
     CLI::Option* mentions = command->add_flag(
         "--mentions", options->mentions,
         "Also thumbnails of the files, and their entries in lists of recent documents");
-    command->add_flag("--no-mentions", options->noMentions, "Not those, whatever ShredMentions says")
+    command
+        ->add_flag("--no-mentions", options->noMentions, "Not those, whatever ShredMentions says")
         ->excludes(mentions);
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) { return shred(terminal, *options); };

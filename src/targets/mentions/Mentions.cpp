@@ -46,17 +46,19 @@ struct Mentions::List {
     std::string path;
     std::uint64_t entries = 0;
     std::string files{};  ///< of sizes: the folder whose folders it names
-    /// A name of it is taken where nothing of it is left, and, of sizes, where it was among these.
-    PathSet names{};
+    PathSet names{};      ///< of sizes: of what goes
+    /// Of sizes: whether lines of what is not there at all go too.
+    bool takesOrphans = false;
 };
 
 /// One search for mentions, place by place.
 class Mentions::Search {
   public:
-    Search(Mentions& mentions, const std::vector<std::string>& items,
+    Search(Mentions& mentions, const std::vector<std::string>& items, Where where,
            const std::function<bool()>& stop)
         : mentions_(mentions),
           system_(mentions.parts_.system),
+          takesOrphans_(where == Where::inTheTrash),
           items_(items),
           stop_(stop),
           data_(userDataFolder()),
@@ -211,14 +213,18 @@ class Mentions::Search {
         if (!text) return meets(path, text.trouble());
         List found{.kind = List::Kind::sizes, .path = path, .files = folder.filesPath()};
         for (const std::string& name : trash::namesInSizes(text.value())) {
-            if (names.contains(name)) ++found.entries;
+            const std::string item = folder.filesPath() + "/" + name;
+            const bool isOrphan = takesOrphans_ && !Remains({}).include(item);
+            if (names.contains(name) || isOrphan) ++found.entries;
         }
+        found.takesOrphans = takesOrphans_;
         found.names = std::move(names);
         mentions_.addList(std::move(found));
     }
 
     Mentions& mentions_;
     SystemCalls& system_;
+    const bool takesOrphans_;
     const std::vector<std::string>& items_;
     const std::function<bool()>& stop_;
     const std::string data_;
@@ -240,7 +246,7 @@ void Mentions::find(const std::vector<std::string>& items, Where where,
     lists_.clear();
     obstacles_.clear();
     if (items.empty()) return;
-    Search search(*this, items, stop);
+    Search search(*this, items, where, stop);
     where == Where::everywhere ? search.everywhere() : search.inTheTrash();
 }
 
@@ -289,7 +295,8 @@ Cleaned<PreparedFile> Mentions::prepare(const List& list, const Remains& remains
     const auto sizes = [&](const std::string& text) -> Result<TextRest> {
         TextRest rest;
         const auto goes = [&](const std::string& name) {
-            return list.names.contains(name) && !remains.include(list.files + "/" + name);
+            return (list.takesOrphans || list.names.contains(name)) &&
+                   !remains.include(list.files + "/" + name);
         };
         rest.text = trash::withoutSizes(text, goes, rest.count);
         return rest;
