@@ -26,8 +26,10 @@ bool leadsNowhere(int result) {
 int DeletionHandler::enter(const TreeEntry& entry) {
     ++entries;
     const int folder = fileManagerWillProcessPath(entry);
+    if (!stops()) return folder;
     // Ended in mid-file: what was written is flushed, and the file keeps its name.
-    if (stops() && written_.descriptor >= 0) parts_.batch.keep(std::exchange(written_, {}));
+    parts_.items.keepLastUnwritten(parts_.items.current(), pathOf(entry));
+    keepWritten(entry);
     return folder;
 }
 
@@ -42,7 +44,12 @@ int DeletionHandler::fileManagerWillProcessPath(const TreeEntry& entry) {
 
 void DeletionHandler::shredOneFile(const TreeEntry& entry) {
     overwriteEntry(entry);
-    if (written_.descriptor >= 0) parts_.batch.keep(std::exchange(written_, {}));
+    keepWritten(entry);
+}
+
+void DeletionHandler::keepWritten(const TreeEntry& entry) {
+    if (written_.descriptor < 0) return;
+    parts_.batch.keep(std::exchange(written_, {}), [&] { return pathOf(entry); });
 }
 
 void DeletionHandler::overwriteEntry(const TreeEntry& entry) {
@@ -226,12 +233,14 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
     if (entry.kind == EntryKind::regular && othersMayWrite(*entry.in)) sharedFiles.add(status);
     const FileOverwriter::Written written =
         parts_.overwriter.overwrite(file, status.size, entry.name);
-    written_ = {file, status, written.bytes, false};
+    written_ = {file, status, written.bytes};
     if (written.code != 0) {
         countNotOverwritten(entry, "write", written.code);
     } else if (!stops()) {
         ++parts_.outcome.filesOverwritten;
         parts_.outcome.bytesOverwritten += status.size;
+        parts_.items.countOverwritten(status.size);
+        written_.digest = written.digest;
         // Other people may see what other names and links lead to, by now overwritten.
         written_.opensToAll = status.links != 1 || entry.kind == EntryKind::link;
     }
@@ -255,7 +264,9 @@ void DeletionHandler::overwriteNothing(const TreeEntry& entry, EntryKind kind, L
 
 void DeletionHandler::leave(const TreeEntry& entry) {
     if (spared_ && !walk_.walkedInto()) return;
-    const DoomedName doomed{entry.folder, entry.name, entry.kind, true, othersMayWrite(*entry.in)};
+    const DoomedName doomed{
+        entry.folder,          entry.name, entry.kind, true, othersMayWrite(*entry.in),
+        parts_.items.current()};
     parts_.batch.remove(doomed, std::exchange(written_, {}),
                         [this] { return place_ + walk_.folderSuffix(); });
 }
@@ -263,18 +274,25 @@ void DeletionHandler::leave(const TreeEntry& entry) {
 void DeletionHandler::countNotOverwritten(const TreeEntry& entry, const char* operation, int code) {
     ++parts_.outcome.notOverwritten;
     parts_.outcome.note(pathOf(entry), operation, code);
+    parts_.items.addUnwritten(parts_.items.current(), {pathOf(entry), operation, code},
+                              {entry.folder, entry.name});
 }
 
 void DeletionHandler::countVanished(const TreeEntry& entry) {
     ++parts_.outcome.vanished;
     parts_.outcome.note(pathOf(entry), "find", ENOENT);
+    parts_.items.addUnwritten(parts_.items.current(), {pathOf(entry), "find", ENOENT},
+                              {entry.folder, entry.name, {entry.in->device, entry.inode}});
 }
 
 void DeletionHandler::spare(const TreeEntry& entry, const char* operation, int code,
                             std::string reason) {
     spared_ = true;
     ++parts_.outcome.notRemoved;
-    parts_.outcome.note(pathOf(entry), operation, code, std::move(reason));
+    parts_.outcome.note(pathOf(entry), operation, code, reason);
+    parts_.items.addLeft(parts_.items.current(),
+                         {pathOf(entry), operation, code, std::move(reason)},
+                         {entry.folder, entry.name});
 }
 
 bool DeletionHandler::othersMayWrite(const FileStatus& folder) const {
@@ -283,6 +301,10 @@ bool DeletionHandler::othersMayWrite(const FileStatus& folder) const {
 
 void DeletionHandler::missed(const std::string& relativePath, int code) {
     parts_.outcome.note(relativePath.empty() ? place_ : place_ + "/" + relativePath, "list", code);
+    // Another folder has its turn to be removed, or the whole item is told to be left.
+    if (relativePath.empty()) {
+        parts_.items.addLeft(parts_.items.current(), {place_, "list", code});
+    }
 }
 
 std::string DeletionHandler::pathOf(const TreeEntry& entry) const {

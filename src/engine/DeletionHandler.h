@@ -8,6 +8,7 @@
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
+#include "engine/ItemOutcomes.h"
 #include "engine/LinkTargets.h"
 #include "engine/Manifest.h"
 #include "engine/Outcome.h"
@@ -32,6 +33,7 @@ class DeletionHandler final : public TreeVisitor {
         LinkTargets& targets;
         const std::atomic<bool>& stop;
         Outcome& outcome;
+        ItemOutcomes& items;
         std::uint32_t user;  ///< that the process acts as
     };
 
@@ -67,6 +69,7 @@ class DeletionHandler final : public TreeVisitor {
 
   private:
     void overwriteEntry(const TreeEntry& entry);
+    void keepWritten(const TreeEntry& entry);
     void overwriteTarget(const TreeEntry& entry);
     void overwritePlain(const TreeEntry& entry, Links links);
     int openFolder(const TreeEntry& entry);

@@ -20,7 +20,8 @@ FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferen
     : services_(services),
       progress_(shreddingProgress, fileName, services.clock),
       overwriter_(services.system, services.draws, preferencesInstance, progress_, stop_),
-      remover_(services.system, outcome_),
+      items_(services.system, outcome_),
+      remover_(services.system, outcome_, items_),
       batch_(services.system, remover_, [this] { progress_.flush(); }),
       targets_(services.system),
       shredder_({deletionParts(), services.clock, targets_, protected_}) {}
@@ -51,7 +52,13 @@ void FileAccess::shredDroppedFile(std::vector<std::string>& paths, Others& other
     } else {
         guarded("tell what is left", [&] {
             for (const auto* list : {&paths, &others.paths, &others.unlogged}) {
-                outcome_.left.insert(outcome_.left.end(), list->begin(), list->end());
+                for (const std::string& path : *list) {
+                    HeldItem unknown;
+                    unknown.path = path;
+                    items_.begin(unknown);
+                    leave(path);
+                    outcome_.left.push_back(path);
+                }
             }
         });
     }
@@ -75,11 +82,14 @@ void FileAccess::begin() {
     overwriter_.mDeepShreddedSize = 0;
     overwriter_.mDeepPathSize = 0;
     outcome_ = {};
+    items_.clear();
     targets_.clear();
     batch_.forgetDevices();
     shredder_.clear();
     failed_ = false;
+    failure_ = 0;
     formerFailures_ = batch_.failures();
+    formerUnread_ = batch_.unread();
 }
 
 /// Does the work; where memory or a thread is missing, that is told and false returned.
@@ -95,6 +105,7 @@ bool FileAccess::guarded(const std::string& what, Work work) {
         code = ENOMEM;
     }
     failed_ = true;
+    failure_ = code;
     ++outcome_.notRemoved;
     try {
         shredder_.walk().releaseMemory();
@@ -117,11 +128,13 @@ void FileAccess::shredInTurn(std::vector<HeldItem>& items, std::size_t& next) {
     TakenItems taken(items.size());
     while (next < items.size()) {
         HeldItem& item = items[next];
+        if (batch_.isEmpty()) items_.settle();
         if (item.code != 0) {
             passOver(item);
         } else if (stopRequested()) {
             return;
         } else if (!taken.holds(item)) {
+            items_.begin(item, measured[next].manifest);
             ++outcome_.items;
             const std::size_t number = next++;
             if (shredder_.shred(item, measured[number], taken)) taken.add(item);
@@ -129,6 +142,8 @@ void FileAccess::shredInTurn(std::vector<HeldItem>& items, std::size_t& next) {
             if (!former.empty()) taken.addFolder(former);
             measured[number] = {};
             continue;
+        } else {
+            items_.begin(item);  // it went with the one that held it
         }
         ++next;
     }
@@ -140,6 +155,13 @@ void FileAccess::passOver(const HeldItem& item) {
     // A link to nothing, or a thing that cannot be looked at: it stays.
     ++outcome_.notRemoved;
     outcome_.note(item.path, "look at", item.code);
+    items_.begin(item);
+    items_.addLeft(items_.current(), {item.path, "look at", item.code});
+}
+
+/// Says of the item at hand that it is left, since the request has ended.
+void FileAccess::leave(const std::string& path) {
+    items_.addLeft(items_.current(), {path, "shred", failed_ ? failure_ : ECANCELED});
 }
 
 /// Says of the items from number `next` on that they are left, and of the one before if it was not
@@ -150,9 +172,12 @@ void FileAccess::leaveFrom(const std::vector<HeldItem>& items, std::size_t next)
         services_.system.statusAt(SystemCalls::workingFolder, items[next - 1].path.c_str(),
                                   SystemCalls::Links::stay, status) >= 0) {
         outcome_.left.push_back(items[next - 1].path);
+        leave(items[next - 1].path);
     }
     for (; next < items.size(); ++next) {
         if (items[next].code == 0) {
+            items_.begin(items[next]);
+            leave(items[next].path);
             outcome_.left.push_back(items[next].path);
         } else {
             passOver(items[next]);
@@ -163,13 +188,16 @@ void FileAccess::leaveFrom(const std::vector<HeldItem>& items, std::size_t next)
 void FileAccess::end() {
     HoldingFolders& holdings = shredder_.holdings();
     const bool isUnfinished = shredder_.isInWork() || !outcome_.left.empty();
+    ItemShredder::InWork inWork;
+    guarded("tell what is left", [&] { inWork = shredder_.inWork(); });
     const auto finish = [&] {
         if (!shredder_.isInWork()) holdings.retire();
         batch_.flush();
     };
     if (!guarded("finish", finish)) guarded("finish", finish);
     holdings.forget();
-    if (isUnfinished || failed_) {
+    if (!inWork.path.empty()) guarded("tell what is left", [&] { leaveInWork(inWork); });
+    if (isUnfinished || failed_ || batch_.unread() != formerUnread_) {
         guarded("tell what is left", [&] {
             std::vector<std::string> left = holdings.left();
             outcome_.left.insert(outcome_.left.begin(), left.begin(), left.end());
@@ -177,10 +205,27 @@ void FileAccess::end() {
     }
     holdings.clear();
     targets_.clear();
+    items_.clear();
     outcome_.notFlushed = batch_.failures() - formerFailures_;
     outcome_.stopped = stopRequested();
     progress_.showNow(0.0);
     progress_.showNow(std::string_view());
+}
+
+/// Says of the item in work that it is left, should something of it be where it was moved to.
+void FileAccess::leaveInWork(const ItemShredder::InWork& item) {
+    platform::FileStatus status;
+    const int found = services_.system.statusAt(SystemCalls::workingFolder, item.path.c_str(),
+                                                SystemCalls::Links::stay, status);
+    if (found == -ENOENT || found == -ENOTDIR) return;
+    const int code = failed_ ? failure_ : ECANCELED;
+    items_.addLeft(item.item, {item.path, "shred", code, {}, item.was});
+}
+
+void FileAccess::setVerifies(bool verifies) {
+    overwriter_.setDigests(verifies);
+    readBack_ = verifies ? std::make_unique<ReadBack>(services_.system, stop_) : nullptr;
+    batch_.setReadBack(readBack_.get());
 }
 
 void FileAccess::openDoc(ui::OpenPanel& panel,
@@ -228,6 +273,7 @@ DeletionHandler::Parts FileAccess::deletionParts() {
             targets_,
             stop_,
             outcome_,
+            items_,
             services_.system.effectiveUser()};
 }
 

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,11 +12,13 @@
 #include "engine/FileOverwriter.h"
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
+#include "engine/ItemOutcomes.h"
 #include "engine/ItemShredder.h"
 #include "engine/LinkTargets.h"
 #include "engine/NameRemover.h"
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
+#include "engine/ReadBack.h"
 #include "engine/random/DrawSequence.h"
 #include "platform/Clock.h"
 #include "platform/SystemCalls.h"
@@ -63,6 +66,14 @@ class FileAccess {
     /// folder and those above it. An item that is or holds one is left whole, and told.
     void protect(std::vector<Identity> folders) { protected_ = std::move(folders); }
 
+    /// Whether later calls read back what they overwrite. Each plain file that was overwritten
+    /// wholly is then, once it is flushed and before its name goes, read up to its old end and
+    /// compared with what the last pass wrote. It comes from the medium as far as the system can
+    /// tell (see `SystemCalls::forgetCached`); where there is no medium, from memory. A file that
+    /// holds something else, or cannot be read, keeps its name and is told; so does one that is not
+    /// read back since the request was stopped. Throws std::bad_alloc.
+    void setVerifies(bool verifies);
+
     /// Lets the user pick files, and has `shred` shred what was picked. Main thread.
     static void openDoc(ui::OpenPanel& panel,
                         const std::function<void(std::vector<std::string>)>& shred);
@@ -104,6 +115,8 @@ class FileAccess {
     void shredInTurn(std::vector<HeldItem>& items, std::size_t& next);
     void passOver(const HeldItem& item);
     void leaveFrom(const std::vector<HeldItem>& items, std::size_t next);
+    void leave(const std::string& path);
+    void leaveInWork(const ItemShredder::InWork& item);
     void end();
     [[nodiscard]] DeletionHandler::Parts deletionParts();
 
@@ -112,13 +125,17 @@ class FileAccess {
     std::atomic<bool> stop_ = false;
     FileOverwriter overwriter_;
     Outcome outcome_;
+    ItemOutcomes items_;
     NameRemover remover_;
+    std::unique_ptr<ReadBack> readBack_;  ///< null: nothing is read back
     FlushBatch batch_;
     LinkTargets targets_;  ///< of the request
     std::vector<Identity> protected_;
     ItemShredder shredder_;
     std::uint64_t formerFailures_ = 0;
+    std::uint64_t formerUnread_ = 0;
     bool failed_ = false;  ///< memory or the like ran out in this request
+    int failure_ = 0;      ///< the errno of that
 };
 
 }  // namespace dorvanel

@@ -27,10 +27,15 @@ FileOverwriter::FileOverwriter(platform::SystemCalls& system, DrawSequence& draw
       buffer_(draws),
       randomName_(draws) {}
 
+void FileOverwriter::setDigests(bool areMade) {
+    digest_ = areMade ? std::make_unique<ContentDigest>() : nullptr;
+}
+
 FileOverwriter::Written FileOverwriter::overwrite(int file, std::uint64_t size,
                                                   std::string_view name) {
     file_ = file;
     written_ = {};
+    if (digest_ != nullptr) digest_->clear();
     entryPattern_ = settings().pattern;
     entryNumberOfWrites_ = settings().numberOfWrites;
 
@@ -50,6 +55,7 @@ FileOverwriter::Written FileOverwriter::overwrite(int file, std::uint64_t size,
         offset += length;
         if (stop_.load(std::memory_order_relaxed)) return written_;
     } while (offset < size);
+    if (digest_ != nullptr && written_.code == 0) written_.digest = digest_->value();
     writePasses(Stage::slack, offset, length);
     return written_;
 }
@@ -81,7 +87,7 @@ void FileOverwriter::writePasses(Stage stage, std::uint64_t offset, std::size_t 
     do {
         if (stage == Stage::slack) randomizeWith(settings().pattern);
         choosePattern(counter);
-        write(stage, offset, length);
+        write(stage, offset, length, counter == 1);
         --counter;
         if (stage == Stage::block && pattern::isRandom(entryPattern_)) {
             randomizeWith(settings().pattern);  // every random pass writes new data
@@ -106,9 +112,11 @@ void FileOverwriter::randomizeWith(unsigned pattern) {
     buffer_.randomize();
 }
 
-void FileOverwriter::write(Stage stage, std::uint64_t offset, std::size_t length) {
+void FileOverwriter::write(Stage stage, std::uint64_t offset, std::size_t length, bool isLast) {
     if (length == 0) return;
     const char* bytes = static_cast<const char*>(buffer_.bytes(length));
+    // The blocks come in their order, each with all its passes.
+    if (digest_ != nullptr && stage == Stage::block && isLast) digest_->add(bytes, length);
     while (length > 0) {
         const std::ptrdiff_t written = system_.writeAt(file_, bytes, length, offset);
         if (written <= 0) {

@@ -3,8 +3,11 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string_view>
 
+#include "engine/ContentDigest.h"
 #include "engine/OverwriteBuffer.h"
 #include "engine/PassPlan.h"
 #include "engine/ProgressReport.h"
@@ -28,6 +31,9 @@ class FileOverwriter {
         /// errno of the first write that failed, 0 when none did. Behind the old end a full disk, a
         /// quota or a size limit is no failure: nothing old is left for it.
         int code = 0;
+        /// Of what the file holds up to its old end, where all of that was written and digests are
+        /// made.
+        std::optional<Digest> digest{};
     };
 
     /// Overwrites `size` bytes of `file`, a descriptor open for writing, and as many bytes beyond
@@ -42,6 +48,9 @@ class FileOverwriter {
     /// Brings to the outlets what they were not told yet: something will take long.
     void showProgressNow() { progress_.flush(); }
 
+    /// Whether digests are made of what is written. Throws std::bad_alloc.
+    void setDigests(bool areMade);
+
     RandomName& randomName() { return randomName_; }
 
     /// Whether the files from now on have their lines in the Activity Log.
@@ -55,7 +64,7 @@ class FileOverwriter {
     void writePasses(Stage stage, std::uint64_t offset, std::size_t length);
     void choosePattern(std::uint16_t counter);
     void randomizeWith(unsigned pattern);
-    void write(Stage stage, std::uint64_t offset, std::size_t length);
+    void write(Stage stage, std::uint64_t offset, std::size_t length, bool isLast);
 
     platform::SystemCalls& system_;
     DrawSequence& draws_;
@@ -70,6 +79,7 @@ class FileOverwriter {
     std::uint64_t settingsRead_ = 0;  ///< the preferences' change count when `settings_` was read
     bool settingsKnown_ = false;
     bool isLogging_ = true;
+    std::unique_ptr<ContentDigest> digest_;  ///< of the last passes; null: none is made
 
     // The file at hand.
     int file_ = -1;

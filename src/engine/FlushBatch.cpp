@@ -35,12 +35,16 @@ FlushBatch::~FlushBatch() {
     }
 }
 
-void FlushBatch::keep(const WrittenFile& file) {
+void FlushBatch::keep(const WrittenFile& file, const Path& path) {
     if (needsFlush(file)) {
-        add(file);
+        const std::uint32_t index = add(file);
+        if (files_[index].digest) files_[index].path = path();
         return flushIfFull(file.descriptor);
     }
-    if (file.opensToAll) system_.changeMode(file.descriptor, everybody);
+    File written = fileOf(file);
+    readBack(written);
+    if (written.found) tellKept(written, path());
+    if (file.opensToAll && !isInDoubt(written)) system_.changeMode(file.descriptor, everybody);
     system_.close(file.descriptor);
 }
 
@@ -61,21 +65,35 @@ void FlushBatch::remove(const DoomedName& doomed, std::shared_ptr<const HeldDesc
 void FlushBatch::removeNow(const DoomedName& doomed, const WrittenFile& file,
                            const Path& folderPath) {
     const auto path = [&] { return folderPath() + "/" + doomed.name; };
-    const bool swapped = isSwapped(doomed, file.descriptor, Identity::of(file.status));
+    File written = fileOf(file);
+    readBack(written);
+    const bool swapped = isSwapped(doomed, file.descriptor, written.identity);
     if (file.descriptor >= 0) {
-        if (file.opensToAll) system_.changeMode(file.descriptor, everybody);
+        if (file.opensToAll && !isInDoubt(written)) system_.changeMode(file.descriptor, everybody);
         system_.close(file.descriptor);
     }
-    if (swapped) {
-        remover_.leave("remove", ESTALE, path);
+    if (written.found && !isInDoubt(written)) remover_.countVerified(doomed.item);
+    if (isInDoubt(written)) {
+        leaveInDoubt(doomed, written, path);
+    } else if (swapped) {
+        remover_.leave(doomed, "remove", ESTALE, path);
     } else {
         remover_.remove(doomed, path);
     }
 }
 
-std::uint32_t FlushBatch::add(const WrittenFile& file) {
+FlushBatch::File FlushBatch::fileOf(const WrittenFile& file) {
     const State state = needsFlush(file) ? State::dirty : State::clean;
-    files_.push_back({file.descriptor, Identity::of(file.status), state, file.opensToAll});
+    return {file.descriptor,
+            Identity::of(file.status),
+            state,
+            file.opensToAll,
+            file.status.size,
+            readBack_ == nullptr ? std::nullopt : file.digest};
+}
+
+std::uint32_t FlushBatch::add(const WrittenFile& file) {
+    files_.push_back(fileOf(file));
     bytes_ += file.bytes;
     return static_cast<std::uint32_t>(files_.size() - 1);
 }
@@ -95,8 +113,8 @@ void FlushBatch::queue(const DoomedName& doomed, std::uint32_t folder, std::uint
     const std::size_t offset = text_.size();
     text_.append(doomed.name);
     text_.push_back('\0');
-    names_.push_back(
-        {offset, folder, file, doomed.kind, doomed.isCounted, doomed.mayBeSwapped, false});
+    names_.push_back({offset, folder, file, doomed.item, doomed.kind, doomed.isCounted,
+                      doomed.mayBeSwapped, false});
     flushIfFull(std::max(doomed.folder, file == none ? -1 : files_[file].descriptor));
 }
 
@@ -118,6 +136,7 @@ bool FlushBatch::takesOver(int folder) {
 void FlushBatch::flush() {
     if (isEmpty()) return;
     flushContents();
+    if (readBack_ != nullptr) readAllBack();
     findSwapped();
     closeFiles();
     removeNames();
@@ -135,8 +154,12 @@ bool FlushBatch::needsFlush(const WrittenFile& file) {
 }
 
 DoomedName FlushBatch::doomedName(const Name& name) const {
-    return {folders_[name.folder].descriptor, text_.data() + name.offset, name.kind, name.isCounted,
-            name.mayBeSwapped};
+    return {folders_[name.folder].descriptor,
+            text_.data() + name.offset,
+            name.kind,
+            name.isCounted,
+            name.mayBeSwapped,
+            name.item};
 }
 
 /// Whether another file has come in the name's place. As long as `file` is held open no other has
@@ -155,6 +178,62 @@ bool FlushBatch::isSwapped(const DoomedName& doomed, int file, const Identity& i
     return system_.status(file, held) < 0 || !now.isSameAs(held);
 }
 
+void FlushBatch::readBack(File& file) {
+    if (!file.digest || file.found || file.state == State::failed) return;
+    file.found =
+        readBack_->compare(file.descriptor, file.size, *file.digest, file.state == State::dirty);
+}
+
+/// A file that was overwritten more than once, by several names or links, holds what was written
+/// last, and is read back once.
+void FlushBatch::readAllBack() {
+    beforeWaiting_();
+    for (File& file : files_) {
+        if (laterWritten(file) == nullptr) readBack(file);
+    }
+    for (File& file : files_) {
+        if (file.digest && !file.found && file.state != State::failed) {
+            const File* later = laterWritten(file);
+            const bool isKnown = later != nullptr && later->found;
+            file.found = isKnown ? *later->found
+                                 : ReadBack::Answer{ReadBack::Result::unreadable, failureCode_};
+        }
+        if (file.found && !file.path.empty()) tellKept(file, std::exchange(file.path, {}));
+    }
+}
+
+/// The last one of the batch that is to be read back and is the same file.
+const FlushBatch::File* FlushBatch::laterWritten(const File& file) const {
+    for (const File* other = &files_.back(); other != &file; --other) {
+        if (other->digest && other->identity == file.identity) return other;
+    }
+    return nullptr;
+}
+
+bool FlushBatch::isInDoubt(const File& file) {
+    return file.found && file.found->result != ReadBack::Result::same;
+}
+
+void FlushBatch::leaveInDoubt(const DoomedName& doomed, const File& file, const Path& path) {
+    if (file.found->result == ReadBack::Result::ended) {
+        ++unread_;
+        remover_.leave(doomed, "verify", ECANCELED, path);
+    } else {
+        remover_.leaveUnverified(doomed, file.found->code, path);
+    }
+}
+
+void FlushBatch::tellKept(const File& file, std::string path) {
+    switch (file.found->result) {
+        case ReadBack::Result::same:
+            return remover_.countVerified(ItemOutcomes::none);
+        case ReadBack::Result::ended:
+            return;
+        default:
+            return remover_.tellUnverified(file.found->code, std::move(path));
+    }
+}
+
 void FlushBatch::findSwapped() {
     for (Name& name : names_) {
         if (!name.mayBeSwapped) continue;
@@ -169,7 +248,7 @@ void FlushBatch::findSwapped() {
 void FlushBatch::closeFiles() {
     for (File& file : files_) {
         if (file.descriptor < 0) continue;
-        if (file.opensToAll && file.state != State::failed) {
+        if (file.opensToAll && file.state != State::failed && !isInDoubt(file)) {
             system_.changeMode(file.descriptor, everybody);
         }
         system_.close(file.descriptor);
@@ -184,10 +263,16 @@ void FlushBatch::removeNames() {
         const DoomedName doomed = doomedName(name);
         const std::string& folder = folders_[name.folder].path;
         const auto path = [&] { return folder + "/" + doomed.name; };
-        if (name.file != none && files_[name.file].state == State::failed) {
-            remover_.leave("flush", failureCode_, path);
+        const File* file = name.file == none ? nullptr : &files_[name.file];
+        if (file != nullptr && file->found && !isInDoubt(*file)) {
+            remover_.countVerified(name.item);
+        }
+        if (file != nullptr && file->state == State::failed) {
+            remover_.leave(doomed, "flush", failureCode_, path);
+        } else if (file != nullptr && isInDoubt(*file)) {
+            leaveInDoubt(doomed, *file, path);
         } else if (name.isSwapped) {
-            remover_.leave("remove", ESTALE, path);
+            remover_.leave(doomed, "remove", ESTALE, path);
         } else {
             remover_.remove(doomed, path);
         }
@@ -205,6 +290,7 @@ void FlushBatch::clear() {
     text_.clear();
     removed_ = 0;
     bytes_ = 0;
+    remover_.settle();
 }
 
 void FlushBatch::flushContents() {

@@ -5,11 +5,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "engine/ContentDigest.h"
 #include "engine/HeldItem.h"
 #include "engine/NameRemover.h"
+#include "engine/ReadBack.h"
 #include "platform/SystemCalls.h"
 
 namespace dorvanel {
@@ -18,8 +21,9 @@ namespace dorvanel {
 struct WrittenFile {
     int descriptor = -1;  ///< -1: there is none
     platform::FileStatus status;
-    std::uint64_t bytes = 0;  ///< that were written and may still be in memory alone
-    bool opensToAll = false;  ///< gets the permission bits 0777 once its contents are safe
+    std::uint64_t bytes = 0;         ///< that were written and may still be in memory alone
+    bool opensToAll = false;         ///< gets the permission bits 0777 once its contents are safe
+    std::optional<Digest> digest{};  ///< of what it must hold when it is read back; none: it is not
 };
 
 /// Names that go once the contents of their files are on the medium. Were a name to go first, a
@@ -28,7 +32,8 @@ struct WrittenFile {
 /// for the whole batch; then the files are closed, and only then the names go, in their order: on
 /// some file systems an open file keeps the folder of its removed name busy.
 ///
-/// Names of files whose flush failed stay.
+/// Names of files whose flush failed stay, and so do those of files that are to be read back and do
+/// not hold what was written: the blocks of both may hold old contents.
 class FlushBatch {
   public:
     using Path = NameRemover::Path;
@@ -50,8 +55,13 @@ class FlushBatch {
     FlushBatch(const FlushBatch&) = delete;
     FlushBatch& operator=(const FlushBatch&) = delete;
 
-    /// Takes over a file that keeps its name.
-    void keep(const WrittenFile& file);
+    /// Files that have a digest are read back from now on, after their flush. `readBack` may be
+    /// null, and must outlive the batch, or the next call.
+    void setReadBack(ReadBack* readBack) { readBack_ = readBack; }
+
+    /// Takes over a file that keeps its name. `path` is asked for its path like `folderPath` below,
+    /// and may be null where it is not to be read back.
+    void keep(const WrittenFile& file, const Path& path = {});
 
     /// Takes over `file`, or none, and removes the name when that is safe: at once where nothing
     /// waits and nothing needs a flush. `folderPath` is asked for the path of the folder, if at
@@ -86,6 +96,8 @@ class FlushBatch {
 
     /// Files whose flush failed, since the batch was made.
     [[nodiscard]] std::uint64_t failures() const { return failures_; }
+    /// Files whose names stay since a stop kept them from being read back, likewise.
+    [[nodiscard]] std::uint64_t unread() const { return unread_; }
 
   private:
     enum class State { clean, dirty, failed };
@@ -94,6 +106,10 @@ class FlushBatch {
         Identity identity;
         State state;
         bool opensToAll;
+        std::uint64_t size;                       ///< bytes that are read back
+        std::optional<Digest> digest{};           ///< none: it is not read back
+        std::optional<ReadBack::Answer> found{};  ///< once it was
+        std::string path{};                       ///< of a file that keeps its name
     };
     struct Folder {
         int descriptor;
@@ -106,12 +122,14 @@ class FlushBatch {
         std::size_t offset;  ///< into `text_`
         std::uint32_t folder;
         std::uint32_t file;  ///< index, or `none`
+        std::uint32_t item;
         platform::EntryKind kind;
         bool isCounted;
         bool mayBeSwapped;
         bool isSwapped;
     };
 
+    [[nodiscard]] File fileOf(const WrittenFile& file);
     std::uint32_t add(const WrittenFile& file);
     std::uint32_t folderOf(int descriptor, const Path& path);
     void queue(const DoomedName& doomed, std::uint32_t folder, std::uint32_t file);
@@ -120,6 +138,12 @@ class FlushBatch {
     [[nodiscard]] DoomedName doomedName(const Name& name) const;
     [[nodiscard]] bool needsFlush(const WrittenFile& file);
     [[nodiscard]] bool isSwapped(const DoomedName& doomed, int file, const Identity& identity);
+    void readBack(File& file);
+    void readAllBack();
+    [[nodiscard]] const File* laterWritten(const File& file) const;
+    [[nodiscard]] static bool isInDoubt(const File& file);
+    void leaveInDoubt(const DoomedName& doomed, const File& file, const Path& path);
+    void tellKept(const File& file, std::string path);
     void findSwapped();
     void closeFiles();
     void removeNames();
@@ -131,6 +155,7 @@ class FlushBatch {
     platform::SystemCalls& system_;
     NameRemover& remover_;
     std::function<void()> beforeWaiting_;
+    ReadBack* readBack_ = nullptr;
     int highestDescriptor_;  ///< a file with this number or more ends the batch
     std::vector<File> files_;
     std::vector<Folder> folders_;
@@ -140,6 +165,7 @@ class FlushBatch {
     std::size_t removed_ = 0;  ///< names of the batch that had their turn
     std::uint64_t bytes_ = 0;
     std::uint64_t failures_ = 0;
+    std::uint64_t unread_ = 0;
     int failureCode_ = 0;  ///< of the last failure, an errno value
 
     std::uint64_t knownDevice_ = 0;  ///< the device that `knownInMemory_` speaks of

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <ctime>
 #include <memory>
 #include <optional>
@@ -9,6 +10,7 @@
 
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
+#include "engine/ItemOutcomes.h"
 #include "platform/Clock.h"
 #include "platform/SystemCalls.h"
 
@@ -25,6 +27,7 @@ struct HoldingFolder {
     /// It was there before: a run of the same second has left it, and all that it holds is shredded
     /// with the item.
     bool wasThere = false;
+    std::uint32_t item = ItemOutcomes::none;  ///< the last one that was moved into it
     [[nodiscard]] std::string path() const { return folder + "/" + name; }
 };
 

@@ -17,6 +17,7 @@ ItemShredder::ItemShredder(Parts parts)
       system_(parts_.deletion.system),
       batch_(parts_.deletion.batch),
       outcome_(parts_.deletion.outcome),
+      items_(parts_.deletion.items),
       walk_(system_),
       holdings_(system_, parts_.clock, batch_),
       move_(system_, batch_, walk_) {}
@@ -40,7 +41,7 @@ MeasuredItem ItemShredder::measure(const HeldItem& item) {
         measured.bytes = status.size;
         return measured;
     }
-    measured.manifest = std::make_unique<Manifest>();
+    measured.manifest = std::make_shared<Manifest>();
     SizeVisitor visitor({system_, batch_, parts_.deletion.stop, parts_.targets, parts_.spared,
                          parts_.deletion.user, item.links},
                         walk_, *measured.manifest);
@@ -83,6 +84,7 @@ bool ItemShredder::shred(HeldItem& item, MeasuredItem& measured, const TakenItem
     if (!measured.refusal.empty()) {
         ++outcome_.notRemoved;
         outcome_.note(item.path, "move", EBUSY, measured.refusal);
+        items_.addLeft(items_.current(), {item.path, "move", EBUSY, measured.refusal});
         return false;
     }
     isInWork_ = true;
@@ -116,7 +118,9 @@ bool ItemShredder::move(const HeldItem& item) {
     isNamed_ = false;
     int moved = holdings_.enter(item);
     if (moved >= 0) {
-        const HoldingFolder& holding = holdings_.current();
+        HoldingFolder& holding = holdings_.current();
+        holding.item = items_.current();
+        if (holding.wasThere) items_.sharesItsFolder();
         top_ = {holding.opened, item.name};
         topKind_ = item.status.kind;
         if (item.name == holding.name) return true;
@@ -153,9 +157,11 @@ void ItemShredder::tellNotMoved(const HeldItem& item, int code) {
     if (code == ENOENT) {
         ++outcome_.vanished;
         outcome_.note(item.path, "find", ENOENT);
+        items_.addUnwritten(items_.current(), {item.path, "find", ENOENT});
     } else {
         ++outcome_.notRemoved;
         outcome_.note(item.path, "move", code, holdings_.reason());
+        items_.addLeft(items_.current(), {item.path, "move", code, holdings_.reason()});
     }
 }
 
@@ -170,8 +176,10 @@ void ItemShredder::putBack(const HeldItem& item) {
     const HoldingFolder& holding = holdings_.current();
     const bool isBack = move_.back(holding, item, top_.name.c_str()) >= 0;
     ++outcome_.notRemoved;
-    outcome_.note(isBack ? item.path : holding.path() + "/" + top_.name, "move", ESTALE,
-                  "is not what was there before");
+    const std::string path = isBack ? item.path : holding.path() + "/" + top_.name;
+    const char* reason = "is not what was there before";
+    outcome_.note(path, "move", ESTALE, reason);
+    items_.addLeft(items_.current(), {path, "move", ESTALE, reason, isBack ? "" : item.path});
 }
 
 /// Walks the item, or all that a folder of a former run holds.
@@ -209,6 +217,7 @@ void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest,
             return;
         }
         ++outcome_.vanished;
+        items_.addUnwritten(items_.current(), {path, "find", ENOENT});
         outcome_.note(std::move(path), "find", ENOENT);
     };
     FileRenamer files(renamer, walk_, manifest, vanished);
@@ -227,19 +236,36 @@ void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
     const std::size_t troubles = outcome_.allTroubles;
     walkHolding(TreeWalk::Order::forward, handler);
     if (handler.foundAnother()) putBack(item);
+    if (walk_.isLost()) {
+        InWork lost = inWork();
+        items_.addLeft(lost.item, {std::move(lost.path), "list", ESTALE, {}, std::move(lost.was)});
+    }
     // What somebody took in between is told by the count of what is missing, where nothing else has
     // told of it.
     if (stops() || outcome_.allTroubles != troubles) return;
     if (handler.entries < renamed_) {
         const std::uint64_t missing = renamed_ - handler.entries;
         outcome_.vanished += missing;
-        outcome_.note(item.path, "find", ENOENT,
-                      fmt::format("{} of its entries vanished while it was shredded", missing));
+        tellVanished(item,
+                     fmt::format("{} of its entries vanished while it was shredded", missing));
     } else if (manifest != nullptr && !holding.wasThere && !heldTaken_ &&
                handler.sharedFiles != manifest->sharedFiles) {
         ++outcome_.vanished;
-        outcome_.note(item.path, "find", ENOENT, "files in it were exchanged or added by others");
+        tellVanished(item, "files in it were exchanged or added by others");
     }
+}
+
+void ItemShredder::tellVanished(const HeldItem& item, const std::string& reason) {
+    outcome_.note(item.path, "find", ENOENT, reason);
+    items_.addUnwritten(items_.current(), {item.path, "find", ENOENT, reason});
+}
+
+ItemShredder::InWork ItemShredder::inWork() {
+    if (!isInWork_ || !holdings_.hasCurrent()) return {};
+    const HoldingFolder& holding = holdings_.current();
+    if (holding.item >= outcome_.perItem.size()) return {};
+    if (holding.wasThere) return {holding.item, holding.path(), {}};
+    return {holding.item, holding.path() + "/" + top_.name, outcome_.perItem[holding.item].path};
 }
 
 }  // namespace dorvanel

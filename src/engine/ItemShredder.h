@@ -21,7 +21,7 @@ namespace dorvanel {
 /// What was found out about an item before anything was done.
 struct MeasuredItem {
     std::uint64_t bytes = 0;
-    std::unique_ptr<Manifest> manifest;  ///< of a folder
+    std::shared_ptr<Manifest> manifest;  ///< of a folder
     std::string refusal;                 ///< why the item is left whole; empty: it is not
 };
 
@@ -55,6 +55,13 @@ class ItemShredder {
     /// An item is neither done nor given up: the request was ended in it.
     [[nodiscard]] bool isInWork() const { return isInWork_; }
     void clear() { isInWork_ = false; }
+    /// An item that is in work, should it have been moved.
+    struct InWork {
+        std::uint32_t item = ItemOutcomes::none;
+        std::string path;  ///< where it lies; "" where there is none
+        std::string was;   ///< where it lay; "" likewise, and where more than the item lies there
+    };
+    [[nodiscard]] InWork inWork();
 
   private:
     using Links = platform::SystemCalls::Links;
@@ -68,6 +75,7 @@ class ItemShredder {
     void putBack(const HeldItem& item);
     void renameContents(const HeldItem& item, Manifest* manifest, const TakenItems& taken);
     void overwriteContents(HeldItem& item, const Manifest* manifest);
+    void tellVanished(const HeldItem& item, const std::string& reason);
     template <typename Visitor>
     void walkHolding(TreeWalk::Order order, Visitor& visitor);
     [[nodiscard]] bool stops() const {
@@ -78,6 +86,7 @@ class ItemShredder {
     platform::SystemCalls& system_;
     FlushBatch& batch_;
     Outcome& outcome_;
+    ItemOutcomes& items_;
     TreeWalk walk_;
     HoldingFolders holdings_;
     ItemMove move_;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "engine/Manifest.h"
 
+#include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <unordered_set>
 
 namespace dorvanel {
@@ -12,8 +14,15 @@ using platform::FolderListing;
 void Manifest::add(const FileStatus& folder, const FolderListing& listing) {
     const std::string_view names = listing.names();
     const bool hasNames = names_.size() + names.size() <= mostBytes;
-    folders_.push_back({folder.inode, names_.size(), names.size(), listing.size(), hasNames});
+    folders_.push_back({folder.inode, folder.device, names_.size(), names.size(), listing.size(),
+                        inodes_.size(), hasNames});
     if (hasNames) names_.append(names);
+    const std::vector<std::uint64_t>& inodes = listing.inodes();
+    const std::size_t bytes =
+        names_.size() + (inodes_.size() + inodes.size()) * sizeof(std::uint64_t);
+    if (hasNames && bytes <= mostBytes) {
+        inodes_.insert(inodes_.end(), inodes.begin(), inodes.end());
+    }
 }
 
 void Manifest::compare(const FileStatus& folder, const FolderListing& listing,
@@ -33,6 +42,44 @@ void Manifest::compare(const FileStatus& folder, const FolderListing& listing,
         former.remove_prefix(name.size() + 1);
         if (!present.contains(name)) tell(name);
     }
+}
+
+std::optional<std::string> Manifest::formerPath(const Identity& what) {
+    std::string path;
+    Identity at = what;
+    // No way up is longer than there are folders, were the numbers to lead round in a ring.
+    for (std::size_t steps = 0; steps < folders_.size() + 1 && !folders_.empty(); ++steps) {
+        if (at == folders_.front().identity()) return path;
+        const std::optional<std::size_t> entry = entryOf(at);
+        if (!entry) return std::nullopt;
+        const Folder* folder = folderOf(*entry);
+        const char* name = names_.data() + folder->offset;
+        for (std::size_t i = folder->firstInode; i < *entry; ++i) name += std::strlen(name) + 1;
+        path = path.empty() ? name : std::string(name) + '/' + path;
+        at = folder->identity();
+    }
+    return std::nullopt;
+}
+
+/// An entry of this number in a folder of the same device: beyond, numbers begin anew.
+std::optional<std::size_t> Manifest::entryOf(const Identity& what) {
+    constexpr std::uint64_t unknown = 0xFFFFFFFF;  // what FUSE gives out where it knows none
+    if (what.inode == 0 || what.inode == unknown) return std::nullopt;
+    const auto numberOf = [this](std::uint32_t entry) { return inodes_[entry]; };
+    if (sorted_.size() != inodes_.size()) {
+        sorted_.resize(inodes_.size());
+        std::iota(sorted_.begin(), sorted_.end(), 0U);
+        std::ranges::sort(sorted_, {}, numberOf);
+    }
+    for (const std::uint32_t entry : std::ranges::equal_range(sorted_, what.inode, {}, numberOf)) {
+        if (folderOf(entry)->device == what.device) return entry;
+    }
+    return std::nullopt;
+}
+
+const Manifest::Folder* Manifest::folderOf(std::size_t entry) const {
+    // Folders whose numbers are not kept begin where the next one does.
+    return &*std::prev(std::ranges::upper_bound(folders_, entry, {}, &Folder::firstInode));
 }
 
 void Manifest::FileSum::add(const FileStatus& file) {

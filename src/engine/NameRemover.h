@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "engine/ItemOutcomes.h"
 #include "engine/Outcome.h"
 #include "platform/SystemCalls.h"
 
@@ -14,8 +15,9 @@ struct DoomedName {
     int folder;        ///< descriptor of the folder that holds it
     const char* name;  ///< NUL-terminated bytes, good during the call
     platform::EntryKind kind;
-    bool isCounted = true;      ///< false: our own, such as a holding folder
-    bool mayBeSwapped = false;  ///< somebody else may put something in its place
+    bool isCounted = true;                    ///< false: our own, such as a holding folder
+    bool mayBeSwapped = false;                ///< somebody else may put something in its place
+    std::uint32_t item = ItemOutcomes::none;  ///< that it belongs to
 };
 
 /// Removes names and counts what became of them.
@@ -23,23 +25,35 @@ class NameRemover {
   public:
     using Path = std::function<std::string()>;
 
-    /// Both must outlive the remover.
-    NameRemover(platform::SystemCalls& system, Outcome& outcome)
-        : system_(system), outcome_(outcome) {}
+    /// All of them must outlive the remover.
+    NameRemover(platform::SystemCalls& system, Outcome& outcome, ItemOutcomes& items)
+        : system_(system), outcome_(outcome), items_(items) {}
 
     /// Removes the name. `path` is asked for where something is to be told.
     void remove(const DoomedName& doomed, const Path& path);
     /// The name stays, for this reason.
-    void leave(const char* operation, int code, const Path& path);
+    void leave(const DoomedName& doomed, const char* operation, int code, const Path& path);
+
+    /// The file of an item, or of `ItemOutcomes::none`, read back as it was written.
+    void countVerified(std::uint32_t item) { items_.countVerified(item); }
+    /// It read back otherwise, or, with a code, could not be read back; so its name stays.
+    void leaveUnverified(const DoomedName& doomed, int code, const Path& path);
+    /// The same for one whose name is to stay in any case.
+    void tellUnverified(int code, std::string path);
+
+    /// No name waits any longer.
+    void settle() { items_.settle(); }
 
     /// After a removal failed with `code`: forces it. Returns true: the rest of the tree goes on.
     bool fileManagerShouldProceedAfterError(const DoomedName& doomed, int code, const Path& path);
 
   private:
     void count(const DoomedName& doomed, bool isFolder);
+    void tellLeft(const DoomedName& doomed, ItemOutcome::Trouble trouble);
 
     platform::SystemCalls& system_;
     Outcome& outcome_;
+    ItemOutcomes& items_;
 };
 
 }  // namespace dorvanel

@@ -43,6 +43,8 @@ struct Outcome {
     std::uint64_t foldersRemoved = 0;    ///< without the holding folders
     std::uint64_t notOverwritten = 0;    ///< files whose contents are left in part or whole
     std::uint64_t notRemoved = 0;        ///< items, files and folders that are still there
+    std::uint64_t filesVerified = 0;     ///< read back from the medium as they were written
+    std::uint64_t notVerified = 0;       ///< read back otherwise, or not to be read back
     std::uint64_t notFlushed = 0;        ///< files that perhaps never reached the medium
     std::uint64_t vanished = 0;          ///< items and entries that went before their turn
     std::uint64_t filesCleaned = 0;      ///< databases and the like that lost their traces

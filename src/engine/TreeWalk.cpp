@@ -17,11 +17,13 @@ TreeWalk::TreeWalk(SystemCalls& system)
 
 void TreeWalk::walk(int folder, Order order, TreeVisitor& visitor) {
     depth_ = 0;
+    isLost_ = false;
     if (descend(folder, visitor)) walkLevels(order, visitor);
 }
 
 void TreeWalk::walkEntry(const TreeEntry& entry, Order order, TreeVisitor& visitor) {
     depth_ = 0;
+    isLost_ = false;
     Level& level = nextLevel();
     level.listing.clear();
     level.listing.add(entry.name, entry.kind);
@@ -89,7 +91,7 @@ std::string TreeWalk::folderSuffix() const {
 
 TreeEntry TreeWalk::entryAt(const Level& level) const {
     return {level.folder, level.listing.name(level.current), level.listing.kind(level.current),
-            &level.identity};
+            &level.identity, level.listing.inodes()[level.current]};
 }
 
 TreeWalk::Level& TreeWalk::nextLevel() {
@@ -152,6 +154,7 @@ bool TreeWalk::ascend(TreeVisitor& visitor) {
     }
     closeFolder(inner, visitor);
     if (result < 0) {
+        isLost_ = true;
         visitor.missed(currentPath(), -result);
         return false;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct TreeEntry {
     const char* name;  ///< NUL-terminated bytes, good during the call
     platform::EntryKind kind;
     const platform::FileStatus* in;  ///< that folder's status, good during the call
+    std::uint64_t inode = 0;         ///< its number as the folder was listed; 0: not known
 };
 
 /// What is done on a walk.
@@ -74,6 +76,10 @@ class TreeWalk {
     /// During `leave`: whether the entry was walked into.
     [[nodiscard]] bool walkedInto() const { return walkedInto_; }
 
+    /// Whether the last walk ended since the way back up to a folder was lost: what that one and
+    /// those above it hold was not met, or not left.
+    [[nodiscard]] bool isLost() const { return isLost_; }
+
     /// Gives back the memory that walks have used.
     void releaseMemory() { levels_ = {}; }
 
@@ -104,7 +110,8 @@ class TreeWalk {
 
     platform::SystemCalls& system_;
     std::size_t openFolders_;
-    bool walkedInto_ = false;    ///< the entry that is being left
+    bool walkedInto_ = false;  ///< the entry that is being left
+    bool isLost_ = false;
     std::vector<Level> levels_;  ///< kept from walk to walk for their memory
     std::size_t depth_ = 0;      ///< levels in use
 };

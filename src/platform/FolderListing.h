@@ -19,9 +19,12 @@ class FolderListing {
     void clear() {
         names_.clear();
         entries_.clear();
+        inodes_.clear();
     }
-    void add(std::string_view name, EntryKind kind) {
+    /// `inode`: its number, 0 where it is not known.
+    void add(std::string_view name, EntryKind kind, std::uint64_t inode = 0) {
         entries_.push_back({static_cast<std::uint32_t>(names_.size()), kind});
+        inodes_.push_back(inode);
         names_.append(name);
         names_.push_back('\0');
     }
@@ -35,6 +38,8 @@ class FolderListing {
     }
     [[nodiscard]] EntryKind kind(std::size_t index) const { return entries_[index].kind; }
     void setKind(std::size_t index, EntryKind kind) { entries_[index].kind = kind; }
+    /// The numbers of all entries, in order, as the folder tells them.
+    [[nodiscard]] const std::vector<std::uint64_t>& inodes() const { return inodes_; }
 
   private:
     struct Entry {
@@ -43,6 +48,7 @@ class FolderListing {
     };
     std::string names_;
     std::vector<Entry> entries_;
+    std::vector<std::uint64_t> inodes_;
 };
 
 }  // namespace dorvanel::platform

@@ -86,6 +86,16 @@ class SystemCalls {
     /// Bytes written at `offset`, possibly fewer than `size`.
     virtual std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
                                    std::uint64_t offset) = 0;
+    /// What the address of a read's bytes, their number and their offset are multiples of.
+    static constexpr std::size_t readAlignment = 4096;
+    /// Bytes read at `offset`, possibly fewer than `size`; 0 at the end of the file.
+    virtual std::ptrdiff_t readAt(int file, void* data, std::size_t size, std::uint64_t offset) = 0;
+    /// Has later reads by this descriptor come from the medium: what memory keeps of the file, all
+    /// of it flushed before, is dropped, and the reads go past that memory where the file system
+    /// can. Certain is only the latter; where it cannot, pages that some other program uses stay,
+    /// and answer. What the device keeps in a memory of its own is out of reach. The descriptor is
+    /// for reading and closing from then on.
+    virtual int forgetCached(int file) = 0;
     /// Brings the file's contents to the medium.
     virtual int flushFile(int file) = 0;
     /// Brings everything on the file's file system to the medium.

@@ -58,7 +58,9 @@ std::vector<std::string> formerPathsOfWhatIsLeft(const Outcome& outcome,
             former.push_back(liesIn(path, item.path) ? path : item.path);
         }
     }
-    if (outcome.notRemoved > 0 && told == 0) return items;
+    // What was not told word by word may be anywhere in them.
+    const bool isAllTold = told > 0 || outcome.notRemoved == 0;
+    if (!isAllTold || told >= Outcome::keptTroubles) return items;
     return former;
 }
 

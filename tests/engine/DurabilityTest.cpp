@@ -251,7 +251,8 @@ class FlushBatchTest : public ::testing::Test {
     RecordingSystemCalls system{faulty};
     int waits = 0;
     Outcome outcome;
-    NameRemover remover{system, outcome};
+    ItemOutcomes items{system, outcome};
+    NameRemover remover{system, outcome, items};
     FlushBatch batch{system, remover, [this] { ++waits; }};
 };
 

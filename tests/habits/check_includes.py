@@ -37,6 +37,7 @@ WRAPPED = {
     "sdbus-c++/": "platform/linux/",
     "toml++/": "apps/catalogue/",
     "expat.h": "targets/mentions/",
+    "xxhash.h": "engine/ContentDigest.cpp",
 }
 SYSTEM = re.compile(
     r"(sys|linux|net|netinet|arpa|asm|bits|systemd|sdbus-c\+\+)/"

@@ -43,18 +43,25 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
         made.clear();
         failed = 0;
         longestWrite = 0;
+        longestRead = 0;
+        lie = {};
     }
 
     std::map<std::string, int> made;  ///< calls so far, by operation
     int failed = 0;                   ///< calls that were made to fail
 
     std::size_t longestWrite = 0;      ///< no write takes more bytes at once; 0: no bound
+    std::size_t longestRead = 0;       ///< likewise
     std::optional<int> inMemory;       ///< the answer of `livesInMemory`; none: the system's own
     std::optional<int> devices;        ///< the answer of `allowsDevices`; none: the system's own
     int pauses = 0;                    ///< of which none takes any time
     bool listingTellsNoKinds = false;  ///< as on file systems that leave them out
     /// Called before each call that is made.
     std::function<void(const std::string& operation, const std::string& name)> before;
+
+    /// Called with the bytes that a read has brought, which it may change; returns their number.
+    std::function<std::ptrdiff_t(int file, char* bytes, std::size_t size, std::uint64_t offset)>
+        lie;
 
     int openFile(int folder, const char* name, Links links) override {
         if (const int code = fault("openFile", name)) return -code;
@@ -130,6 +137,17 @@ class FaultySystemCalls final : public ForwardingSystemCalls {
         if (const int code = fault("writeAt")) return -code;
         if (longestWrite != 0) size = std::min(size, longestWrite);
         return ForwardingSystemCalls::writeAt(file, data, size, offset);
+    }
+    std::ptrdiff_t readAt(int file, void* data, std::size_t size, std::uint64_t offset) override {
+        if (const int code = fault("readAt")) return -code;
+        if (longestRead != 0) size = std::min(size, longestRead);
+        const std::ptrdiff_t got = ForwardingSystemCalls::readAt(file, data, size, offset);
+        if (!lie || got < 0) return got;
+        return lie(file, static_cast<char*>(data), static_cast<std::size_t>(got), offset);
+    }
+    int forgetCached(int file) override {
+        if (const int code = fault("forgetCached")) return -code;
+        return ForwardingSystemCalls::forgetCached(file);
     }
     int flushFile(int file) override {
         if (const int code = fault("flushFile")) return -code;

@@ -59,6 +59,10 @@ class ForwardingSystemCalls : public platform::SystemCalls {
                            std::uint64_t offset) override {
         return inner_.writeAt(file, data, size, offset);
     }
+    std::ptrdiff_t readAt(int file, void* data, std::size_t size, std::uint64_t offset) override {
+        return inner_.readAt(file, data, size, offset);
+    }
+    int forgetCached(int file) override { return inner_.forgetCached(file); }
     int flushFile(int file) override { return inner_.flushFile(file); }
     int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
     int livesInMemory(int file) override { return inner_.livesInMemory(file); }

@@ -72,6 +72,14 @@ std::ptrdiff_t RecordingSystemCalls::writeAt(int file, const void* data, std::si
     calls.push_back({"writeAt", file, {}, {}, offset, size, contentHash(data, size)});
     return ForwardingSystemCalls::writeAt(file, data, size, offset);
 }
+std::ptrdiff_t RecordingSystemCalls::readAt(int file, void* data, std::size_t size,
+                                            std::uint64_t offset) {
+    calls.push_back({"readAt", file, {}, {}, offset, size});
+    return ForwardingSystemCalls::readAt(file, data, size, offset);
+}
+int RecordingSystemCalls::forgetCached(int file) {
+    return remember("forgetCached", file, "", ForwardingSystemCalls::forgetCached(file));
+}
 int RecordingSystemCalls::flushFile(int file) {
     return remember("flushFile", file, "", ForwardingSystemCalls::flushFile(file));
 }

@@ -45,6 +45,8 @@ class RecordingSystemCalls final : public ForwardingSystemCalls {
     int removeFolder(int folder, const char* name) override;
     std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
                            std::uint64_t offset) override;
+    std::ptrdiff_t readAt(int file, void* data, std::size_t size, std::uint64_t offset) override;
+    int forgetCached(int file) override;
     int flushFile(int file) override;
     int flushFileSystem(int file) override;
 

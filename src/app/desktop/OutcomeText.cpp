@@ -21,6 +21,10 @@ QString whatWasDone(const Outcome& outcome) {
                        : QStringLiteral("Shredded: %1, %2 overwritten.")
                              .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
                                   QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+    if (outcome.filesVerified > 0) {
+        done += QStringLiteral(" Verified: %1.")
+                    .arg(counted(outcome.filesVerified, QStringLiteral("file")));
+    }
     if (outcome.filesCleaned > 0) {
         done += QStringLiteral(" Cleaned: %1, %2 removed.")
                     .arg(counted(outcome.filesCleaned, QStringLiteral("file")),
@@ -66,6 +70,10 @@ QString failureOf(const RunReport& report) {
     if (outcome.notOverwritten > 0) {
         parts << counted(outcome.notOverwritten, QStringLiteral("file")) +
                      QStringLiteral(" not wholly overwritten.");
+    }
+    if (outcome.notVerified > 0) {
+        parts << counted(outcome.notVerified, QStringLiteral("file")) +
+                     QStringLiteral(" read back otherwise or not at all.");
     }
     if (outcome.vanished > 0) {
         parts << counted(outcome.vanished, QStringLiteral("item")) +

@@ -13,8 +13,8 @@ namespace dorvanel::terminal {
 namespace {
 
 std::uint64_t troublesOf(const Outcome& outcome) {
-    return outcome.notOverwritten + outcome.notRemoved + outcome.notFlushed + outcome.vanished +
-           outcome.notCleaned;
+    return outcome.notOverwritten + outcome.notRemoved + outcome.notVerified + outcome.notFlushed +
+           outcome.vanished + outcome.notCleaned;
 }
 
 }  // namespace
@@ -32,6 +32,10 @@ void tellOutcome(const Outcome& outcome, Terminal& terminal) {
     }
     if (outcome.notRemoved > 0) {
         terminal.complain(counted(outcome.notRemoved, "item") + " still there");
+    }
+    if (outcome.notVerified > 0) {
+        terminal.complain(counted(outcome.notVerified, "file") +
+                          " read back otherwise or not at all");
     }
     if (outcome.notFlushed > 0) {
         terminal.complain(counted(outcome.notFlushed, "file") +
@@ -55,6 +59,9 @@ void tellOutcome(const Outcome& outcome, Terminal& terminal) {
                                 counted(outcome.foldersRemoved, "folder"),
                                 outcome.stopped ? "; stopped" : "")
                  << std::flush;
+    if (outcome.filesVerified > 0) {
+        terminal.out << counted(outcome.filesVerified, "file") + " verified\n" << std::flush;
+    }
     if (outcome.filesCleaned > 0) {
         terminal.out << fmt::format("{} cleaned ({} removed)\n",
                                     counted(outcome.filesCleaned, "file"),

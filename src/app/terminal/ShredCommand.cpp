@@ -26,6 +26,7 @@ struct Options {
     Paths paths;
     bool mentions = false;    ///< also what the desktop remembers of the files
     bool noMentions = false;  ///< not that, whatever the preferences say
+    bool verifies = false;    ///< what was overwritten is read back
     [[nodiscard]] bool wantsMentions(const PreferenceReader& preferences) const {
         return !noMentions && (mentions || preferences.boolForKey("ShredMentions"));
     }
@@ -61,6 +62,7 @@ ExitStatus shred(Terminal& terminal, const Options& options) {
     FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
                           bar.fileName());
     engine = &fileAccess;
+    fileAccess.setVerifies(options.verifies);
     fileAccess.protect(std::move(items->protectedFolders));
     const auto cleaningCalls = platform::makeCleaningCalls();
     MentionsOfItems mentions({*system, *cleaningCalls, platform::systemClock()});
@@ -95,6 +97,7 @@ void addShredCommand(CLI::App& program, Action& chosen) {
         ->add_option("PATH", options->paths,
                      "A file or a folder; after \"--\" it may begin with a dash")
         ->required();
+    command->add_flag("--verify", options->verifies, "Read back what was overwritten");
     CLI::Option* mentions = command->add_flag(
         "--mentions", options->mentions,
         "Also thumbnails of the files, and their entries in lists of recent documents");

@@ -143,7 +143,7 @@ class LinuxSystemCalls final : public SystemCalls {
                 std::memcpy(&entry, record, offsetof(dirent64, d_name));
                 const char* name = record + offsetof(dirent64, d_name);
                 if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0) {
-                    listing.add(name, kindOfEntry(entry.d_type));
+                    listing.add(name, kindOfEntry(entry.d_type), entry.d_ino);
                 }
                 at += entry.d_reclen;
             }
@@ -165,6 +165,20 @@ class LinuxSystemCalls final : public SystemCalls {
     std::ptrdiff_t writeAt(int file, const void* data, std::size_t size,
                            std::uint64_t offset) override {
         return called([&] { return ::pwrite(file, data, size, static_cast<off_t>(offset)); });
+    }
+    std::ptrdiff_t readAt(int file, void* data, std::size_t size, std::uint64_t offset) override {
+        const auto read = [&] {
+            return called([&] { return ::pread(file, data, size, static_cast<off_t>(offset)); });
+        };
+        const ssize_t result = read();
+        // Some file systems take the flag and then no read, or none at such an offset.
+        return result == -EINVAL && readPastMemory(file, false) >= 0 ? read() : result;
+    }
+    int forgetCached(int file) override {
+        const int failed = ::posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED);
+        if (failed != 0) return -failed;
+        readPastMemory(file, true);
+        return 0;
     }
     int flushFile(int file) override {
         return called([&] { return ::fdatasync(file); });
@@ -205,6 +219,12 @@ class LinuxSystemCalls final : public SystemCalls {
     }
 
   private:
+    static int readPastMemory(int file, bool isPast) {
+        const int flags = called([&] { return ::fcntl(file, F_GETFL); });
+        if (flags < 0) return flags;
+        const int wanted = isPast ? flags | O_DIRECT : flags & ~O_DIRECT;
+        return called([&] { return ::fcntl(file, F_SETFL, wanted); });
+    }
     static int flagsOf(Links links) { return links == Links::follow ? 0 : O_NOFOLLOW; }
 
     static int look(int folder, const char* name, int flags, FileStatus& status) {
