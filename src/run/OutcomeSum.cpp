@@ -9,9 +9,10 @@ namespace dorvanel {
 void addOutcome(Outcome& all, Outcome more) {
     for (std::uint64_t Outcome::*count :
          {&Outcome::items, &Outcome::filesOverwritten, &Outcome::bytesOverwritten,
-          &Outcome::filesRemoved, &Outcome::foldersRemoved, &Outcome::filesVerified, &Outcome::notVerified, &Outcome::notOverwritten,
-          &Outcome::notRemoved, &Outcome::notFlushed, &Outcome::vanished, &Outcome::filesCleaned,
-          &Outcome::rowsRemoved, &Outcome::notCleaned}) {
+          &Outcome::filesRemoved, &Outcome::foldersRemoved, &Outcome::filesVerified,
+          &Outcome::notVerified, &Outcome::notOverwritten, &Outcome::notRemoved,
+          &Outcome::notFlushed, &Outcome::vanished, &Outcome::filesCleaned, &Outcome::rowsRemoved,
+          &Outcome::notCleaned}) {
         all.*count += more.*count;
     }
     all.stopped = all.stopped || more.stopped;

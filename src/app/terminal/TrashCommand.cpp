@@ -60,6 +60,7 @@ ExitStatus shredTrash(Terminal& terminal, const TrashOptions& options,
     FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
                           bar.fileName());
     engine = &fileAccess;
+    fileAccess.setVerifies(options.verifies);
     fileAccess.protect(std::move(home.value().protectedFolders));
 
     TrashShredding trash({*system, *cleaningCalls, platform::systemClock()});
@@ -96,6 +97,7 @@ void addTrashCommand(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<TrashOptions>();
     CLI::App* command = program.add_subcommand("trash", "Shred what is in the trash");
     command->fallthrough()->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
+    command->add_flag("--verify", options->verifies, "Read back what was overwritten");
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) {
             const Result<std::vector<std::string>> mounted = platform::mountPoints();

@@ -10,7 +10,8 @@
 namespace dorvanel::terminal {
 
 struct TrashOptions {
-    bool yes = false;  ///< nothing is asked
+    bool yes = false;       ///< nothing is asked
+    bool verifies = false;  ///< what was overwritten is read back
 };
 
 /// Shreds the trash of the user's home folder, and of what is mounted at these points.
