@@ -5,13 +5,14 @@
 # _dorvanel_candidates COMMAND WORD KEY: what may stand next after the words, one a line.
 _dorvanel_candidates() {
     case $1/$2 in
-        /) printf '%s\n' shred run watch prefs apps profiles traces log ;;
+        /) printf '%s\n' shred run watch trash prefs apps profiles traces log ;;
         prefs/) printf '%s\n' list get set revert ;;
         prefs/get | prefs/set)
             [ -z "$3" ] && printf '%s\n' ShredCache ShredIEDownloadCache ShredMailTrash \
                 ShredHistory HideAfterShredding BrowserWatch ActivityLog ConfirmShredding \
                 DoDSanitize NumberOfWrites OverwritePattern ShredAppleMailJunk NSA \
-                ShredMailsmithSpam shredSafariFavicon ShredQuicktimeCache ShredMailCache
+                ShredMailsmithSpam shredSafariFavicon ShredQuicktimeCache ShredMailCache \
+                ShredMentions
             [ "$2" = set ] && case $3 in
                 '') ;;
                 NumberOfWrites) printf '%s\n' 0 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 ;;
@@ -89,7 +90,9 @@ _dorvanel() {
     if [[ $current == -* && " ${COMP_WORDS[*]:0:COMP_CWORD} " != *' -- '* ]]; then
         case ${words[0]-} in
             '') options+=' --version' ;;
+            shred) options+=' --mentions --no-mentions --verify' ;;
             run) options+=' --then --yes' ;;
+            trash) options+=' --yes --verify' ;;
             watch) options+=' --yes' ;;
             traces) options+=' --all --json' ;;
         esac

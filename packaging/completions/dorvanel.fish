@@ -51,7 +51,7 @@ end
 
 set -l switches ShredCache ShredIEDownloadCache ShredMailTrash ShredHistory HideAfterShredding \
     BrowserWatch ActivityLog ConfirmShredding DoDSanitize ShredAppleMailJunk NSA \
-    ShredMailsmithSpam shredSafariFavicon ShredQuicktimeCache ShredMailCache
+    ShredMailsmithSpam shredSafariFavicon ShredQuicktimeCache ShredMailCache ShredMentions
 set -l applications Safari Internet\\ Explorer Mozilla Netscape iCab Omniweb Opera Camino Firefox \
     Apple\\ Mail Eudora Mailsmith
 
@@ -63,6 +63,7 @@ complete -c dorvanel -n __dorvanel_after -l version -d 'Tell the version'
 complete -c dorvanel -n __dorvanel_after -a shred -d 'Shred files and folders now'
 complete -c dorvanel -n __dorvanel_after -a run -d 'One shredding run'
 complete -c dorvanel -n __dorvanel_after -a watch -d 'Shred whenever a supported application quits'
+complete -c dorvanel -n __dorvanel_after -a trash -d 'Shred what is in the trash'
 complete -c dorvanel -n __dorvanel_after -a prefs -d 'List, read and change the preferences'
 complete -c dorvanel -n __dorvanel_after -a apps -d 'List, enable and disable applications'
 complete -c dorvanel -n __dorvanel_after -a profiles -d 'List profiles, select those to shred'
@@ -70,6 +71,11 @@ complete -c dorvanel -n __dorvanel_after -a traces -d 'List and choose traces of
 complete -c dorvanel -n __dorvanel_after -a log -d 'Print the Activity Log'
 
 complete -c dorvanel -n '__dorvanel_in shred' -F
+complete -c dorvanel -n '__dorvanel_in shred' -l mentions -d 'Also thumbnails and recent entries'
+complete -c dorvanel -n '__dorvanel_in shred' -l no-mentions -d 'Whatever ShredMentions says'
+complete -c dorvanel -n '__dorvanel_in shred' -l verify -d 'Read back what was overwritten'
+complete -c dorvanel -n '__dorvanel_in trash' -l yes -d 'Answer Yes without asking'
+complete -c dorvanel -n '__dorvanel_in trash' -l verify -d 'Read back what was overwritten'
 complete -c dorvanel -n '__dorvanel_in run' -l then -xa 'logout shutdown restart' -d 'What follows'
 complete -c dorvanel -n '__dorvanel_in run' -l yes -d 'Answer alerts with Yes and OK'
 complete -c dorvanel -n '__dorvanel_in watch' -l yes -d 'Answer alerts with Yes and OK'

@@ -7,6 +7,7 @@
 #include "app/BundleInformation.h"
 #include "engine/FileAccess.h"
 #include "prefs/Preferences.h"
+#include "run/MentionsOfItems.h"
 #include "run/ShreddingRun.h"
 #include "targets/Collectors.h"
 #include "targets/ProfilesMenu.h"
@@ -46,6 +47,10 @@ Controller::Controller(const ControllerParts& parts)
           parts.watchOutlets, *watchOwner_)),
       today_(std::make_unique<ApplicationsOfToday>(parts, *browserWatch_,
                                                    [this] { shredAndNothing(); })),
+      mentions_(std::make_unique<MentionsOfItems>(
+          mentions::Mentions::Parts{.system = parts.system,
+                                    .cleaningCalls = parts.today.cleaningCalls,
+                                    .clock = parts.clock})),
       run_(std::make_unique<ShreddingRun>(
           ShreddingRun::Parts{.fileAccessInstance = *fileAccessInstance_,
                               .preferencesInstance = parts.preferencesInstance,
@@ -53,6 +58,7 @@ Controller::Controller(const ControllerParts& parts)
                               .collectors = *collectors_,
                               .mPathArray = mPathArray,
                               .traces = today_->traces(),
+                              .mentions = *mentions_,
                               .processes = parts.processes,
                               .events = parts.events,
                               .quitWait = parts.quitWait,

@@ -21,6 +21,7 @@ class BundleInformation;
 class Collectors;
 class DrawSequence;
 class FileAccess;
+class MentionsOfItems;
 class Preferences;
 class ProfilesMenu;
 class RunObserver;
@@ -148,6 +149,7 @@ class Controller final {
     std::unique_ptr<QuitOfAnApplication> watchOwner_;
     std::unique_ptr<BrowserWatch> browserWatch_;
     std::unique_ptr<ApplicationsOfToday> today_;
+    std::unique_ptr<MentionsOfItems> mentions_;
     std::unique_ptr<ShreddingRun> run_;
 
     ui::Menu mDockMenu;

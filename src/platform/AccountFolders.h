@@ -16,6 +16,9 @@ Result<Done> makeAccountFolders();
 /// Before any thread is started. A folder that does not exist is refused.
 Result<Done> useHomeDirectory(const std::string& folder);
 
+/// Whether a folder stands in for the home folder by `useHomeDirectory`.
+[[nodiscard]] bool isHomeDirectoryReplaced();
+
 /// Fails where HOME is empty or relative: "~" would then be the root folder, or lie below the
 /// folder that the program happens to stand in. Also where HOME is unset and the account has no
 /// home folder.

@@ -14,12 +14,15 @@ struct PreferenceKey {
     std::string_view name;
     Number factoryDefault;
     int lastIndex = 0;  ///< of the menu, for an integer
+    /// Listed only where somebody chose another value than the factory's: scripts read lists that
+    /// have the others alone.
+    bool isListedWhenChosen = false;
 
     [[nodiscard]] constexpr bool isBool() const { return factoryDefault.isBool(); }
 };
 
-/// The seventeen preferences, in the order in which they are loaded, saved and listed.
-inline constexpr std::array<PreferenceKey, 17> preferenceKeys = {{
+/// The preferences, in the order in which they are loaded, saved and listed.
+inline constexpr std::array<PreferenceKey, 18> preferenceKeys = {{
     {"ShredCache", Number::fromBool(true)},
     {"ShredIEDownloadCache", Number::fromBool(false)},
     {"ShredMailTrash", Number::fromBool(true)},
@@ -37,6 +40,7 @@ inline constexpr std::array<PreferenceKey, 17> preferenceKeys = {{
     {"shredSafariFavicon", Number::fromBool(false)},  // small s: stored values are found by it
     {"ShredQuicktimeCache", Number::fromBool(false)},
     {"ShredMailCache", Number::fromBool(false)},
+    {"ShredMentions", Number::fromBool(false), 0, true},
 }};
 
 /// In both menus a line between the first item and the others, which nobody can choose: as a

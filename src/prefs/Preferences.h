@@ -21,7 +21,7 @@ namespace dorvanel {
 /// Preference values by key.
 using PreferenceValues = std::map<Key, Number>;
 
-/// The factory defaults of the seventeen keys; built on the first call, never rebuilt.
+/// The factory defaults of all keys; built on the first call, never rebuilt.
 const PreferenceValues& defaultValues();
 
 /// The panel that shows the preferences, where there is one.
@@ -53,9 +53,9 @@ class Preferences final : public PreferenceReader {
     /// Another construction: gives the one object, as `sharedInstance` does.
     static std::shared_ptr<Preferences> init(PreferencesOwner& owner);
 
-    /// The seventeen values as stored, the factory default for each that is not.
+    /// The values as stored, the factory default for each that is not.
     static PreferenceValues preferencesFromDefaults(const platform::UserDefaults& defaults);
-    /// Stores the seventeen values and synchronizes; a value equal to its factory default is
+    /// Stores the values and synchronizes; a value equal to its factory default is
     /// removed rather than stored.
     static Result<Done> savePreferencesToDefaults(const PreferenceValues& values,
                                                   platform::UserDefaults& defaults);

@@ -15,6 +15,7 @@
 #include "platform/Worker.h"
 #include "prefs/PreferenceReader.h"
 #include "run/Activity.h"
+#include "run/MentionsOfItems.h"
 #include "run/RunCollection.h"
 #include "run/RunReport.h"
 #include "run/TraceCollection.h"
@@ -39,6 +40,7 @@ class ShreddingRun {
         Collectors& collectors;
         std::vector<std::string>& mPathArray;  ///< the shred list that the collectors fill
         TraceCollection& traces;               ///< of the applications of today
+        MentionsOfItems& mentions;             ///< of what is handed over; the worker's
         platform::ProcessManager& processes;
         platform::SystemEvents& events;
         platform::QuitWait& quitWait;
@@ -137,6 +139,7 @@ class ShreddingRun {
     [[nodiscard]] bool hasNothingToDo() const;
     void shredList(const Work& work, RunReport& report);
     void shredCollected(RunReport& report);
+    void shredHandedOver(RunReport& report);
     bool mayStartHandedOver();
     Refusal reasonToRefuse() const;
     [[nodiscard]] std::vector<std::string> pathsOf(const Work& work) const;

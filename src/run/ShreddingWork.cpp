@@ -99,10 +99,11 @@ void ShreddingRun::HandleThread(const Work& work) {
 }
 
 void ShreddingRun::shredList(const Work& work, RunReport& report) {
-    if (!work.handedOver) return shredCollected(report);
-    FileAccess& engine = parts_.fileAccessInstance;
-    engine.shredItems(handedOver_);
-    report.outcome = engine.outcome();
+    if (work.handedOver) {
+        shredHandedOver(report);
+    } else {
+        shredCollected(report);
+    }
 }
 
 void ShreddingRun::shredCollected(RunReport& report) {
@@ -116,6 +117,18 @@ void ShreddingRun::shredCollected(RunReport& report) {
     report.outcome = engine.outcome();
     if (measure_) addOutcomes(report.plan, collection_.items(), report.outcome);
     parts_.traces.finish(report.outcome);
+}
+
+void ShreddingRun::shredHandedOver(RunReport& report) {
+    FileAccess& engine = parts_.fileAccessInstance;
+    const bool wantsMentions = parts_.preferencesInstance.boolForKey("ShredMentions");
+    if (wantsMentions) {
+        parts_.mentions.find(handedOver_, MentionsOfItems::Where::everywhere,
+                             [&engine] { return engine.stopRequested(); });
+    }
+    engine.shredItems(handedOver_);
+    report.outcome = engine.outcome();
+    if (wantsMentions) parts_.mentions.shred(engine, report.outcome);
 }
 
 void ShreddingRun::sendSystemEvent(std::int16_t ending) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "base/Percent.h"
+
 namespace dorvanel {
 namespace {
 
@@ -19,29 +21,6 @@ bool isScheme(std::string_view text) {
     return !text.empty() && isLetter(text.front()) && std::ranges::all_of(text, [](char c) {
         return isLetter(c) || isDigit(c) || c == '+' || c == '-' || c == '.';
     });
-}
-
-/// The value of a hexadecimal digit; -1 for any other character.
-int hexDigit(char c) {
-    if (isDigit(c)) return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
-std::string percentDecoded(std::string_view text) {
-    std::string decoded;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const int high = text[i] == '%' && i + 2 < text.size() ? hexDigit(text[i + 1]) : -1;
-        const int low = high >= 0 ? hexDigit(text[i + 2]) : -1;
-        if (low < 0) {
-            decoded += text[i];
-            continue;
-        }
-        decoded += static_cast<char>(high * 16 + low);
-        i += 2;
-    }
-    return decoded;
 }
 
 /// Splits "user:password@host:port". The last "@" counts: an address as user may hold one itself.

@@ -36,6 +36,7 @@ WRAPPED = {
     "plist/": "prefs/",
     "sdbus-c++/": "platform/linux/",
     "toml++/": "apps/catalogue/",
+    "expat.h": "targets/mentions/",
     "xxhash.h": "engine/ContentDigest.cpp",
 }
 SYSTEM = re.compile(

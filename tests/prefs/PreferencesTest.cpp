@@ -54,7 +54,7 @@ TEST_F(PreferencesTest, EveryKeyIsProcessedInTheOrderOfTheTable) {
                             "HideAfterShredding", "BrowserWatch", "ActivityLog", "ConfirmShredding",
                             "DoDSanitize", "NumberOfWrites", "OverwritePattern",
                             "ShredAppleMailJunk", "NSA", "ShredMailsmithSpam", "shredSafariFavicon",
-                            "ShredQuicktimeCache", "ShredMailCache"));
+                            "ShredQuicktimeCache", "ShredMailCache", "ShredMentions"));
 
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(defaultValues(), defaults));
     ASSERT_EQ(defaults.calls.size(), 18U);

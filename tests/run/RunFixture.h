@@ -124,7 +124,8 @@ class RunFixture : public ::testing::Test, private BrowserWatchOwner, protected 
                             defaults, runningApplications, [this] {
                                 return catalogue::Folders{home / "applications", {}};
                             }}};
-    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, traces, processes,
+    MentionsOfItems mentions{{*system, *cleaningCalls, clock}};
+    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, traces, mentions, processes,
                       events, quitWait, *worker, alerts, window, application, *this}};
 };
 

@@ -15,7 +15,7 @@ struct PanelControl {
 };
 
 /// Check boxes and two-state buttons.
-inline constexpr std::array<PanelControl<BoolKey>, 15> panelButtons = {{
+inline constexpr std::array<PanelControl<BoolKey>, 16> panelButtons = {{
     {"shredCacheCheckbox", "ShredCache"},
     {"shredIEDownloadCacheCheckbox", "ShredIEDownloadCache"},
     {"shredMailTrashCheckbox", "ShredMailTrash"},
@@ -31,6 +31,7 @@ inline constexpr std::array<PanelControl<BoolKey>, 15> panelButtons = {{
     {"shredMailCacheCheckbox", "ShredMailCache"},
     {"shredMailsmithSpamCheckbox", "ShredMailsmithSpam"},
     {"shredSafariFaviconCheckbox", "shredSafariFavicon"},
+    {"shredMentionsCheckbox", "ShredMentions"},
 }};
 
 /// Pop-up menus of numbers.

@@ -55,6 +55,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addAppsCommand(program, chosen);
     addProfilesCommand(program, chosen);
     addTracesCommand(program, chosen);
+    addTrashCommand(program, chosen);
     addLogCommand(program, chosen);
 
     const auto first = commandOf(arguments);

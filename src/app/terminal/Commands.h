@@ -24,6 +24,7 @@ void addPrefsCommand(CLI::App& program, Action& chosen);
 void addAppsCommand(CLI::App& program, Action& chosen);
 void addProfilesCommand(CLI::App& program, Action& chosen);
 void addTracesCommand(CLI::App& program, Action& chosen);
+void addTrashCommand(CLI::App& program, Action& chosen);
 void addLogCommand(CLI::App& program, Action& chosen);
 
 }  // namespace dorvanel::terminal

@@ -54,8 +54,9 @@ ExitStatus list(Terminal& terminal) {
     OpenedPreferences opened(terminal);
     if (!opened.areKnown()) return ExitStatus::incomplete;
     for (const PreferenceKey& key : preferenceKeys) {
-        terminal.out << key.name << ' ' << shown(opened.preferences().objectForKey(Key::of(key)))
-                     << '\n';
+        const Number value = opened.preferences().objectForKey(Key::of(key));
+        if (key.isListedWhenChosen && value == key.factoryDefault) continue;
+        terminal.out << key.name << ' ' << shown(value) << '\n';
     }
     return ExitStatus::done;
 }

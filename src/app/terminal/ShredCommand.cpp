@@ -13,12 +13,24 @@
 #include "app/terminal/OutcomeText.h"
 #include "app/terminal/ProgressBar.h"
 #include "engine/FileAccess.h"
+#include "platform/CleaningCalls.h"
 #include "platform/QuitSignals.h"
+#include "run/MentionsOfItems.h"
 
 namespace dorvanel::terminal {
 namespace {
 
 using Paths = std::vector<std::string>;
+
+struct Options {
+    Paths paths;
+    bool mentions = false;    ///< also what the desktop remembers of the files
+    bool noMentions = false;  ///< not that, whatever the preferences say
+    bool verifies = false;    ///< what was overwritten is read back
+    [[nodiscard]] bool wantsMentions(const PreferenceReader& preferences) const {
+        return !noMentions && (mentions || preferences.boolForKey("ShredMentions"));
+    }
+};
 
 /// What to shred, held; nothing, and every reason told, when some of it must not be touched.
 std::optional<ShredArguments> checked(Terminal& terminal, const Paths& arguments,
@@ -35,9 +47,9 @@ std::optional<ShredArguments> checked(Terminal& terminal, const Paths& arguments
     return std::move(items.value());
 }
 
-ExitStatus shred(Terminal& terminal, const Paths& arguments, bool verifies) {
+ExitStatus shred(Terminal& terminal, const Options& options) {
     const std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
-    std::optional<ShredArguments> items = checked(terminal, arguments, *system);
+    std::optional<ShredArguments> items = checked(terminal, options.paths, *system);
     if (!items) return ExitStatus::usage;
 
     OpenedPreferences opened(terminal);
@@ -50,8 +62,12 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments, bool verifies) {
     FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
                           bar.fileName());
     engine = &fileAccess;
-    fileAccess.setVerifies(verifies);
+    fileAccess.setVerifies(options.verifies);
     fileAccess.protect(std::move(items->protectedFolders));
+    const auto cleaningCalls = platform::makeCleaningCalls();
+    MentionsOfItems mentions({*system, *cleaningCalls, platform::systemClock()});
+    const bool wantsMentions = options.wantsMentions(opened.preferences());
+    Outcome outcome;
     tellMedium(items->items, terminal);
     {
         const auto signals =
@@ -59,27 +75,37 @@ ExitStatus shred(Terminal& terminal, const Paths& arguments, bool verifies) {
         if (!signals) {
             terminal.complain("signals cannot be caught: one would end this midway");
         }
+        if (wantsMentions) {
+            mentions.find(items->items, MentionsOfItems::Where::everywhere,
+                          [&fileAccess] { return fileAccess.stopRequested(); });
+        }
         fileAccess.shredItems(items->items);
+        outcome = fileAccess.outcome();
+        if (wantsMentions) mentions.shred(fileAccess, outcome);
     }
     bar.clear();
-    tellOutcome(fileAccess.outcome(), terminal);
-    return statusOf(fileAccess.outcome());
+    tellOutcome(outcome, terminal);
+    return statusOf(outcome);
 }
 
 }  // namespace
 
 void addShredCommand(CLI::App& program, Action& chosen) {
-    auto paths = std::make_shared<Paths>();
-    auto verifies = std::make_shared<bool>(false);
+    auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand("shred", "Shred files and folders now");
     command->fallthrough()
-        ->add_option("PATH", *paths, "A file or a folder; after \"--\" it may begin with a dash")
+        ->add_option("PATH", options->paths,
+                     "A file or a folder; after \"--\" it may begin with a dash")
         ->required();
-    command->add_flag("--verify", *verifies, "Read back what was overwritten");
-    command->callback([&chosen, paths, verifies] {
-        chosen = [paths, verifies](Terminal& terminal) {
-            return shred(terminal, *paths, *verifies);
-        };
+    command->add_flag("--verify", options->verifies, "Read back what was overwritten");
+    CLI::Option* mentions = command->add_flag(
+        "--mentions", options->mentions,
+        "Also thumbnails of the files, and their entries in lists of recent documents");
+    command
+        ->add_flag("--no-mentions", options->noMentions, "Not those, whatever ShredMentions says")
+        ->excludes(mentions);
+    command->callback([&chosen, options] {
+        chosen = [options](Terminal& terminal) { return shred(terminal, *options); };
     });
 }
 

@@ -14,6 +14,8 @@
 namespace dorvanel::platform {
 namespace {
 
+bool gIsHomeReplaced = false;  // before any thread is started
+
 Result<Done> makePrivateFolder(const std::string& parent, const std::string& folder) {
     if (::mkdir(folder.c_str(), 0700) != 0) {
         if (errno == EEXIST && defaultFileManager().isDirectoryAtPath(folder)) return Done{};
@@ -49,7 +51,12 @@ Result<Done> useHomeDirectory(const std::string& folder) {
     if (::stat(absolute.c_str(), &status) != 0) return Error::fromErrno("home folder", folder);
     if (!S_ISDIR(status.st_mode)) return Error{ENOTDIR, "home folder", folder, {}};
     if (::setenv("HOME", absolute.c_str(), 1) != 0) return Error::fromErrno("home folder", folder);
+    gIsHomeReplaced = true;
     return Done{};
+}
+
+bool isHomeDirectoryReplaced() {
+    return gIsHomeReplaced;
 }
 
 Result<Done> checkHomeDirectory() {

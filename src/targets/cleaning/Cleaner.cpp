@@ -16,7 +16,7 @@ namespace {
 
 /// A database that is written again and again while it is read is in use.
 constexpr int triesToCount = 3;
-constexpr std::uint64_t longestJson = std::uint64_t{64} * 1024 * 1024;
+constexpr std::uint64_t longestText = std::uint64_t{64} * 1024 * 1024;
 
 Cleaned<std::unique_ptr<OldFile>> holdFile(platform::CleaningCalls& calls, const std::string& path,
                                            Place::Purpose purpose) {
@@ -28,10 +28,10 @@ Cleaned<std::unique_ptr<OldFile>> holdFile(platform::CleaningCalls& calls, const
         OldFile{std::move(place.value()), std::move(held.value()), {}, false});
 }
 
-Cleaned<JsonRest> readRest(const OldFile& old, const std::vector<JsonStep>& steps) {
+Cleaned<std::string> readAll(const OldFile& old) {
     const Place& place = old.place;
     const std::uint64_t size = old.held.status.size;
-    if (size > longestJson) return place.trouble(Fault::failed, 0, "read", "is too large");
+    if (size > longestText) return place.trouble(Fault::failed, 0, "read", "is too large");
     std::string text(static_cast<std::size_t>(size), '\0');
     const std::ptrdiff_t got =
         readWhole(place.calls(), old.held.file.get(), text.data(), text.size(), 0);
@@ -39,10 +39,18 @@ Cleaned<JsonRest> readRest(const OldFile& old, const std::vector<JsonStep>& step
     if (static_cast<std::size_t>(got) < text.size()) {
         return place.trouble(Fault::locked, 0, "read", "was written meanwhile");
     }
-    auto rest = removeKeys(text, steps);
-    if (!rest) {
-        return place.trouble(Fault::corrupt, 0, rest.error().operation, rest.error().detail);
-    }
+    return text;
+}
+
+Trouble damaged(const OldFile& old, const Error& error) {
+    return old.place.trouble(Fault::corrupt, 0, error.operation, error.detail);
+}
+
+Cleaned<JsonRest> readRest(const OldFile& old, const std::vector<JsonStep>& steps) {
+    auto text = readAll(old);
+    if (!text) return text.trouble();
+    auto rest = removeKeys(text.value(), steps);
+    if (!rest) return damaged(old, rest.error());
     return rest.value();
 }
 
@@ -111,6 +119,23 @@ Cleaned<PreparedFile> Cleaner::prepareEmpty(const std::string& path) {
     if (!old) return old.trouble();
     if (old.value()->held.status.size == 0) return PreparedFile();
     return replacedBy(std::move(old.value()), {}, {});
+}
+
+Cleaned<PreparedFile> Cleaner::prepareText(const std::string& path, const TextEdit& edit) {
+    auto old = holdFile(calls_, path, Place::Purpose::changing);
+    if (!old) return old.trouble();
+    auto text = readAll(*old.value());
+    if (!text) return text.trouble();
+    auto rest = edit(text.value());
+    if (!rest) return damaged(*old.value(), rest.error());
+    if (rest.value().count == 0) return PreparedFile();
+    return replacedBy(std::move(old.value()), rest.value().text, {rest.value().count});
+}
+
+Cleaned<std::string> Cleaner::readText(const std::string& path) {
+    auto old = holdFile(calls_, path, Place::Purpose::reading);
+    if (!old) return old.trouble();
+    return readAll(*old.value());
 }
 
 Cleaned<std::uint64_t> Cleaner::sizeToEmpty(const std::string& path) {

@@ -77,6 +77,14 @@ struct JsonStep {
     std::vector<std::string> remove;  ///< dotted paths: "profile.exceptions"
 };
 
+/// A text without some of its entries.
+struct TextRest {
+    std::string text;
+    std::uint64_t count = 0;  ///< entries removed
+};
+/// Takes entries out of a text; an error, of no path, where the text is damaged.
+using TextEdit = std::function<Result<TextRest>(const std::string& text)>;
+
 /// A cleaned file that waits beside the old one, under a name of its own. A database stays locked
 /// for other programs as long as this lives. Where it was not committed, its end removes the new
 /// file, overwritten, and leaves the old one as it was.
@@ -129,6 +137,11 @@ class Cleaner {
     Cleaned<PreparedFile> prepareJson(const std::string& path, const std::vector<JsonStep>& steps);
     /// An empty file; null where it is empty already.
     Cleaned<PreparedFile> prepareEmpty(const std::string& path);
+
+    /// The file as `edit` leaves it; null where that takes nothing out.
+    Cleaned<PreparedFile> prepareText(const std::string& path, const TextEdit& edit);
+    /// What is in a file that could be cleaned. Nothing on the disk is touched.
+    Cleaned<std::string> readText(const std::string& path);
 
     /// How many rows, or keys, each step would remove. Nothing on the disk is touched: no file is
     /// made, locked or written. A database that others write to while it is read counts as locked.

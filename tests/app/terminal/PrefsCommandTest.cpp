@@ -24,6 +24,17 @@ class PrefsCommandTest : public ::testing::Test {
     TestTerminal console;
 };
 
+TEST_F(PrefsCommandTest, APreferenceThatCameLaterIsListedLastAndOnlyWhereItWasChosen) {
+    EXPECT_EQ(console.run({"prefs", "get", "ShredMentions"}), 0);
+    EXPECT_EQ(console.out.str(), "NO\n");
+    EXPECT_EQ(console.run({"prefs", "set", "ShredMentions", "YES"}), 0);
+    EXPECT_EQ(console.run({"prefs"}), 0);
+    EXPECT_TRUE(console.out.str().ends_with("ShredMailCache NO\nShredMentions YES\n"));
+    EXPECT_EQ(console.run({"prefs", "set", "ShredMentions", "NO"}), 0);
+    EXPECT_EQ(console.run({"prefs"}), 0);
+    EXPECT_TRUE(console.out.str().ends_with("ShredMailCache NO\n"));
+}
+
 TEST_F(PrefsCommandTest, ListsKeysAndValuesInTheOrderOfTheTable) {
     const std::string list =
         "ShredCache YES\nShredIEDownloadCache NO\nShredMailTrash YES\nShredHistory NO\n"

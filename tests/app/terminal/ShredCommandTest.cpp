@@ -59,6 +59,27 @@ TEST_F(ShredCommandTest, TheContentsAreOverwrittenAsThePreferencesSay) {
     EXPECT_EQ(readFile(home / "witness"), std::string(12, '\xFF'));
 }
 
+TEST_F(ShredCommandTest, WhatTheDesktopRemembersGoesWhereItIsWanted) {
+    const std::string entry = home / ".local/share/RecentDocuments/file.desktop";
+    struct Case {
+        Words options;
+        const char* preference;
+        bool goes;
+    };
+    for (const Case& one : {Case{{}, "NO", false}, Case{{"--mentions"}, "NO", true},
+                            Case{{}, "YES", true}, Case{{"--no-mentions"}, "YES", false}}) {
+        writeFile(home / "file", "secret");
+        writeFile(entry, "[Desktop Entry]\nURL[$e]=file://$HOME/file\n");
+        EXPECT_EQ(console.run({"prefs", "set", "ShredMentions", one.preference}), 0);
+        Words words = {"shred", home / "file"};
+        words.insert(words.end(), one.options.begin(), one.options.end());
+        EXPECT_EQ(console.run(words), 0) << console.err.str();
+        EXPECT_FALSE(fs::exists(home / "file"));
+        EXPECT_EQ(fs::exists(entry), !one.goes);
+    }
+    EXPECT_EQ(console.run({"shred", "--mentions", "--no-mentions", entry}), 2);
+}
+
 TEST_F(ShredCommandTest, WithPreferencesThatCannotBeReadNothingIsTouched) {
     writeFile(work / "file", "contents");
     writeFile(userDefaultsPath(), "<plist><dict>");
