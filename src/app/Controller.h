@@ -25,6 +25,7 @@ class Preferences;
 class ProfilesMenu;
 class RunObserver;
 class ShreddingRun;
+class UnfinishedRecord;
 struct HeldItem;
 struct TodayServices;
 
@@ -74,6 +75,7 @@ struct ControllerParts {
     ui::TextField& fileName;
     BrowserWatchOutlets watchOutlets;
     RunObserver& observer;
+    UnfinishedRecord* unfinished = nullptr;  ///< where holding folders are written down, if at all
 };
 
 /// The application controller: the application's delegate and the owner of the engine, Browser

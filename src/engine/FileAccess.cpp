@@ -23,7 +23,7 @@ FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferen
       remover_(services.system, outcome_),
       batch_(services.system, remover_, [this] { progress_.flush(); }),
       targets_(services.system),
-      shredder_({deletionParts(), services.clock, targets_, protected_}) {}
+      shredder_({deletionParts(), services.clock, targets_, protected_, services.unfinished}) {}
 
 void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
     Others none;
@@ -175,7 +175,7 @@ void FileAccess::end() {
             outcome_.left.insert(outcome_.left.begin(), left.begin(), left.end());
         });
     }
-    holdings.clear();
+    guarded("write down what is left", [&] { holdings.clear(); });
     targets_.clear();
     outcome_.notFlushed = batch_.failures() - formerFailures_;
     outcome_.stopped = stopRequested();

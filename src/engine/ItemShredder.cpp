@@ -18,7 +18,7 @@ ItemShredder::ItemShredder(Parts parts)
       batch_(parts_.deletion.batch),
       outcome_(parts_.deletion.outcome),
       walk_(system_),
-      holdings_(system_, parts_.clock, batch_),
+      holdings_(system_, parts_.clock, batch_, parts_.unfinished),
       move_(system_, batch_, walk_) {}
 
 MeasuredItem ItemShredder::measure(const HeldItem& item) {

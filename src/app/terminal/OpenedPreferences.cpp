@@ -8,13 +8,13 @@
 
 namespace dorvanel::terminal {
 
-OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable)
+OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable, Folders folders)
     : terminal_(terminal) {
     const auto report = [&terminal](const Error& error) { terminal.complain(error.message()); };
     const std::string path = userDefaultsPath();
     // Root, who stays root where a command must be able to shred anybody's files, makes no folders
     // in a home whose owner may have put links there.
-    if (!path.empty() && !platform::isRootInAnothersHome()) {
+    if (folders == Folders::made && !path.empty() && !platform::isRootInAnothersHome()) {
         const Result<Done> made = platform::makeAccountFolders();
         if (!made) report(made.error());
     }

@@ -20,8 +20,15 @@ class OpenedPreferences {
         isMended,  ///< the command is that way out
     };
 
+    /// What becomes of the account's folders.
+    enum class Folders {
+        made,       ///< where they are missing
+        leftAlone,  ///< for a command that only looks
+    };
+
     /// `terminal` must outlive the object.
-    explicit OpenedPreferences(Terminal& terminal, Unreadable unreadable = Unreadable::stopsIt);
+    explicit OpenedPreferences(Terminal& terminal, Unreadable unreadable = Unreadable::stopsIt,
+                               Folders folders = Folders::made);
 
     /// False where what is stored could not be read; this has been told. What the person chose
     /// cannot be told then: nothing may be shredded, listed or saved by these preferences.
