@@ -49,6 +49,9 @@ struct PlanItem {
     std::vector<PlanNote> notes{};
     std::uint64_t moreNotes = 0;  ///< that were only counted
     std::optional<ItemOutcome> outcome{};
+
+    /// Whether it is entries of a list, which stays, rather than something that goes as a whole.
+    [[nodiscard]] bool isOfList() const { return action == Action::mention && entries > 0; }
 };
 
 /// What a plan passes over, and why.
@@ -69,5 +72,23 @@ struct Plan {
     /// Notes that are kept of an item; beyond, they are only counted.
     static constexpr std::size_t mostNotes = 10'000;
 };
+
+/// What all items of a plan come to: of each the counts that its action has.
+struct Totals {
+    std::uint64_t items = 0;
+    std::uint64_t files = 0;
+    std::uint64_t folders = 0;
+    std::uint64_t bytes = 0;
+    std::uint64_t rows = 0;
+    std::uint64_t keys = 0;
+    std::uint64_t entries = 0;
+};
+
+Totals totalsOf(const Plan& plan);
+
+/// Puts what became of each item into the plan's item of the same path. Where several have the
+/// path, the first outcome goes to the first of them that has none yet. An outcome that finds no
+/// item becomes a new one at the end, with what is known of it.
+void addOutcome(Plan& plan, const Outcome& outcome);
 
 }  // namespace dorvanel

@@ -11,8 +11,10 @@ namespace dorvanel::test {
 std::string python(const std::string& folder, const std::string& program) {
     const TemporaryFolder place;
     writeFile(place / "program.py", program);
-    FILE* output = popen(
-        ("cd '" + folder + "' && python3 '" + (place / "program.py") + "' 2>&1").c_str(), "r");
+    // The system's own, which sees the system's packages, rather than another that hides it.
+    const std::string command = "cd '" + folder + "' && PATH=\"/usr/bin:$PATH\" python3 '" +
+                                (place / "program.py") + "' 2>&1";
+    FILE* output = popen(command.c_str(), "r");
     if (output == nullptr) {
         ADD_FAILURE() << "python3 cannot be started";
         return {};

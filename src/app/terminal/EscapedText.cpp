@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/Utf8.h"
+
 namespace dorvanel::terminal {
 namespace {
 
@@ -49,28 +51,6 @@ bool isIn(const std::array<Range, Size>& ranges, std::uint32_t code) {
     });
 }
 
-struct Character {
-    std::uint32_t code = 0;
-    std::size_t length = 0;  ///< bytes; 0 where the text does not begin with valid UTF-8
-};
-
-Character firstCharacter(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char lead = byte(0);
-    if (lead < 0x80) return {lead, 1};
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return {};
-    std::uint32_t code = lead & (0xFFU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80) return {};
-        code = (code << 6) | (byte(i) & 0x3FU);
-    }
-    constexpr std::array<std::uint32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < smallest[length] || code > 0x10FFFF || isSurrogate) return {};
-    return {code, length};
-}
-
 std::string escaped(std::uint32_t control) {
     switch (control) {
         case '\n':
@@ -93,7 +73,7 @@ int columnsOf(std::uint32_t code) {
 std::string escapedForTerminal(std::string_view bytes) {
     std::string text;
     while (!bytes.empty()) {
-        const Character character = firstCharacter(bytes);
+        const Utf8Character character = firstCharacter(bytes);
         const std::size_t length = std::max<std::size_t>(character.length, 1);
         if (character.length == 0) {
             text += escaped(static_cast<unsigned char>(bytes[0]));
@@ -114,7 +94,7 @@ std::string escapedForTerminal(std::string_view bytes) {
 int displayWidth(std::string_view text) {
     int columns = 0;
     while (!text.empty()) {
-        const Character character = firstCharacter(text);
+        const Utf8Character character = firstCharacter(text);
         columns += columnsOf(character.code);
         text.remove_prefix(std::max<std::size_t>(character.length, 1));
     }
@@ -135,7 +115,7 @@ std::string shortenedInMiddle(std::string_view text, int columns) {
     }
     std::size_t head = 0;
     for (int used = 0; head < text.size();) {
-        const Character character = firstCharacter(text.substr(head));
+        const Utf8Character character = firstCharacter(text.substr(head));
         used += columnsOf(character.code);
         if (used > headRoom) break;
         head += std::max<std::size_t>(character.length, 1);

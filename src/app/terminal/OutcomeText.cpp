@@ -7,7 +7,7 @@
 #include <ostream>
 #include <system_error>
 
-#include "app/terminal/SizeText.h"
+#include "app/SizeText.h"
 
 namespace dorvanel::terminal {
 namespace {

@@ -15,12 +15,12 @@
 
 #include "app/MachinesUnfinished.h"
 #include "app/ShredArguments.h"
+#include "app/SizeText.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
 #include "app/terminal/ProgressBar.h"
-#include "app/terminal/SizeText.h"
 #include "app/terminal/TerminalAlertPanel.h"
 #include "app/terminal/UnfinishedText.h"
 #include "base/PathComponents.h"

@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "app/SizeText.h"
 #include "app/terminal/OpenedPreferences.h"
-#include "app/terminal/SizeText.h"
 #include "apps/TraceChoice.h"
 #include "platform/CleaningCalls.h"
 #include "platform/Clock.h"

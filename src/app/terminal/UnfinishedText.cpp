@@ -3,7 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "app/terminal/SizeText.h"
+#include "app/SizeText.h"
 
 namespace dorvanel::terminal {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "app/terminal/SizeText.h"
+#include "app/SizeText.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 
-namespace dorvanel::terminal {
+namespace dorvanel::test {
 namespace {
 
 TEST(SizeTextTest, SizesHaveTheUnitThatKeepsThemShort) {
@@ -26,4 +26,4 @@ TEST(SizeTextTest, CountsAgreeWithTheirNoun) {
 }
 
 }  // namespace
-}  // namespace dorvanel::terminal
+}  // namespace dorvanel::test

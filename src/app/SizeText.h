@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace dorvanel::terminal {
+namespace dorvanel {
 
 /// "1.2 GiB", "812 bytes": in units of 1024, with one decimal where there is a unit.
 std::string sizeText(std::uint64_t bytes);
@@ -12,4 +12,4 @@ std::string sizeText(std::uint64_t bytes);
 /// "1 file", "2 files".
 std::string counted(std::uint64_t count, const char* noun);
 
-}  // namespace dorvanel::terminal
+}  // namespace dorvanel

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "app/terminal/SizeText.h"
+#include "app/SizeText.h"
 
 #include <fmt/format.h>
 
 #include <array>
 #include <cstddef>
 
-namespace dorvanel::terminal {
+namespace dorvanel {
 
 std::string counted(std::uint64_t count, const char* noun) {
     return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
@@ -23,4 +23,4 @@ std::string sizeText(std::uint64_t bytes) {
     return fmt::format("{:.1f} {}", size, units.at(unit));
 }
 
-}  // namespace dorvanel::terminal
+}  // namespace dorvanel
