@@ -32,7 +32,10 @@ class Controller::QuitOfAnApplication final : public BrowserWatchOwner {
 Controller::Controller(const ControllerParts& parts)
     : parts_(parts),
       fileAccessInstance_(std::make_unique<FileAccess>(
-          EngineServices{.system = parts.system, .clock = parts.clock, .draws = parts.draws},
+          EngineServices{.system = parts.system,
+                         .clock = parts.clock,
+                         .draws = parts.draws,
+                         .unfinished = parts.unfinished},
           parts.preferencesInstance, parts.shreddingProgress, parts.fileName)),
       collectors_(std::make_unique<Collectors>(mPathArray, parts.preferencesInstance, parts.files,
                                                parts.defaults, parts.clock)),

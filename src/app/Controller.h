@@ -26,6 +26,7 @@ class Preferences;
 class ProfilesMenu;
 class RunObserver;
 class ShreddingRun;
+class UnfinishedRecord;
 struct HeldItem;
 struct TodayServices;
 
@@ -75,6 +76,7 @@ struct ControllerParts {
     ui::TextField& fileName;
     BrowserWatchOutlets watchOutlets;
     RunObserver& observer;
+    UnfinishedRecord* unfinished = nullptr;  ///< where holding folders are written down, if at all
 };
 
 /// The application controller: the application's delegate and the owner of the engine, Browser

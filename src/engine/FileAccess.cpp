@@ -24,7 +24,7 @@ FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferen
       remover_(services.system, outcome_, items_),
       batch_(services.system, remover_, [this] { progress_.flush(); }),
       targets_(services.system),
-      shredder_({deletionParts(), services.clock, targets_, protected_}) {}
+      shredder_({deletionParts(), services.clock, targets_, protected_, services.unfinished}) {}
 
 void FileAccess::shredDroppedFile(std::vector<std::string>& paths) {
     Others none;
@@ -204,7 +204,7 @@ void FileAccess::end() {
             outcome_.left.insert(outcome_.left.begin(), left.begin(), left.end());
         });
     }
-    holdings.clear();
+    guarded("write down what is left", [&] { holdings.clear(); });
     targets_.clear();
     items_.clear();
     outcome_.notFlushed = batch_.failures() - formerFailures_;

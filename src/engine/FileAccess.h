@@ -20,6 +20,7 @@
 #include "engine/Outcome.h"
 #include "engine/ProgressReport.h"
 #include "engine/ReadBack.h"
+#include "engine/UnfinishedRecord.h"
 #include "engine/random/DrawSequence.h"
 #include "platform/Clock.h"
 #include "platform/SystemCalls.h"
@@ -34,6 +35,8 @@ struct EngineServices {
     platform::SystemCalls& system;
     const platform::Clock& clock;
     DrawSequence& draws;
+    /// Where holding folders are written down while they are there; null: nowhere.
+    UnfinishedRecord* unfinished = nullptr;
 };
 
 /// The shredding engine: overwrites, renames and deletes files and folder trees. One request at a

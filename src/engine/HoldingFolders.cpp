@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "engine/HoldingFolders.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <utility>
 
 #include "engine/FolderRights.h"
+#include "engine/HoldingFolderName.h"
 
 namespace dorvanel {
 
@@ -23,13 +22,18 @@ constexpr std::uint32_t setGroup = 02000;  // inherited from the folder around i
 
 }  // namespace
 
-HoldingFolders::HoldingFolders(SystemCalls& system, const platform::Clock& clock, FlushBatch& batch)
-    : system_(system), clock_(clock), batch_(batch), user_(system.effectiveUser()) {}
+HoldingFolders::HoldingFolders(SystemCalls& system, const platform::Clock& clock, FlushBatch& batch,
+                               UnfinishedRecord* record)
+    : system_(system),
+      clock_(clock),
+      batch_(batch),
+      record_(record),
+      user_(system.effectiveUser()) {}
 
 int HoldingFolders::enter(const HeldItem& item) {
     reason_.clear();
     former_.clear();
-    std::string name = fmt::format("Dorvanel X Items ({})", clock_.time());
+    std::string name = holdingFolderName(clock_.time());
     if (serves(item, name)) return 0;
     retire();
     if (mayHoldOurs(item)) batch_.flush();
@@ -38,11 +42,10 @@ int HoldingFolders::enter(const HeldItem& item) {
     holding.name = std::move(name);
     const int result = openParent(item, holding);
     if (result < 0) return result;
-    if (used_.size() >= mostUsed) dropGone();
-    used_.push_back(holding.path());
+    begin(holding);
     const int made = make(item.name, holding);
     if (made < 0) {
-        used_.pop_back();
+        giveUp();
         return made;
     }
     if (holding.wasThere) former_ = holding.path();
@@ -50,12 +53,29 @@ int HoldingFolders::enter(const HeldItem& item) {
     return 0;
 }
 
+/// Has the folder written down before it is made.
+void HoldingFolders::begin(const HoldingFolder& holding) {
+    const bool isFull = record_ != nullptr && record_->isFull();
+    if (isFull) batch_.flush();
+    if (isFull || used_.size() >= mostUsed) dropGone();
+    used_.push_back({holding.folder, holding.name});
+    if (record_ != nullptr) record_->begins(holding.folder, holding.name, holding.parentStatus);
+}
+
+/// The folder that came last was not made, or is not ours.
+void HoldingFolders::giveUp() {
+    const Used last = std::move(used_.back());
+    used_.pop_back();
+    const bool isAnothersToo = std::ranges::find(used_, last) != used_.end();
+    if (record_ != nullptr && !isAnothersToo) record_->ended(last.folder, last.name);
+}
+
 /// Whether what waits of an earlier item may lie in this one: that must have gone before it moves.
 bool HoldingFolders::mayHoldOurs(const HeldItem& item) const {
     if (item.status.kind != EntryKind::folder) return false;
     const std::string inside = item.folder + "/" + item.name + "/";
     return std::ranges::any_of(used_,
-                               [&](const std::string& path) { return path.starts_with(inside); });
+                               [&](const Used& used) { return used.path().starts_with(inside); });
 }
 
 /// Whether the current folder lies beside the item and bears the name.
@@ -172,20 +192,31 @@ void HoldingFolders::close(int descriptor) {
 }
 
 void HoldingFolders::dropGone() {
-    std::erase_if(used_, [this](const std::string& path) {
+    std::erase_if(used_, [this](const Used& used) {
         FileStatus found;
-        return system_.statusAt(SystemCalls::workingFolder, path.c_str(), Links::stay, found) ==
-               -ENOENT;
+        const bool isGone = system_.statusAt(SystemCalls::workingFolder, used.path().c_str(),
+                                             Links::stay, found) == -ENOENT;
+        if (isGone && record_ != nullptr) record_->ended(used.folder, used.name);
+        return isGone;
     });
 }
 
 std::vector<std::string> HoldingFolders::left() {
     dropGone();
     std::vector<std::string> paths;
-    for (const std::string& path : used_) {
-        if (std::ranges::find(paths, path) == paths.end()) paths.push_back(path);
+    for (const Used& used : used_) {
+        std::string path = used.path();
+        if (std::ranges::find(paths, path) == paths.end()) paths.push_back(std::move(path));
     }
     return paths;
+}
+
+void HoldingFolders::clear() {
+    if (record_ != nullptr) {
+        dropGone();
+        record_->requestEnds();
+    }
+    used_.clear();
 }
 
 }  // namespace dorvanel

@@ -11,6 +11,7 @@
 #include "engine/FlushBatch.h"
 #include "engine/HeldItem.h"
 #include "engine/ItemOutcomes.h"
+#include "engine/UnfinishedRecord.h"
 #include "platform/Clock.h"
 #include "platform/SystemCalls.h"
 
@@ -35,8 +36,9 @@ struct HoldingFolder {
 /// what is in it waits for the batch, and the next item is no concern of it.
 class HoldingFolders {
   public:
-    /// All of them must outlive this.
-    HoldingFolders(platform::SystemCalls& system, const platform::Clock& clock, FlushBatch& batch);
+    /// All of them must outlive this. `record` may be null: then nothing is written down.
+    HoldingFolders(platform::SystemCalls& system, const platform::Clock& clock, FlushBatch& batch,
+                   UnfinishedRecord* record = nullptr);
     ~HoldingFolders() { forget(); }
     HoldingFolders(const HoldingFolders&) = delete;
     HoldingFolders& operator=(const HoldingFolders&) = delete;
@@ -58,8 +60,8 @@ class HoldingFolders {
 
     /// Paths of folders that are still there.
     [[nodiscard]] std::vector<std::string> left();
-    /// A request begins.
-    void clear() { used_.clear(); }
+    /// A request has ended.
+    void clear();
 
   private:
     static constexpr std::size_t mostUsed = 1024;
@@ -73,15 +75,24 @@ class HoldingFolders {
     [[nodiscard]] bool serves(const HeldItem& item, const std::string& name) const;
     void close(int descriptor);
     void dropGone();
+    void begin(const HoldingFolder& holding);
+    void giveUp();
 
     platform::SystemCalls& system_;
     const platform::Clock& clock_;
     FlushBatch& batch_;
+    UnfinishedRecord* record_;
     std::uint32_t user_;
     std::optional<HoldingFolder> current_;
     std::string reason_;
     std::string former_;
-    std::vector<std::string> used_;  ///< paths, some of them gone by now
+    struct Used {
+        std::string folder;
+        std::string name;
+        [[nodiscard]] std::string path() const { return folder + "/" + name; }
+        bool operator==(const Used&) const = default;
+    };
+    std::vector<Used> used_;  ///< some of them gone by now
 };
 
 }  // namespace dorvanel

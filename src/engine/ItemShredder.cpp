@@ -19,7 +19,7 @@ ItemShredder::ItemShredder(Parts parts)
       outcome_(parts_.deletion.outcome),
       items_(parts_.deletion.items),
       walk_(system_),
-      holdings_(system_, parts_.clock, batch_),
+      holdings_(system_, parts_.clock, batch_, parts_.unfinished),
       move_(system_, batch_, walk_) {}
 
 MeasuredItem ItemShredder::measure(const HeldItem& item) {

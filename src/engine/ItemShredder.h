@@ -34,7 +34,8 @@ class ItemShredder {
         DeletionHandler::Parts deletion;
         const platform::Clock& clock;
         LinkTargets& targets;
-        const std::vector<Identity>& spared;  ///< folders that are never shredded
+        const std::vector<Identity>& spared;     ///< folders that are never shredded
+        UnfinishedRecord* unfinished = nullptr;  ///< of holding folders; null: none
     };
     explicit ItemShredder(Parts parts);
 

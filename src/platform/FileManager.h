@@ -35,6 +35,10 @@ FileManager& defaultFileManager();
 /// The user's home folder: HOME, else the password database's, else "".
 std::string homeDirectory();
 
+/// Where programs keep what they know from one start to the next: XDG_STATE_HOME where that is an
+/// absolute path, else ".local/state" in the home folder; "" without one.
+std::string stateFolder();
+
 /// `path` with a leading "~" replaced by the home folder; any other path as it stands.
 std::string expandingTilde(const std::string& path);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/Result.h"
@@ -17,6 +18,8 @@ class FolderLock {
   public:
     /// Waits for the lock. A file system without locks is no failure: the lock is then not held.
     static Result<FolderLock> take(const std::string& folder);
+    /// The same without waiting; nothing where another process has the lock.
+    static Result<std::optional<FolderLock>> takeIfFree(const std::string& folder);
 
     [[nodiscard]] bool isHeld() const { return isHeld_; }
 

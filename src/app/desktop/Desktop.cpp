@@ -61,6 +61,7 @@ bool Desktop::launch(const std::vector<std::string>& droppedItems) {
     window_->setActions(actions());
     qApp->installEventFilter(this);
 
+    tellUnfinished();
     if (!services_.preferencesInstance.areKnown()) tellRefusal(Refusal::preferencesUnknown);
     controller_->setDroppedItems(checkedItems(droppedItems));
     controller_->applicationDidFinishLaunching();
@@ -120,6 +121,7 @@ void Desktop::makeController() {
         .fileName = window_->fileName(),
         .watchOutlets = window_->watchOutlets(),
         .observer = *this,
+        .unfinished = services_.unfinished,
     });
     reachable_ = controller_.get();
     if (quitAsked_) controller_->giveUp();  // it came before there was anybody to tell

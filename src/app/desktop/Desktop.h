@@ -65,6 +65,10 @@ struct DesktopServices {
     std::function<std::unique_ptr<platform::QuitWait>(QtRunLoop&)> makeQuitWait =
         [](QtRunLoop& loop) { return std::make_unique<QtQuitWait>(loop); };
     std::function<std::unique_ptr<platform::Worker>()> makeWorker = platform::makeWorker;
+    /// Where holding folders are written down; null: nowhere.
+    UnfinishedRecord* unfinished = nullptr;
+    /// How many holding folders earlier shreddings have left; empty for none.
+    std::function<std::size_t()> unfinishedFolders = {};
 };
 
 /// The desktop program put together: the window, the panel, the menus and the tray around one
@@ -143,6 +147,8 @@ class Desktop final : public QObject, private RunObserver, private ApplicationDe
     void tellMedium(const std::vector<std::string>& items);
     void tellEnd(const RunReport& report);
     void tellRefusal(Refusal refusal);
+    /// Says of what earlier shreddings have left that it is there.
+    void tellUnfinished();
     // ApplicationDelegate
     ui::TerminateReply shouldTerminate() override;
     void terminationDeferred() override;

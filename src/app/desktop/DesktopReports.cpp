@@ -69,6 +69,18 @@ void Desktop::tellRefusal(Refusal refusal) {
     tellFailure(message, wayOut);
 }
 
+void Desktop::tellUnfinished() {
+    const std::size_t count = services_.unfinishedFolders ? services_.unfinishedFolders() : 0;
+    if (count == 0) return;
+    const bool isOne = count == 1;
+    tellFailure(QStringLiteral("%1 of an unfinished shredding %2 left.")
+                    .arg(isOne ? QStringLiteral("1 holding folder")
+                               : QStringLiteral("%1 holding folders").arg(count),
+                         isOne ? QStringLiteral("is") : QStringLiteral("are")),
+                QStringLiteral("“dorvanel recover” in a terminal finishes %1.")
+                    .arg(isOne ? QStringLiteral("it") : QStringLiteral("them")));
+}
+
 void Desktop::tellFailure(const QString& message, const QString& details) {
     const QDateTime now = QDateTime::fromSecsSinceEpoch(services_.clock.time());
     window_->failures().add(

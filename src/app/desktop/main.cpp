@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/BundleInformation.h"
+#include "app/MachinesUnfinished.h"
 #include "app/desktop/Bytes.h"
 #include "app/desktop/CommandLine.h"
 #include "app/desktop/Desktop.h"
@@ -61,6 +62,10 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
     BundleInformationFile bundle(resources + "/Info.plist");
     const auto medium = platform::makeMediumInspector();
     desktop::StatusArea statusArea;
+    MachinesUnfinished unfinished;
+    unfinished.record().onTrouble = [](const Error& error) {
+        platform::systemLog().log("what is in work is not written down: " + error.message());
+    };
 
     desktop::Desktop program({.system = *system,
                               .clock = platform::systemClock(),
@@ -76,7 +81,9 @@ int runProgram(const desktop::CommandLine& line, desktop::SingleInstance& instan
                               .medium = *medium,
                               .resourcesFolder = resources,
                               .preferencesTrouble = [&trouble] { return trouble; },
-                              .hasStatusArea = [&statusArea] { return statusArea.isThere(); }});
+                              .hasStatusArea = [&statusArea] { return statusArea.isThere(); },
+                              .unfinished = &unfinished.record(),
+                              .unfinishedFolders = [&unfinished] { return unfinished.count(); }});
     statusArea.watch([&program] { program.checkStatusArea(); });
     if (instance.claim(program.instanceHandlers()) == desktop::SingleInstance::Role::second) {
         return instance.handOver(line.files, line.action) ? 0 : 1;

@@ -49,6 +49,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION);
     program.add_option("--home", command.home, "Use DIR as the home folder")->type_name("DIR");
     addShredCommand(program, chosen);
+    addRecoverCommand(program, chosen);
     addWatchCommand(program, chosen);
     addRunCommand(program, chosen);
     addPrefsCommand(program, chosen);
@@ -60,15 +61,16 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
 
     const auto first = commandOf(arguments);
     const bool isShred = first != arguments.end() && *first == "shred";
-    const auto shred = isShred ? first : arguments.end();
-    if (isShred && asksAmongFileNames({shred + 1, arguments.end()})) {
+    const bool takesNames = isShred || (first != arguments.end() && *first == "recover");
+    const auto named = takesNames ? first : arguments.end();
+    if (isShred && asksAmongFileNames({first + 1, arguments.end()})) {
         terminal.complain(
             "help or version among the files: a file of such a name is shredded behind \"--\"");
         ended = ExitStatus::usage;
         return std::nullopt;
     }
-    std::vector<std::string> words(arguments.begin(), shred);
-    std::ranges::copy(plainFileNames({shred, arguments.end()}), std::back_inserter(words));
+    std::vector<std::string> words(arguments.begin(), named);
+    std::ranges::copy(plainFileNames({named, arguments.end()}), std::back_inserter(words));
     std::reverse(words.begin(), words.end());  // as the parser wants them
     try {
         program.parse(std::move(words));

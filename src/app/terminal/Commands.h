@@ -18,6 +18,7 @@ using Action = std::function<ExitStatus(Terminal&)>;
 /// Each adds one command with its words and options to the program. When the command is on the
 /// command line, `chosen` becomes what it does. `chosen` must outlive `program`.
 void addShredCommand(CLI::App& program, Action& chosen);
+void addRecoverCommand(CLI::App& program, Action& chosen);
 void addWatchCommand(CLI::App& program, Action& chosen);
 void addRunCommand(CLI::App& program, Action& chosen);
 void addPrefsCommand(CLI::App& program, Action& chosen);

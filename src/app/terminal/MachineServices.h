@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/ApplicationsOfToday.h"
+#include "app/MachinesUnfinished.h"
 #include "app/terminal/TerminalSession.h"
 #include "platform/PollLoop.h"
 
@@ -33,9 +34,11 @@ class MachineServices {
                 .events = *events_,
                 .quitWait = *quitWait_,
                 .worker = *worker_,
-                .today = today_.services()};
+                .today = today_.services(),
+                .unfinished = &unfinished_.record()};
     }
     ui::RunLoop& runLoop() { return *runLoop_; }
+    MachinesUnfinished& unfinished() { return unfinished_; }
 
   private:
     explicit MachineServices(std::unique_ptr<ui::RunLoop> runLoop) : runLoop_(std::move(runLoop)) {}
@@ -48,6 +51,7 @@ class MachineServices {
     std::unique_ptr<platform::SystemCalls> system_ = platform::makeSystemCalls();
     std::unique_ptr<platform::Worker> worker_ = platform::makeWorker();
     MachinesTodayServices today_{*runLoop_};
+    MachinesUnfinished unfinished_;
 };
 
 }  // namespace dorvanel::terminal

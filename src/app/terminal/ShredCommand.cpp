@@ -6,12 +6,14 @@
 #include <ostream>
 #include <system_error>
 
+#include "app/MachinesUnfinished.h"
 #include "app/ShredArguments.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
 #include "app/terminal/ProgressBar.h"
+#include "app/terminal/UnfinishedText.h"
 #include "engine/FileAccess.h"
 #include "platform/CleaningCalls.h"
 #include "platform/QuitSignals.h"
@@ -59,8 +61,13 @@ ExitStatus shred(Terminal& terminal, const Options& options) {
     ProgressBar bar(terminal, platform::systemClock(), [&engine] {
         return ProgressBytes{engine->deepShreddedSize(), engine->deepPathSize()};
     });
-    FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
-                          bar.fileName());
+    MachinesUnfinished unfinished;
+    unfinished.record().onTrouble = [&](const Error& error) {
+        bar.clear();
+        tellNotWrittenDown(error, terminal);
+    };
+    FileAccess fileAccess({*system, platform::systemClock(), *draws, &unfinished.record()},
+                          opened.preferences(), bar, bar.fileName());
     engine = &fileAccess;
     fileAccess.setVerifies(options.verifies);
     fileAccess.protect(std::move(items->protectedFolders));

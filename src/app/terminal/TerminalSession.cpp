@@ -5,6 +5,8 @@
 #include "platform/FileManager.h"
 
 #include "app/terminal/MediumText.h"
+#include "app/terminal/UnfinishedText.h"
+#include "engine/UnfinishedFiles.h"
 #include "platform/SystemSound.h"
 #include "watch/ListedApplication.h"
 
@@ -64,7 +66,15 @@ TerminalSession::TerminalSession(Terminal& terminal, OpenedPreferences& opened,
         .fileName = fileName_,
         .watchOutlets = outletsOf(status_, label_),
         .observer = *this,
+        .unfinished = services.unfinished,
     });
+    if (services.unfinished != nullptr) {
+        services.unfinished->onTrouble = [this](const Error& error) {
+            const std::lock_guard lock(terminalMutex_);
+            bar_.clear();
+            tellNotWrittenDown(error, terminal_);
+        };
+    }
 }
 
 void TerminalSession::requestQuit() {

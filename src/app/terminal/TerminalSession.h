@@ -29,6 +29,10 @@
 #include "run/RunReport.h"
 #include "ui/RunLoop.h"
 
+namespace dorvanel {
+class UnfinishedFiles;
+}
+
 namespace dorvanel::terminal {
 
 /// The parts of the machine that a session drives and tests replace; all outlive the session.
@@ -42,6 +46,7 @@ struct SessionServices {
     platform::QuitWait& quitWait;
     platform::Worker& worker;
     TodayServices& today;
+    UnfinishedFiles* unfinished = nullptr;  ///< null: holding folders are written down nowhere
 };
 
 /// The application controller in a terminal: no window, alerts as questions, progress as a bar. Its

@@ -6,6 +6,7 @@
 #include "app/terminal/Commands.h"
 #include "app/terminal/MachineServices.h"
 #include "app/terminal/RunReportText.h"
+#include "app/terminal/UnfinishedText.h"
 #include "engine/FileAccess.h"
 #include "platform/QuitSignals.h"
 #include "run/ShreddingRun.h"
@@ -18,6 +19,7 @@ ExitStatus watch(Terminal& terminal, bool yes) {
     if (!opened.preferences().areKnown()) return ExitStatus::notInitiated;
     const auto machine = MachineServices::make(terminal);
     if (machine == nullptr) return ExitStatus::incomplete;
+    tellUnfinished(machine->unfinished().count(), terminal);
     StatusLine status(terminal);
     TerminalSession session(
         terminal, opened, machine->services(),

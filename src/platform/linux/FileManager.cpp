@@ -112,6 +112,13 @@ std::string homeDirectory() {
     return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "";
 }
 
+std::string stateFolder() {
+    const char* set = std::getenv("XDG_STATE_HOME");
+    if (set != nullptr && set[0] == '/') return set;
+    const std::string home = homeDirectory();
+    return home.starts_with('/') ? home + "/.local/state" : "";
+}
+
 std::string expandingTilde(const std::string& path) {
     if (path != "~" && !path.starts_with("~/")) return path;
     return homeDirectory() + path.substr(1);

@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: MIT
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "app/MachinesUnfinished.h"
+#include "app/ShredArguments.h"
+#include "app/SizeText.h"
+#include "app/terminal/Commands.h"
+#include "app/terminal/MediumText.h"
+#include "app/terminal/OpenedPreferences.h"
+#include "app/terminal/OutcomeText.h"
+#include "app/terminal/ProgressBar.h"
+#include "app/terminal/TerminalAlertPanel.h"
+#include "app/terminal/UnfinishedText.h"
+#include "base/PathComponents.h"
+#include "engine/FileAccess.h"
+#include "engine/ItemCount.h"
+#include "platform/FolderLock.h"
+#include "platform/QuitSignals.h"
+
+namespace dorvanel::terminal {
+namespace {
+
+struct Options {
+    std::vector<std::string> folders;
+    bool preview = false;
+    bool yes = false;
+};
+
+/// One call of the command.
+class Recovery {
+  public:
+    Recovery(Terminal& terminal, const Options& options) : terminal_(terminal), options_(options) {}
+
+    ExitStatus run();
+
+  private:
+    bool resolveFolders();
+    LeftFolders look();
+    LeftFolders lookInFolders(LeftFolders listed);
+    void list(const LeftFolders& found);
+    void tellPassedOver(const LeftFolders& found);
+    bool agreed(std::size_t count);
+    ExitStatus finish(OpenedPreferences& opened, const std::vector<std::string>& paths);
+    std::optional<platform::FolderLock> waitForOthers();
+    void shred(LeftFolders& found);
+    void forgetFinished(LeftFolders& found);
+    [[nodiscard]] static bool leavesSomething(const LeftFolders& found);
+
+    Terminal& terminal_;
+    const Options& options_;
+    std::unique_ptr<platform::SystemCalls> system_ = platform::makeSystemCalls();
+    std::vector<std::string> folders_;  ///< as absolute paths
+    std::vector<Identity> protected_;
+    MachinesUnfinished unfinished_;
+    FileAccess* engine_ = nullptr;
+    std::atomic<bool> isStopped_ = false;
+};
+
+ExitStatus Recovery::run() {
+    if (!resolveFolders()) return ExitStatus::usage;
+    OpenedPreferences opened(terminal_, OpenedPreferences::Unreadable::stopsIt,
+                             options_.preview ? OpenedPreferences::Folders::leftAlone
+                                              : OpenedPreferences::Folders::made);
+    if (!opened.areKnown()) return ExitStatus::usage;
+    Result<ShredArguments> checked = checkShredArguments({}, *system_);
+    if (!checked) {
+        terminal_.complain(checked.error().message());
+        return ExitStatus::usage;
+    }
+    protected_ = std::move(checked.value().protectedFolders);
+
+    std::vector<std::string> paths;
+    {
+        // Not locked while somebody thinks about it.
+        LeftFolders found = look();
+        list(found);
+        tellPassedOver(found);
+        for (const LeftFolder& left : found.folders) paths.push_back(left.item.path);
+        if (paths.empty()) terminal_.out << "No holding folders are left.\n" << std::flush;
+        if (options_.preview || (paths.empty() && found.spent.empty())) {
+            const bool isIncomplete =
+                leavesSomething(found) || (!options_.preview && !found.absent.empty());
+            return isIncomplete ? ExitStatus::incomplete : ExitStatus::done;
+        }
+    }
+    return finish(opened, paths);
+}
+
+bool Recovery::resolveFolders() {
+    for (const std::string& argument : options_.folders) {
+        const std::string trimmed(withoutTrailingSlashes(argument));
+        std::error_code error;
+        // A link is taken at its word only on the way.
+        const std::filesystem::path absolute = std::filesystem::absolute(trimmed, error);
+        const std::filesystem::path name = absolute.filename();
+        const bool isDots = name == "." || name == "..";
+        std::filesystem::path real;
+        if (!error && (isDots || absolute == absolute.root_path())) {
+            real = std::filesystem::canonical(absolute, error);
+        } else if (!error) {
+            real = std::filesystem::canonical(absolute.parent_path(), error) / name;
+        }
+        platform::FileStatus status;
+        int code = error.value();
+        if (argument.empty()) code = ENOENT;
+        if (code == 0) {
+            code = -system_->statusAt(platform::SystemCalls::workingFolder, real.c_str(),
+                                      platform::SystemCalls::Links::stay, status);
+        }
+        if (code == 0 && status.kind != platform::EntryKind::folder) code = ENOTDIR;
+        if (code != 0) {
+            const std::string reason = code == ENOENT ? "does not exist"
+                                                      : "cannot be looked through: " +
+                                                            std::generic_category().message(code);
+            terminal_.complain("\"" + argument + "\" " + reason);
+            return false;
+        }
+        folders_.push_back(real);
+    }
+    return true;
+}
+
+LeftFolders Recovery::look() {
+    LeftFolders found;
+    const Result<Done> listed = unfinished_.find(found);
+    if (!options_.folders.empty()) return lookInFolders(std::move(found));
+    if (!listed) {
+        found.skipped.push_back({unfinished_.folder().path(),
+                                 {},
+                                 PlanSkip::Reason::unreadable,
+                                 listed.error().detail.empty()
+                                     ? std::generic_category().message(listed.error().code)
+                                     : listed.error().detail});
+    }
+    return found;
+}
+
+/// What lies in the folders, and of what is written down the files that go with it.
+LeftFolders Recovery::lookInFolders(LeftFolders listed) {
+    LeftFolders found;
+    found.inWork = std::move(listed.inWork);
+    for (const std::string& folder : folders_) {
+        LeftFolders one;
+        one.inWork = found.inWork;
+        findLeftFolders(*system_, folder, one);
+        std::ranges::move(one.skipped, std::back_inserter(found.skipped));
+        for (LeftFolder& left : one.folders) {
+            const auto isIt = [&](const LeftFolder& other) {
+                return other.item.status.isSameAs(left.item.status);
+            };
+            if (std::ranges::any_of(found.folders, isIt)) continue;
+            const auto written = std::ranges::find_if(listed.folders, isIt);
+            if (written != listed.folders.end()) left.files = std::move(written->files);
+            found.folders.push_back(std::move(left));
+        }
+    }
+    return found;
+}
+
+void Recovery::list(const LeftFolders& found) {
+    for (const LeftFolder& left : found.folders) {
+        const ItemCount count = countItem(*system_, left.item.path);
+        terminal_.out << terminal_.forOut(fmt::format(
+                             "{}: {}, {}, {}", left.item.path, counted(count.files, "file"),
+                             counted(count.folders, "folder"), sizeText(count.bytes)))
+                      << '\n';
+    }
+    terminal_.out << std::flush;
+}
+
+void Recovery::tellPassedOver(const LeftFolders& found) {
+    for (const PlanSkip& skip : found.skipped) {
+        const bool isRunning = skip.reason == PlanSkip::Reason::running;
+        terminal_.complain(skip.path + ": passed over: " +
+                           (isRunning ? "another process works on it" : skip.detail));
+    }
+    for (const std::string& path : found.absent) {
+        terminal_.complain(path + ": kept for later: the folder that holds it is not there now");
+    }
+}
+
+bool Recovery::leavesSomething(const LeftFolders& found) {
+    return std::ranges::any_of(found.skipped, [](const PlanSkip& skip) {
+        return skip.reason != PlanSkip::Reason::running;
+    });
+}
+
+bool Recovery::agreed(std::size_t count) {
+    if (count == 0) return true;  // nothing but files of holding folders that are gone
+    TerminalAlertPanel alerts(
+        terminal_.in, terminal_.err,
+        options_.yes ? TerminalAlertPanel::Answers::assumed : TerminalAlertPanel::Answers::asked);
+    const std::string message =
+        "Are you sure you want to shred what is in " + counted(count, "holding folder") + " ?";
+    return alerts.runAlertPanel("Dorvanel Recovery", message, "No", "Yes", "") !=
+           ui::AlertButton::defaultButton;
+}
+
+/// `paths`: what was shown.
+ExitStatus Recovery::finish(OpenedPreferences& opened, const std::vector<std::string>& paths) {
+    const std::unique_ptr<DrawSequence> draws = makeDrawSequence();
+    ProgressBar bar(terminal_, platform::systemClock(), [this] {
+        return ProgressBytes{engine_->deepShreddedSize(), engine_->deepPathSize()};
+    });
+    unfinished_.record().onTrouble = [&](const Error& error) {
+        bar.clear();
+        tellNotWrittenDown(error, terminal_);
+    };
+    FileAccess engine({*system_, platform::systemClock(), *draws, &unfinished_.record()},
+                      opened.preferences(), bar, bar.fileName());
+    engine_ = &engine;
+    engine.protect(protected_);
+    LeftFolders found;
+    {
+        const auto signals = platform::catchQuitSignals([this] {
+            isStopped_ = true;
+            engine_->requestStop();
+            terminal_.in.interrupt();
+        });
+        if (!signals) {
+            terminal_.complain("signals cannot be caught: one would end this midway");
+        }
+        const bool isAgreed = agreed(paths.size());
+        if (isStopped_) return ExitStatus::interrupted;
+        if (!isAgreed) return ExitStatus::cancelled;
+        const std::optional<platform::FolderLock> lock = waitForOthers();
+        if (isStopped_) return ExitStatus::interrupted;
+        // What was shown may have been finished meanwhile, and only what was shown was agreed to.
+        found = look();
+        std::erase_if(found.folders, [&](const LeftFolder& left) {
+            return std::ranges::find(paths, left.item.path) == paths.end();
+        });
+        shred(found);
+    }
+    bar.clear();
+    if (paths.empty()) {
+        return leavesSomething(found) || !found.absent.empty() ? ExitStatus::incomplete
+                                                               : ExitStatus::done;
+    }
+    tellOutcome(engine.outcome(), terminal_);
+    const ExitStatus status = statusOf(engine.outcome());
+    const bool isLeft = leavesSomething(found) || !found.absent.empty();
+    return status == ExitStatus::done && isLeft ? ExitStatus::incomplete : status;
+}
+
+/// One recovery at a time: a second one goes on with what the first has left. None where nothing
+/// can be written down: then nothing is locked either.
+std::optional<platform::FolderLock> Recovery::waitForOthers() {
+    constexpr std::chrono::milliseconds pause(50);
+    if (!unfinished_.folder().openOrMake()) return std::nullopt;
+    while (!isStopped_) {
+        auto lock = platform::FolderLock::takeIfFree(unfinished_.folder().path());
+        if (!lock) return std::nullopt;
+        if (lock.value()) return std::move(lock.value());
+        platform::systemClock().usleep(pause);
+    }
+    return std::nullopt;
+}
+
+void Recovery::shred(LeftFolders& found) {
+    std::vector<HeldItem> items;
+    for (LeftFolder& left : found.folders) {
+        items.push_back(left.item);
+        // On some file systems a folder that is held stays busy once it is gone.
+        left.item.item.reset();
+        left.item.parent.reset();
+    }
+    if (!items.empty()) {
+        tellMedium(items, terminal_);
+        engine_->shredItems(items);
+    }
+    forgetFinished(found);
+}
+
+/// Shreds the files of those holding folders that are gone.
+void Recovery::forgetFinished(LeftFolders& found) {
+    for (LeftFolder& left : found.folders) {
+        platform::FileStatus status;
+        const int result =
+            system_->statusAt(platform::SystemCalls::workingFolder, left.item.path.c_str(),
+                              platform::SystemCalls::Links::stay, status);
+        const bool isGone =
+            result == -ENOENT || (result >= 0 && !status.isSameAs(left.item.status));
+        if (isGone) std::ranges::move(left.files, std::back_inserter(found.spent));
+    }
+    unfinished_.folder().shred(found.spent);
+}
+
+}  // namespace
+
+void addRecoverCommand(CLI::App& program, Action& chosen) {
+    auto options = std::make_shared<Options>();
+    CLI::App* command = program.add_subcommand(
+        "recover", "Finish what a shredding that was cut off has left: its holding folders");
+    command->fallthrough();
+    command->add_option("FOLDER", options->folders,
+                        "Look for holding folders in here, in place of those that are known");
+    command->add_flag("--preview", options->preview, "Say what is left and change nothing");
+    command->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
+    command->callback([&chosen, options] {
+        chosen = [options](Terminal& terminal) { return Recovery(terminal, *options).run(); };
+    });
+}
+
+}  // namespace dorvanel::terminal
