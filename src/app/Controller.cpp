@@ -8,6 +8,7 @@
 #include "engine/FileAccess.h"
 #include "prefs/Preferences.h"
 #include "run/MentionsOfItems.h"
+#include "run/RunPreview.h"
 #include "run/ShreddingRun.h"
 #include "targets/Collectors.h"
 #include "targets/ProfilesMenu.h"
@@ -89,6 +90,19 @@ void Controller::shredAndShutdown() {
 }
 void Controller::shredAndRestart() {
     run_->shredAndRestart();
+}
+
+std::optional<Plan> Controller::previewRun(bool withQuicktime,
+                                           const ItemPlanner::Parts& planning) {
+    if (run_->isBusy()) return std::nullopt;
+    if (applicationLaunched == 0) profilesMenu_->populateProfilesMenu();
+    RunPreview preview({.preferencesInstance = parts_.preferencesInstance,
+                        .browserWatch = *browserWatch_,
+                        .files = parts_.files,
+                        .defaults = parts_.defaults,
+                        .clock = parts_.clock,
+                        .traces = today_->traces()});
+    return preview.plan(withQuicktime, planning);
 }
 
 bool Controller::shredFiles(std::vector<HeldItem> items) {

@@ -3,11 +3,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "apps/BrowserWatchOutlets.h"
 #include "base/Result.h"
+#include "engine/Plan.h"
+#include "engine/plan/ItemPlanner.h"
 #include "run/Activity.h"
 #include "ui/Application.h"
 #include "ui/Menu.h"
@@ -117,6 +120,11 @@ class Controller final {
     void shredAndLogout();
     void shredAndShutdown();
     void shredAndRestart();
+
+    /// What a run would take now, `withQuicktime` of one that ends the session; touches nothing.
+    /// Before the application has launched the profiles are those that launching would select.
+    /// While something is at work: nothing.
+    std::optional<Plan> previewRun(bool withQuicktime, const ItemPlanner::Parts& planning);
 
     /// Shreds files that somebody hands over: ShreddingRun::shredFiles.
     bool shredFiles(std::vector<HeldItem> items);

@@ -111,7 +111,7 @@ class Judge {
     std::optional<std::string> refuse(const HeldItem& item, bool asFolder) {
         if (!item.isThere()) return reasonOf(item.code);
         const bool isLink = item.status.kind == EntryKind::link;
-        if (isLink) {
+        if (isLink && item.links == Links::follow) {
             if (std::optional<std::string> reason = refuseLink(item, asFolder)) return reason;
         } else if (item.code != 0) {
             return reasonOf(item.code);
@@ -174,7 +174,7 @@ std::vector<std::string> ShredArguments::paths() const {
 ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
                                    const std::string& home,
                                    const std::vector<std::string>& mountPoints,
-                                   platform::SystemCalls& system) {
+                                   platform::SystemCalls& system, Links links) {
     std::vector<Candidate> candidates;
     std::vector<std::string> paths;
     std::unordered_map<std::string, std::size_t> known;
@@ -191,7 +191,7 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
     }
 
     // From here on each item is the one that is held, whatever its path may lead to.
-    std::vector<HeldItem> held = holdAll(system, paths);
+    std::vector<HeldItem> held = holdAll(system, paths, links);
     std::vector<bool> refused(held.size());
     ShredArguments checked;
     HomeFolders homeFolders(home, system);
@@ -214,10 +214,10 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
 }
 
 Result<ShredArguments> checkShredArguments(const std::vector<std::string>& arguments,
-                                           platform::SystemCalls& system) {
+                                           platform::SystemCalls& system, Links links) {
     const Result<std::vector<std::string>> mounted = platform::mountPoints();
     if (!mounted) return mounted.error();
-    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system);
+    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system, links);
 }
 
 }  // namespace dorvanel

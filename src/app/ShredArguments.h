@@ -32,15 +32,17 @@ struct ShredArguments {
 /// Refuses what does not exist (a symbolic link that leads nowhere included), "/", "." and "..",
 /// what is or holds the home folder or one above it, by whatever name and mount, and what is or
 /// holds a mount point. An argument that is a symbolic link stands for the link, not for what it
-/// leads to. Empty `home`: none. `system` must outlive the items.
-ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
-                                   const std::string& home,
-                                   const std::vector<std::string>& mountPoints,
-                                   platform::SystemCalls& system);
+/// leads to; with `Links::stay` what it leads to does not matter, and need not be there. Empty
+/// `home`: none. `system` must outlive the items.
+ShredArguments checkShredArguments(
+    const std::vector<std::string>& arguments, const std::string& home,
+    const std::vector<std::string>& mountPoints, platform::SystemCalls& system,
+    platform::SystemCalls::Links links = platform::SystemCalls::Links::follow);
 
 /// The same with the home folder and the mount points of this moment; an error where nobody can
 /// tell what is mounted.
-Result<ShredArguments> checkShredArguments(const std::vector<std::string>& arguments,
-                                           platform::SystemCalls& system);
+Result<ShredArguments> checkShredArguments(
+    const std::vector<std::string>& arguments, platform::SystemCalls& system,
+    platform::SystemCalls::Links links = platform::SystemCalls::Links::follow);
 
 }  // namespace dorvanel

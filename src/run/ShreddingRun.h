@@ -105,6 +105,9 @@ class ShreddingRun {
     /// anything is touched. Before the first request.
     using Measure = std::function<Plan(const std::vector<RunItem>& items)>;
     void keepPlans(Measure measure) { measure_ = std::move(measure); }
+    /// Called on the worker once the shredding of a run is over and was not stopped, before the
+    /// session is ended, if it is. Before the first request.
+    void onceShredded(std::function<void()> then) { onceShredded_ = std::move(then); }
 
     // The flags, for who wants to know; they follow what goes on and do not steer it. Any thread.
 
@@ -154,6 +157,7 @@ class ShreddingRun {
     RunCollection collection_;
     ActivityState state_;
     Measure measure_;
+    std::function<void()> onceShredded_;
     std::atomic<std::int16_t> mThreadCount = 0;
     std::atomic<std::int8_t> mAppNeedsToTerminate = 0;
     std::atomic<std::int8_t> mAwaitingConfirmation = 0;

@@ -117,6 +117,7 @@ void ShreddingRun::shredCollected(RunReport& report) {
     report.outcome = engine.outcome();
     if (measure_) addOutcomes(report.plan, collection_.items(), report.outcome);
     parts_.traces.finish(report.outcome);
+    if (onceShredded_ && !report.outcome.stopped) onceShredded_();
 }
 
 void ShreddingRun::shredHandedOver(RunReport& report) {

@@ -71,8 +71,8 @@ class Recovery {
 ExitStatus Recovery::run() {
     if (!resolveFolders()) return ExitStatus::usage;
     OpenedPreferences opened(terminal_, OpenedPreferences::Unreadable::stopsIt,
-                             options_.preview ? OpenedPreferences::Folders::leftAlone
-                                              : OpenedPreferences::Folders::made);
+                             options_.preview ? Saving::never
+                                              : Saving::allowed);
     if (!opened.areKnown()) return ExitStatus::usage;
     Result<ShredArguments> checked = checkShredArguments({}, *system_);
     if (!checked) {

@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
+#include <atomic>
 #include <memory>
+#include <optional>
 #include <ostream>
-#include <system_error>
 
-#include "app/MachinesUnfinished.h"
+#include "app/MachinesPlanning.h"
 #include "app/ShredArguments.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
-#include "app/terminal/ProgressBar.h"
-#include "app/terminal/UnfinishedText.h"
-#include "engine/FileAccess.h"
+#include "app/terminal/Report.h"
+#include "app/terminal/TerminalEngine.h"
 #include "platform/CleaningCalls.h"
 #include "platform/QuitSignals.h"
 #include "run/MentionsOfItems.h"
@@ -23,76 +21,127 @@ namespace dorvanel::terminal {
 namespace {
 
 using Paths = std::vector<std::string>;
+using Links = platform::SystemCalls::Links;
 
 struct Options {
     Paths paths;
     bool mentions = false;    ///< also what the desktop remembers of the files
     bool noMentions = false;  ///< not that, whatever the preferences say
-    bool verifies = false;    ///< what was overwritten is read back
-    [[nodiscard]] bool wantsMentions(const PreferenceReader& preferences) const {
-        return !noMentions && (mentions || preferences.boolForKey("ShredMentions"));
-    }
+    bool noFollow = false;    ///< what links lead to stays
+    ReportOptions report;
 };
 
-/// What to shred, held; nothing, and every reason told, when some of it must not be touched.
-std::optional<ShredArguments> checked(Terminal& terminal, const Paths& arguments,
-                                      platform::SystemCalls& system) {
-    Result<ShredArguments> items = checkShredArguments(arguments, system);
-    if (!items) {
-        terminal.complain(items.error().message());
-        return std::nullopt;
-    }
-    for (const ShredArguments::Complaint& complaint : items.value().complaints) {
-        terminal.complain("\"" + complaint.argument + "\" " + complaint.reason);
-    }
-    if (!items.value().complaints.empty()) return std::nullopt;
-    return std::move(items.value());
+/// One call of the command.
+class Shred {
+  public:
+    Shred(Terminal& terminal, const Options& options)
+        : options_(options), report_(terminal, options.report) {}
+
+    ExitStatus run();
+
+  private:
+    bool check();
+    [[nodiscard]] bool wantsMentions(const PreferenceReader& preferences) const;
+    void findMentions();
+    Plan plan();
+    ExitStatus preview();
+    ExitStatus shred(const PreferenceReader& preferences);
+    [[nodiscard]] bool isStopped() const { return stop_; }
+
+    const Options& options_;
+    Report report_;
+    std::unique_ptr<platform::SystemCalls> system_ = platform::makeSystemCalls();
+    std::unique_ptr<platform::CleaningCalls> cleaningCalls_ = platform::makeCleaningCalls();
+    MachinesPlanning planning_;
+    MentionsOfItems mentions_{{*system_, *cleaningCalls_, platform::systemClock()}};
+    bool takesMentions_ = false;
+    ShredArguments checked_;
+    std::atomic<bool> stop_ = false;
+};
+
+ExitStatus Shred::run() {
+    if (!check()) return ExitStatus::usage;
+    const bool onlyLooks = options_.report.preview;
+    OpenedPreferences opened(report_.words(), OpenedPreferences::Unreadable::stopsIt,
+                             onlyLooks ? Saving::never : Saving::allowed);
+    if (!opened.areKnown()) return ExitStatus::usage;
+    takesMentions_ = wantsMentions(opened.preferences());
+    return onlyLooks ? preview() : shred(opened.preferences());
 }
 
-ExitStatus shred(Terminal& terminal, const Options& options) {
-    const std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
-    std::optional<ShredArguments> items = checked(terminal, options.paths, *system);
-    if (!items) return ExitStatus::usage;
-
-    OpenedPreferences opened(terminal);
-    if (!opened.areKnown()) return ExitStatus::usage;
-    const std::unique_ptr<DrawSequence> draws = makeDrawSequence();
-    FileAccess* engine = nullptr;
-    ProgressBar bar(terminal, platform::systemClock(), [&engine] {
-        return ProgressBytes{engine->deepShreddedSize(), engine->deepPathSize()};
-    });
-    MachinesUnfinished unfinished;
-    unfinished.record().onTrouble = [&](const Error& error) {
-        bar.clear();
-        tellNotWrittenDown(error, terminal);
-    };
-    FileAccess fileAccess({*system, platform::systemClock(), *draws, &unfinished.record()},
-                          opened.preferences(), bar, bar.fileName());
-    engine = &fileAccess;
-    fileAccess.setVerifies(options.verifies);
-    fileAccess.protect(std::move(items->protectedFolders));
-    const auto cleaningCalls = platform::makeCleaningCalls();
-    MentionsOfItems mentions({*system, *cleaningCalls, platform::systemClock()});
-    const bool wantsMentions = options.wantsMentions(opened.preferences());
-    Outcome outcome;
-    tellMedium(items->items, terminal);
-    {
-        const auto signals =
-            platform::catchQuitSignals([&fileAccess] { fileAccess.requestStop(); });
-        if (!signals) {
-            terminal.complain("signals cannot be caught: one would end this midway");
-        }
-        if (wantsMentions) {
-            mentions.find(items->items, MentionsOfItems::Where::everywhere,
-                          [&fileAccess] { return fileAccess.stopRequested(); });
-        }
-        fileAccess.shredItems(items->items);
-        outcome = fileAccess.outcome();
-        if (wantsMentions) mentions.shred(fileAccess, outcome);
+/// Holds what is to be shredded. False, and every reason told, when some of it must not be touched.
+bool Shred::check() {
+    Terminal& words = report_.words();
+    Result<ShredArguments> items = checkShredArguments(
+        options_.paths, *system_, options_.noFollow ? Links::stay : Links::follow);
+    if (!items) {
+        words.complain(items.error().message());
+        return false;
     }
-    bar.clear();
-    tellOutcome(outcome, terminal);
-    return statusOf(outcome);
+    for (const ShredArguments::Complaint& complaint : items.value().complaints) {
+        words.complain("\"" + complaint.argument + "\" " + complaint.reason);
+    }
+    checked_ = std::move(items.value());
+    return checked_.complaints.empty();
+}
+
+bool Shred::wantsMentions(const PreferenceReader& preferences) const {
+    return !options_.noMentions && (options_.mentions || preferences.boolForKey("ShredMentions"));
+}
+
+void Shred::findMentions() {
+    if (!takesMentions_) return;
+    mentions_.find(checked_.items, MentionsOfItems::Where::everywhere,
+                   [this] { return isStopped(); });
+}
+
+Plan Shred::plan() {
+    Plan plan = planOf(checked_.items, planning_.parts(
+                                           *system_, [this] { return isStopped(); },
+                                           checked_.protectedFolders));
+    if (!takesMentions_) return plan;
+    for (PlanItem& item : mentions_.planItems()) plan.items.push_back(std::move(item));
+    for (PlanSkip& skip : mentions_.planSkips()) plan.skipped.push_back(std::move(skip));
+    return plan;
+}
+
+ExitStatus Shred::preview() {
+    // Where signals cannot be caught one ends this at once, which does no harm.
+    const auto signals = platform::catchQuitSignals([this] { stop_ = true; });
+    findMentions();
+    const Plan planned = plan();
+    return report_.preview(planned, stop_);
+}
+
+ExitStatus Shred::shred(const PreferenceReader& preferences) {
+    Terminal& words = report_.words();
+    MachinesUnfinished unfinished;
+    TerminalEngine engine(words, *system_, preferences, unfinished);
+    engine.access().setVerifies(options_.report.verifies);
+    engine.access().protect(checked_.protectedFolders);
+    const std::unique_ptr<platform::FreeSpace> freeSpace = platform::makeFreeSpace();
+    Discarding discarding(*freeSpace);
+    Plan planned;
+    Outcome outcome;
+    tellMedium(checked_.items, words);
+    {
+        const auto signals = platform::catchQuitSignals([this, &engine] {
+            stop_ = true;
+            engine.access().requestStop();
+        });
+        if (!signals) words.complain("signals cannot be caught: one would end this midway");
+        findMentions();
+        if (options_.report.json || options_.report.discards) planned = plan();
+        if (options_.report.discards) discarding.add(planned);
+        engine.access().shredItems(checked_.items);
+        outcome = engine.access().outcome();
+        if (takesMentions_) mentions_.shred(engine.access(), outcome);
+        engine.clearProgress();
+        tellOutcome(outcome, words);
+        if (options_.report.discards && !stop_) report_.tellDiscarded(discarding.discard());
+    }
+    if (options_.report.json) addOutcome(planned, outcome);
+    return report_.end(planned, statusOf(outcome));
 }
 
 }  // namespace
@@ -104,7 +153,11 @@ void addShredCommand(CLI::App& program, Action& chosen) {
         ->add_option("PATH", options->paths,
                      "A file or a folder; after \"--\" it may begin with a dash")
         ->required();
-    command->add_flag("--verify", options->verifies, "Read back what was overwritten");
+    addReportOptions(*command, options->report);
+    addVerifyOption(*command, options->report);
+    addDiscardOption(*command, options->report);
+    command->add_flag("--no-follow", options->noFollow,
+                      "Links go, and what they lead to stays as it is");
     CLI::Option* mentions = command->add_flag(
         "--mentions", options->mentions,
         "Also thumbnails of the files, and their entries in lists of recent documents");
@@ -112,7 +165,7 @@ void addShredCommand(CLI::App& program, Action& chosen) {
         ->add_flag("--no-mentions", options->noMentions, "Not those, whatever ShredMentions says")
         ->excludes(mentions);
     command->callback([&chosen, options] {
-        chosen = [options](Terminal& terminal) { return shred(terminal, *options); };
+        chosen = [options](Terminal& terminal) { return Shred(terminal, *options).run(); };
     });
 }
 

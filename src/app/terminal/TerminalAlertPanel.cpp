@@ -49,6 +49,7 @@ AlertButton TerminalAlertPanel::runAlertPanel(const std::string& title, const st
                                               const std::string& defaultButton,
                                               const std::string& alternateButton,
                                               const std::string& otherButton) {
+    if (answers_ == Answers::silent) return AlertButton::defaultButton;
     std::vector<Button> buttons = {{AlertButton::defaultButton, defaultButton}};
     if (!alternateButton.empty()) {
         buttons.push_back({AlertButton::alternateButton, alternateButton});

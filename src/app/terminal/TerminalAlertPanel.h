@@ -16,7 +16,8 @@ class TerminalAlertPanel final : public ui::AlertPanel {
   public:
     enum class Answers {
         asked,   ///< by the person at the terminal
-        assumed  ///< "Yes" and "OK" where there is such a button, else the default one
+        assumed,  ///< "Yes" and "OK" where there is such a button, else the default one
+        silent    ///< nothing is shown, and the answer is the default one
     };
 
     /// Both must outlive the panel.
