@@ -61,6 +61,7 @@ complete -c dorvanel -l home -xa '(__fish_complete_directories)' -d 'Use another
 complete -c dorvanel -n __dorvanel_after -l version -d 'Tell the version'
 
 complete -c dorvanel -n __dorvanel_after -a shred -d 'Shred files and folders now'
+complete -c dorvanel -n __dorvanel_after -a recover -d 'Finish what was cut off'
 complete -c dorvanel -n __dorvanel_after -a run -d 'One shredding run'
 complete -c dorvanel -n __dorvanel_after -a watch -d 'Shred whenever a supported application quits'
 complete -c dorvanel -n __dorvanel_after -a prefs -d 'List, read and change the preferences'
@@ -70,6 +71,10 @@ complete -c dorvanel -n __dorvanel_after -a traces -d 'List and choose traces of
 complete -c dorvanel -n __dorvanel_after -a log -d 'Print the Activity Log'
 
 complete -c dorvanel -n '__dorvanel_in shred' -F
+complete -c dorvanel -n '__dorvanel_in recover' -a '(__fish_complete_directories)'
+complete -c dorvanel -n '__dorvanel_in recover' -l preview -d 'Say what is left'
+complete -c dorvanel -n '__dorvanel_in recover' -l json -d 'Print JSON'
+complete -c dorvanel -n '__dorvanel_in recover' -l yes -d 'Answer with Yes'
 complete -c dorvanel -n '__dorvanel_in run' -l then -xa 'logout shutdown restart' -d 'What follows'
 complete -c dorvanel -n '__dorvanel_in run' -l yes -d 'Answer alerts with Yes and OK'
 complete -c dorvanel -n '__dorvanel_in watch' -l yes -d 'Answer alerts with Yes and OK'
