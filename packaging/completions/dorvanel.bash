@@ -5,7 +5,7 @@
 # _dorvanel_candidates COMMAND WORD KEY: what may stand next after the words, one a line.
 _dorvanel_candidates() {
     case $1/$2 in
-        /) printf '%s\n' shred run watch trash prefs apps profiles traces log ;;
+        /) printf '%s\n' shred recover run watch trash prefs apps profiles traces log ;;
         prefs/) printf '%s\n' list get set revert ;;
         prefs/get | prefs/set)
             [ -z "$3" ] && printf '%s\n' ShredCache ShredIEDownloadCache ShredMailTrash \
@@ -90,9 +90,10 @@ _dorvanel() {
     if [[ $current == -* && " ${COMP_WORDS[*]:0:COMP_CWORD} " != *' -- '* ]]; then
         case ${words[0]-} in
             '') options+=' --version' ;;
-            shred) options+=' --mentions --no-mentions --verify' ;;
-            run) options+=' --then --yes' ;;
-            trash) options+=' --yes --verify' ;;
+            shred) options+=' --preview --json --verify --discard --no-follow --mentions --no-mentions' ;;
+            run) options+=' --preview --json --verify --discard --then --yes' ;;
+            trash) options+=' --preview --json --yes --verify' ;;
+            recover) options+=' --preview --json --yes' ;;
             watch) options+=' --yes' ;;
             traces) options+=' --all --json' ;;
         esac
@@ -104,6 +105,11 @@ _dorvanel() {
     if [ "${words[0]-}" = shred ] || [ "${words[*]-}" = 'traces check' ]; then
         while IFS= read -r candidate; do COMPREPLY+=("$candidate"); done \
             < <(compgen -f -- "$current")
+        return
+    fi
+    if [ "${words[0]-}" = recover ]; then
+        while IFS= read -r candidate; do COMPREPLY+=("$candidate"); done \
+            < <(compgen -d -- "$current")
         return
     fi
     current=${current//\\/}

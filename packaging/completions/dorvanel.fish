@@ -61,6 +61,7 @@ complete -c dorvanel -l home -xa '(__fish_complete_directories)' -d 'Use another
 complete -c dorvanel -n __dorvanel_after -l version -d 'Tell the version'
 
 complete -c dorvanel -n __dorvanel_after -a shred -d 'Shred files and folders now'
+complete -c dorvanel -n __dorvanel_after -a recover -d 'Finish what was cut off'
 complete -c dorvanel -n __dorvanel_after -a run -d 'One shredding run'
 complete -c dorvanel -n __dorvanel_after -a watch -d 'Shred whenever a supported application quits'
 complete -c dorvanel -n __dorvanel_after -a trash -d 'Shred what is in the trash'
@@ -71,11 +72,16 @@ complete -c dorvanel -n __dorvanel_after -a traces -d 'List and choose traces of
 complete -c dorvanel -n __dorvanel_after -a log -d 'Print the Activity Log'
 
 complete -c dorvanel -n '__dorvanel_in shred' -F
+complete -c dorvanel -n '__dorvanel_in shred' -l discard -d 'Have the medium forget free space'
+complete -c dorvanel -n '__dorvanel_in shred' -l no-follow -d 'Links go, what they lead to stays'
 complete -c dorvanel -n '__dorvanel_in shred' -l mentions -d 'Also thumbnails and recent entries'
 complete -c dorvanel -n '__dorvanel_in shred' -l no-mentions -d 'Whatever ShredMentions says'
-complete -c dorvanel -n '__dorvanel_in shred' -l verify -d 'Read back what was overwritten'
-complete -c dorvanel -n '__dorvanel_in trash' -l yes -d 'Answer Yes without asking'
-complete -c dorvanel -n '__dorvanel_in trash' -l verify -d 'Read back what was overwritten'
+complete -c dorvanel -n '__dorvanel_in run' -l discard -d 'Have the medium forget free space'
+complete -c dorvanel -n '__dorvanel_in shred run trash recover' -l preview -d 'Say what would go'
+complete -c dorvanel -n '__dorvanel_in shred run trash recover' -l json -d 'Print one JSON document'
+complete -c dorvanel -n '__dorvanel_in shred run trash' -l verify -d 'Read back what was overwritten'
+complete -c dorvanel -n '__dorvanel_in trash recover' -l yes -d 'Answer Yes without asking'
+complete -c dorvanel -n '__dorvanel_in recover' -a '(__fish_complete_directories)'
 complete -c dorvanel -n '__dorvanel_in run' -l then -xa 'logout shutdown restart' -d 'What follows'
 complete -c dorvanel -n '__dorvanel_in run' -l yes -d 'Answer alerts with Yes and OK'
 complete -c dorvanel -n '__dorvanel_in watch' -l yes -d 'Answer alerts with Yes and OK'

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "engine/LeftFolders.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <memory>
 #include <system_error>
@@ -59,10 +58,6 @@ class Finder final : public TreeVisitor {
         const int result = system_.statusAt(in, name, Links::stay, item.status);
         if (result == -ENOENT || (result >= 0 && item.status.kind != EntryKind::folder)) return;
         if (result < 0) return couldNotRead(item.path, -result);
-        if (isInWork(item.status)) {
-            found_.skipped.push_back({item.path, {}, PlanSkip::Reason::running, {}});
-            return;
-        }
         if (auto fault = faultOfLeftFolder(system_, in, inStatus, item.status)) {
             found_.skipped.push_back({item.path, {}, PlanSkip::Reason::insecure, *fault});
             return;
@@ -82,9 +77,6 @@ class Finder final : public TreeVisitor {
         item.item = std::make_shared<const HeldDescriptor>(system_, folder);
         FileStatus now;
         return system_.status(folder, now) >= 0 && now.isSameAs(item.status);
-    }
-    [[nodiscard]] bool isInWork(const FileStatus& status) const {
-        return std::ranges::find(found_.inWork, Identity::of(status)) != found_.inWork.end();
     }
     [[nodiscard]] std::string pathOf(const TreeEntry& entry) const {
         return (top_.path == "/" ? "" : top_.path) + "/" + walk_.relativePath(entry);

@@ -36,8 +36,8 @@ std::optional<std::string> faultOfLeftFolder(platform::SystemCalls& system, int 
                                              const platform::FileStatus& status);
 
 /// Adds the holding folders below `top`, an absolute path, and `top` itself where it is one: on the
-/// same mount, through no link, at any depth; what lies in one is part of it. Those in
-/// `found.inWork` are passed over. Changes nothing. False where `top` is no folder.
+/// same mount, through no link, at any depth; what lies in one is part of it.
+/// Somebody may work on them. Changes nothing. False where `top` is no folder.
 bool findLeftFolders(platform::SystemCalls& system, const std::string& top, LeftFolders& found);
 
 }  // namespace dorvanel

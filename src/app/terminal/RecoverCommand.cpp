@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/MachinesUnfinished.h"
+#include "app/ReportDocument.h"
 #include "app/ShredArguments.h"
 #include "app/SizeText.h"
 #include "app/terminal/Commands.h"
@@ -35,21 +36,34 @@ namespace {
 struct Options {
     std::vector<std::string> folders;
     bool preview = false;
+    bool json = false;
     bool yes = false;
 };
+
+constexpr const char* isAbsent = "the folder that holds it is not there now";
 
 /// One call of the command.
 class Recovery {
   public:
-    Recovery(Terminal& terminal, const Options& options) : terminal_(terminal), options_(options) {}
+    Recovery(Terminal& terminal, const Options& options)
+        : terminal_(terminal),
+          people_{.out = options.json ? terminal.err : terminal.out,
+                  .err = terminal.err,
+                  .in = terminal.in,
+                  .outIsTerminal = options.json || terminal.outIsTerminal,
+                  .errIsTerminal = terminal.errIsTerminal,
+                  .columns = terminal.columns},
+          options_(options) {}
 
     ExitStatus run();
 
   private:
+    ExitStatus recover();
     bool resolveFolders();
     LeftFolders look();
-    LeftFolders lookInFolders(LeftFolders listed);
-    void list(const LeftFolders& found);
+    LeftFolders lookInFolders();
+    Plan planOf(const LeftFolders& found);
+    void tellPlan();
     void tellPassedOver(const LeftFolders& found);
     bool agreed(std::size_t count);
     ExitStatus finish(OpenedPreferences& opened, const std::vector<std::string>& paths);
@@ -59,8 +73,11 @@ class Recovery {
     [[nodiscard]] static bool leavesSomething(const LeftFolders& found);
 
     Terminal& terminal_;
+    Terminal
+        people_;  ///< the same, with standard output left to the document where one is asked for
     const Options& options_;
     std::unique_ptr<platform::SystemCalls> system_ = platform::makeSystemCalls();
+    std::optional<Plan> plan_;          ///< what was found
     std::vector<std::string> folders_;  ///< as absolute paths
     std::vector<Identity> protected_;
     MachinesUnfinished unfinished_;
@@ -69,6 +86,18 @@ class Recovery {
 };
 
 ExitStatus Recovery::run() {
+    DocumentFrame frame;
+    frame.started = platform::systemClock().time();
+    const ExitStatus status = recover();
+    if (!options_.json || !plan_) return status;
+    if (!options_.preview) frame.ended = platform::systemClock().time();
+    frame.status = static_cast<int>(status);
+    writeReportDocument(*plan_, frame, terminal_.out);
+    terminal_.out << std::flush;
+    return status;
+}
+
+ExitStatus Recovery::recover() {
     if (!resolveFolders()) return ExitStatus::usage;
     OpenedPreferences opened(terminal_, OpenedPreferences::Unreadable::stopsIt,
                              options_.preview ? Saving::never
@@ -84,11 +113,11 @@ ExitStatus Recovery::run() {
     std::vector<std::string> paths;
     {
         // Not locked while somebody thinks about it.
-        LeftFolders found = look();
-        list(found);
+        const LeftFolders found = look();
+        plan_ = planOf(found);
+        tellPlan();
         tellPassedOver(found);
         for (const LeftFolder& left : found.folders) paths.push_back(left.item.path);
-        if (paths.empty()) terminal_.out << "No holding folders are left.\n" << std::flush;
         if (options_.preview || (paths.empty() && found.spent.empty())) {
             const bool isIncomplete =
                 leavesSomething(found) || (!options_.preview && !found.absent.empty());
@@ -133,51 +162,81 @@ bool Recovery::resolveFolders() {
 }
 
 LeftFolders Recovery::look() {
+    if (!folders_.empty()) return lookInFolders();
     LeftFolders found;
-    const Result<Done> listed = unfinished_.find(found);
-    if (!options_.folders.empty()) return lookInFolders(std::move(found));
-    if (!listed) {
-        found.skipped.push_back({unfinished_.folder().path(),
-                                 {},
-                                 PlanSkip::Reason::unreadable,
-                                 listed.error().detail.empty()
-                                     ? std::generic_category().message(listed.error().code)
-                                     : listed.error().detail});
+    if (const Result<Done> listed = unfinished_.find(found); !listed) {
+        const Error& error = listed.error();
+        found.skipped.push_back(
+            {error.path,
+             {},
+             PlanSkip::Reason::unreadable,
+             error.detail.empty() ? std::generic_category().message(error.code) : error.detail});
     }
     return found;
 }
 
-/// What lies in the folders, and of what is written down the files that go with it.
-LeftFolders Recovery::lookInFolders(LeftFolders listed) {
+LeftFolders Recovery::lookInFolders() {
     LeftFolders found;
-    found.inWork = std::move(listed.inWork);
-    for (const std::string& folder : folders_) {
-        LeftFolders one;
-        one.inWork = found.inWork;
-        findLeftFolders(*system_, folder, one);
-        std::ranges::move(one.skipped, std::back_inserter(found.skipped));
-        for (LeftFolder& left : one.folders) {
-            const auto isIt = [&](const LeftFolder& other) {
-                return other.item.status.isSameAs(left.item.status);
-            };
-            if (std::ranges::any_of(found.folders, isIt)) continue;
-            const auto written = std::ranges::find_if(listed.folders, isIt);
-            if (written != listed.folders.end()) left.files = std::move(written->files);
-            found.folders.push_back(std::move(left));
+    for (const std::string& folder : folders_) findLeftFolders(*system_, folder, found);
+    // Afterwards: whoever makes a holding folder has written it down by then. A list that cannot be
+    // read keeps nobody from what is asked for by its place.
+    LeftFolders listed;
+    static_cast<void>(unfinished_.find(listed));
+    std::vector<LeftFolder> met = std::move(found.folders);
+    found.folders.clear();
+    for (LeftFolder& left : met) {
+        const auto isIt = [&](const LeftFolder& other) {
+            return other.item.status.isSameAs(left.item.status);
+        };
+        if (std::ranges::any_of(found.folders, isIt)) continue;  // it lies in two of the folders
+        if (std::ranges::find(listed.inWork, Identity::of(left.item.status)) !=
+            listed.inWork.end()) {
+            found.skipped.push_back({left.item.path, {}, PlanSkip::Reason::running, {}});
+            continue;
         }
+        const auto written = std::ranges::find_if(listed.folders, isIt);
+        if (written != listed.folders.end()) left.files = std::move(written->files);
+        found.folders.push_back(std::move(left));
     }
     return found;
 }
 
-void Recovery::list(const LeftFolders& found) {
+Plan Recovery::planOf(const LeftFolders& found) {
+    Plan plan;
     for (const LeftFolder& left : found.folders) {
         const ItemCount count = countItem(*system_, left.item.path);
-        terminal_.out << terminal_.forOut(fmt::format(
-                             "{}: {}, {}, {}", left.item.path, counted(count.files, "file"),
-                             counted(count.folders, "folder"), sizeText(count.bytes)))
-                      << '\n';
+        PlanItem& item = plan.items.emplace_back();
+        item.path = left.item.path;
+        item.files = count.files;
+        item.folders = count.folders;
+        item.bytes = count.bytes;
+        for (const ItemCount::Unread& unread : count.unread) {
+            if (item.notes.size() == Plan::mostNotes) {
+                ++item.moreNotes;
+                continue;
+            }
+            PlanNote& note = item.notes.emplace_back();
+            note.kind = PlanNote::Kind::unreadable;
+            note.path = unread.path;
+            note.detail = std::generic_category().message(unread.code);
+        }
     }
-    terminal_.out << std::flush;
+    plan.skipped = found.skipped;
+    for (const std::string& path : found.absent) {
+        plan.skipped.push_back({path, {}, PlanSkip::Reason::unreadable, isAbsent});
+    }
+    return plan;
+}
+
+void Recovery::tellPlan() {
+    for (const PlanItem& item : plan_->items) {
+        people_.out << people_.forOut(
+                           fmt::format("{}: {}, {}, {}", item.path, counted(item.files, "file"),
+                                       counted(item.folders, "folder"), sizeText(item.bytes)))
+                    << '\n';
+    }
+    if (plan_->items.empty()) people_.out << "No holding folders are left.\n";
+    people_.out << std::flush;
 }
 
 void Recovery::tellPassedOver(const LeftFolders& found) {
@@ -187,7 +246,7 @@ void Recovery::tellPassedOver(const LeftFolders& found) {
                            (isRunning ? "another process works on it" : skip.detail));
     }
     for (const std::string& path : found.absent) {
-        terminal_.complain(path + ": kept for later: the folder that holds it is not there now");
+        terminal_.complain(path + ": kept for later: " + isAbsent);
     }
 }
 
@@ -249,7 +308,8 @@ ExitStatus Recovery::finish(OpenedPreferences& opened, const std::vector<std::st
         return leavesSomething(found) || !found.absent.empty() ? ExitStatus::incomplete
                                                                : ExitStatus::done;
     }
-    tellOutcome(engine.outcome(), terminal_);
+    addOutcome(*plan_, engine.outcome());
+    tellOutcome(engine.outcome(), people_);
     const ExitStatus status = statusOf(engine.outcome());
     const bool isLeft = leavesSomething(found) || !found.absent.empty();
     return status == ExitStatus::done && isLeft ? ExitStatus::incomplete : status;
@@ -308,6 +368,7 @@ void addRecoverCommand(CLI::App& program, Action& chosen) {
     command->add_option("FOLDER", options->folders,
                         "Look for holding folders in here, in place of those that are known");
     command->add_flag("--preview", options->preview, "Say what is left and change nothing");
+    command->add_flag("--json", options->json, "Print one JSON document");
     command->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) { return Recovery(terminal, *options).run(); };

@@ -107,6 +107,7 @@ class DesktopFixture : public ::testing::Test {
             return std::make_unique<ShortQuitWait>(loop);
         };
         if (makeWorker) services.makeWorker = makeWorker;
+        services.unfinishedFolders = [this] { return unfinishedFolders; };
         desktop = std::make_unique<desktop::Desktop>(std::move(services));
     }
     /// Starts the program; false when it could not be.
@@ -190,7 +191,8 @@ class DesktopFixture : public ::testing::Test {
         openUserDefaults(userDefaultsPath(), [](const auto&) {});
     std::shared_ptr<Preferences> preferences = sharedPreferences(*defaults);
     std::string resources = platform::resourcesFolder();
-    std::string trouble;  ///< with the stored preferences
+    std::size_t unfinishedFolders = 0;  ///< that earlier shreddings have left
+    std::string trouble;                ///< with the stored preferences
     bool hasStatusArea = false;
     std::function<std::unique_ptr<platform::Worker>()> makeWorker;
     std::unique_ptr<desktop::Desktop> desktop;

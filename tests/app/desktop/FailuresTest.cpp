@@ -35,6 +35,14 @@ TEST_F(FailuresTest, AFailureIsShownWithTheTimeAndItsDetails) {
     waitUntil([] { return QApplication::activeModalWidget() == nullptr; });
 }
 
+TEST_F(FailuresTest, WhatAnEarlierRunHasLeftIsSaidAtTheStart) {
+    unfinishedFolders = 2;
+    ASSERT_TRUE(launch());
+    EXPECT_TRUE(text().contains("2 holding folders of an unfinished shredding are left."))
+        << text().toStdString();
+    EXPECT_TRUE(desktop->mainWindow().failures().allDetails().contains("dorvanel recover"));
+}
+
 TEST_F(FailuresTest, WhatARunLeavesStaysThroughTheNextRun) {
     // A holding folder cannot be made where a file has its name for every second to come.
     const std::string page = addSafariCache();

@@ -171,5 +171,24 @@ TEST_F(ProgramStartTest, RootInAnothersHomeWorksAsThatPersonButForShred) {
     EXPECT_FALSE(fs::exists(roots / "folder")) << "shredded with the rights of root";
 }
 
+TEST_F(ProgramStartTest, RootWritesNothingOfWhatItShredsIntoAnothersHome) {
+    if (geteuid() != 0) {
+        GTEST_LOG_(INFO) << "not run: only root works in other people's homes";
+        return;
+    }
+    constexpr uid_t nobody = 65534;
+    const TemporaryFolder roots;
+    writeFile(roots / "one");
+    writeFile(roots / "two");
+    fs::create_directory(roots / "list");
+    ASSERT_EQ(lchown(home.path().c_str(), nobody, nobody), 0);
+    ASSERT_EQ(exited(start({"shred", roots / "one"})), 0) << err();
+    EXPECT_NE(err().find("\"dorvanel recover\" will not know"), std::string::npos) << err();
+    EXPECT_FALSE(fs::exists(home / ".local"));
+    fs::create_directory_symlink(roots / "list", home / ".local");
+    ASSERT_EQ(exited(start({"shred", roots / "two"})), 0) << err();
+    EXPECT_TRUE(fs::is_empty(roots / "list")) << "no link of somebody else is followed";
+}
+
 }  // namespace
 }  // namespace dorvanel::test
