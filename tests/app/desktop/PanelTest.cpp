@@ -285,6 +285,7 @@ TEST_F(PanelTest, TheFocusGoesDownTheLeftColumnThenTheRightThenAlongTheButtons) 
                                          "shredAppleMailJunkCheckbox",
                                          "shredMailCacheCheckbox",
                                          "shredQuicktimeCheckbox",
+                                         "shredMentionsCheckbox",
                                          "numberOfWritesPopUp",
                                          "overwritePatternPopUp",
                                          "DoDSanitizeButton",
