@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "engine/FileAccess.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <new>
 #include <optional>
@@ -14,6 +15,22 @@ namespace dorvanel {
 
 using platform::EntryKind;
 using platform::SystemCalls;
+
+namespace {
+
+/// The item beside which the holding folder lies, the first of several.
+std::uint32_t itemBeside(const Outcome& outcome, const std::string& holding) {
+    const std::string folder = holding.substr(0, holding.rfind('/') + 1);
+    const auto isBeside = [&folder](const ItemOutcome& item) {
+        return item.path.substr(0, item.path.rfind('/') + 1) == folder;
+    };
+    const auto found = std::ranges::find_if(outcome.perItem, isBeside);
+    return found == outcome.perItem.end()
+               ? ItemOutcomes::none
+               : static_cast<std::uint32_t>(found - outcome.perItem.begin());
+}
+
+}  // namespace
 
 FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferencesInstance,
                        ui::ProgressIndicator& shreddingProgress, ui::TextField& fileName)
@@ -202,6 +219,11 @@ void FileAccess::end() {
         guarded("tell what is left", [&] {
             std::vector<std::string> left = holdings.left();
             outcome_.left.insert(outcome_.left.begin(), left.begin(), left.end());
+            for (const std::string& path : left) {
+                if (items_.tellsOfLeftIn(ItemOutcomes::none, path)) continue;
+                const int code = failed_ ? failure_ : ECANCELED;
+                items_.addLeft(itemBeside(outcome_, path), {path, "remove", code});
+            }
         });
     }
     guarded("write down what is left", [&] { holdings.clear(); });
