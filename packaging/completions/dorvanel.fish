@@ -21,10 +21,10 @@ function __dorvanel_after
     test "$(__dorvanel_words | string join /)" = "$(string join / $argv)"
 end
 
-# __dorvanel_in COMMAND: whether this is the command.
+# __dorvanel_in COMMAND...: whether one of these is the command.
 function __dorvanel_in
     set -l words (__dorvanel_words)
-    test "$words[1]" = "$argv[1]"
+    contains -- "$words[1]" $argv
 end
 
 # Whether a kind of traces comes next.

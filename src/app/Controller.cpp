@@ -92,8 +92,7 @@ void Controller::shredAndRestart() {
     run_->shredAndRestart();
 }
 
-std::optional<Plan> Controller::previewRun(bool withQuicktime,
-                                           const ItemPlanner::Parts& planning) {
+std::optional<Plan> Controller::previewRun(bool withQuicktime, const ItemPlanner::Parts& planning) {
     if (run_->isBusy()) return std::nullopt;
     if (applicationLaunched == 0) profilesMenu_->populateProfilesMenu();
     RunPreview preview({.preferencesInstance = parts_.preferencesInstance,

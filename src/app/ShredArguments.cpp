@@ -217,7 +217,8 @@ Result<ShredArguments> checkShredArguments(const std::vector<std::string>& argum
                                            platform::SystemCalls& system, Links links) {
     const Result<std::vector<std::string>> mounted = platform::mountPoints();
     if (!mounted) return mounted.error();
-    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system, links);
+    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system,
+                               links);
 }
 
 }  // namespace dorvanel

@@ -32,7 +32,8 @@ TrashShredding::TrashShredding(const mentions::Mentions::Parts& parts)
 
 void TrashShredding::find(const std::string& dataFolder,
                           const std::vector<std::string>& mountPoints,
-                          const std::function<bool()>& stop) {
+                          const ItemPlanner::Parts& planning) {
+    const auto stop = [&planning] { return planning.stop && planning.stop(); };
     items_.clear();
     orphans_.clear();
     plan_ = {};
@@ -48,10 +49,7 @@ void TrashShredding::find(const std::string& dataFolder,
     for (const TrashFolder& folder : found.folders) lookInto(folder, paths);
     holdItems(found.folders, paths, stop);
     refused_ = plan_.skipped.size();
-    for (const HeldItem& item : items_) {
-        if (stop()) return;
-        addToPlan(item);
-    }
+    planItems(planning);
     mentions_.find(items_, MentionsOfItems::Where::inTheTrash, stop);
     for (PlanItem& mention : mentions_.planItems()) plan_.items.push_back(std::move(mention));
     for (const Orphan& orphan : orphans_) {
@@ -134,26 +132,10 @@ void TrashShredding::holdItems(const std::vector<TrashFolder>& folders,
     }
 }
 
-void TrashShredding::addToPlan(const HeldItem& item) {
-    const ItemCount count = countItem(parts_.system, item.path);
-    if (!count.mountPoint.empty()) {
-        const bool isItself = count.mountPoint == item.path;
-        return skip(
-            item.path, PlanSkip::Reason::mount,
-            isItself ? "is a mount point" : "holds the mount point \"" + count.mountPoint + "\"");
-    }
-    PlanItem& planned = plan_.items.emplace_back();
-    planned.path = item.path;
-    planned.files = count.files;
-    planned.folders = count.folders;
-    planned.bytes = count.bytes;
-    for (const ItemCount::Unread& unread : count.unread) {
-        planned.notes.push_back({.kind = PlanNote::Kind::unreadable,
-                                 .path = unread.path,
-                                 .detail = std::generic_category().message(unread.code)});
-    }
-    ++itemCount_;
-    byteCount_ += count.bytes;
+void TrashShredding::planItems(const ItemPlanner::Parts& planning) {
+    ItemPlanner(planning).add(items_, plan_);
+    itemCount_ = plan_.items.size();
+    for (const PlanItem& item : plan_.items) byteCount_ += item.bytes;
 }
 
 Outcome TrashShredding::shred(FileAccess& engine) {

@@ -10,6 +10,7 @@
 #include "engine/HeldItem.h"
 #include "engine/Outcome.h"
 #include "engine/Plan.h"
+#include "engine/plan/ItemPlanner.h"
 #include "run/MentionsOfItems.h"
 #include "targets/trash/TrashFolders.h"
 
@@ -24,10 +25,9 @@ class TrashShredding {
 
     /// Looks what is in the trash of the home folder, whose data lie in `dataFolder` ("" for none),
     /// and in the user's trash folders on what is mounted at these points. Touches nothing. Items
-    /// are held from here on. `stop` is asked now and then.
-    void find(
-        const std::string& dataFolder, const std::vector<std::string>& mountPoints,
-        const std::function<bool()>& stop = [] { return false; });
+    /// are held from here on.
+    void find(const std::string& dataFolder, const std::vector<std::string>& mountPoints,
+              const ItemPlanner::Parts& planning);
 
     /// Whether there is nothing to shred; there may be something to tell.
     [[nodiscard]] bool isEmpty() const { return items_.empty() && orphans_.empty(); }
@@ -50,7 +50,7 @@ class TrashShredding {
     void lookInto(const trash::TrashFolder& folder, std::vector<std::string>& paths);
     void holdItems(const std::vector<trash::TrashFolder>& folders,
                    const std::vector<std::string>& paths, const std::function<bool()>& stop);
-    void addToPlan(const HeldItem& item);
+    void planItems(const ItemPlanner::Parts& planning);
     void skip(const std::string& path, PlanSkip::Reason reason, std::string detail);
     [[nodiscard]] std::vector<std::string> names(const std::string& folder);
     void shredOrphans(FileAccess& engine, Outcome& outcome);

@@ -100,8 +100,7 @@ ExitStatus Recovery::run() {
 ExitStatus Recovery::recover() {
     if (!resolveFolders()) return ExitStatus::usage;
     OpenedPreferences opened(terminal_, OpenedPreferences::Unreadable::stopsIt,
-                             options_.preview ? Saving::never
-                                              : Saving::allowed);
+                             options_.preview ? Saving::never : Saving::allowed);
     if (!opened.areKnown()) return ExitStatus::usage;
     Result<ShredArguments> checked = checkShredArguments({}, *system_);
     if (!checked) {

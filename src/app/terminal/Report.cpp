@@ -61,9 +61,8 @@ ExitStatus Report::end(const Plan& plan, ExitStatus status) {
 }
 
 void Report::write(const Plan& plan, bool hasEnded, ExitStatus status) {
-    DocumentFrame frame{.started = started_,
-                        .status = static_cast<int>(status),
-                        .isVerified = options_.verifies};
+    DocumentFrame frame{
+        .started = started_, .status = static_cast<int>(status), .isVerified = options_.verifies};
     if (hasEnded) frame.ended = platform::systemClock().time();
     writeReportDocument(plan, frame, terminal_.out);
     terminal_.out << std::flush;

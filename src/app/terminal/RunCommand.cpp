@@ -82,10 +82,8 @@ ExitStatus Run::run() {
 ExitStatus Run::preview(TerminalSession& session, SessionServices services) {
     std::atomic<bool> stop = false;
     const auto signals = platform::catchQuitSignals([&stop] { stop = true; });
-    const auto plan =
-        session.controller().previewRun(!options_.then.empty(), planning_.parts(services.system, [&] {
-            return stop.load();
-        }));
+    const auto plan = session.controller().previewRun(
+        !options_.then.empty(), planning_.parts(services.system, [&] { return stop.load(); }));
     return report_.preview(plan.value_or(Plan()), stop);
 }
 
@@ -95,8 +93,8 @@ void Run::prepare(Controller& controller, platform::SystemCalls& system) {
     engine.setVerifies(options_.report.verifies);
     if (!options_.report.json && !options_.report.discards) return;
     controller.run().keepPlans([this, &engine, &system](const std::vector<RunItem>& items) {
-        Plan plan = planOfRun(
-            items, planning_.parts(system, [&engine] { return engine.stopRequested(); }));
+        Plan plan =
+            planOfRun(items, planning_.parts(system, [&engine] { return engine.stopRequested(); }));
         if (options_.report.discards) discarding_.add(plan);
         return plan;
     });

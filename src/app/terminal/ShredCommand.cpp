@@ -96,9 +96,9 @@ void Shred::findMentions() {
 }
 
 Plan Shred::plan() {
-    Plan plan = planOf(checked_.items, planning_.parts(
-                                           *system_, [this] { return isStopped(); },
-                                           checked_.protectedFolders));
+    Plan plan = planOf(checked_.items,
+                       planning_.parts(
+                           *system_, [this] { return isStopped(); }, checked_.protectedFolders));
     if (!takesMentions_) return plan;
     for (PlanItem& item : mentions_.planItems()) plan.items.push_back(std::move(item));
     for (PlanSkip& skip : mentions_.planSkips()) plan.skipped.push_back(std::move(skip));

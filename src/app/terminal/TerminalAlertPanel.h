@@ -15,7 +15,7 @@ namespace dorvanel::terminal {
 class TerminalAlertPanel final : public ui::AlertPanel {
   public:
     enum class Answers {
-        asked,   ///< by the person at the terminal
+        asked,    ///< by the person at the terminal
         assumed,  ///< "Yes" and "OK" where there is such a button, else the default one
         silent    ///< nothing is shown, and the answer is the default one
     };

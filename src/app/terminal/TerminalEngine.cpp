@@ -6,10 +6,9 @@
 
 namespace dorvanel::terminal {
 
-TerminalEngine::TerminalEngine(const Terminal& terminal, platform::SystemCalls& system,
+TerminalEngine::TerminalEngine(Terminal& terminal, platform::SystemCalls& system,
                                const PreferenceReader& preferences, MachinesUnfinished& unfinished)
-    : draws_(makeDrawSequence()),
-      bar_(terminal, platform::systemClock(), [this] {
+    : draws_(makeDrawSequence()), bar_(terminal, platform::systemClock(), [this] {
           return ProgressBytes{access_->deepShreddedSize(), access_->deepPathSize()};
       }) {
     unfinished.record().onTrouble = [this, &terminal](const Error& error) {

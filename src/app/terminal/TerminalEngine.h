@@ -18,7 +18,7 @@ namespace dorvanel::terminal {
 class TerminalEngine {
   public:
     /// All of them must outlive the engine.
-    TerminalEngine(const Terminal& terminal, platform::SystemCalls& system,
+    TerminalEngine(Terminal& terminal, platform::SystemCalls& system,
                    const PreferenceReader& preferences, MachinesUnfinished& unfinished);
 
     FileAccess& access() { return *access_; }

@@ -7,15 +7,15 @@
 #include <memory>
 #include <ostream>
 
+#include "app/MachinesPlanning.h"
 #include "app/ShredArguments.h"
+#include "app/SizeText.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
-#include "app/terminal/ProgressBar.h"
-#include "app/terminal/SizeText.h"
 #include "app/terminal/TerminalAlertPanel.h"
-#include "engine/FileAccess.h"
+#include "app/terminal/TerminalEngine.h"
 #include "platform/CleaningCalls.h"
 #include "platform/MountPoints.h"
 #include "platform/QuitSignals.h"
@@ -43,61 +43,69 @@ bool isConfirmed(Terminal& terminal, const TrashOptions& options,
 
 ExitStatus shredTrash(Terminal& terminal, const TrashOptions& options,
                       const std::vector<std::string>& mountPoints) {
-    OpenedPreferences opened(terminal);
+    Report report(terminal, options.report);
+    Terminal& words = report.words();
+    const bool onlyLooks = options.report.preview;
+    OpenedPreferences opened(words, OpenedPreferences::Unreadable::stopsIt,
+                             onlyLooks ? Saving::never : Saving::allowed);
     if (!opened.areKnown()) return ExitStatus::usage;
     const std::unique_ptr<platform::SystemCalls> system = platform::makeSystemCalls();
     const std::unique_ptr<platform::CleaningCalls> cleaningCalls = platform::makeCleaningCalls();
     Result<ShredArguments> home = checkShredArguments({}, *system);
     if (!home) {
-        terminal.complain(home.error().message());
+        words.complain(home.error().message());
         return ExitStatus::usage;
     }
-    const std::unique_ptr<DrawSequence> draws = makeDrawSequence();
-    FileAccess* engine = nullptr;
-    ProgressBar bar(terminal, platform::systemClock(), [&engine] {
-        return ProgressBytes{engine->deepShreddedSize(), engine->deepPathSize()};
-    });
-    FileAccess fileAccess({*system, platform::systemClock(), *draws}, opened.preferences(), bar,
-                          bar.fileName());
-    engine = &fileAccess;
-    fileAccess.setVerifies(options.verifies);
-    fileAccess.protect(std::move(home.value().protectedFolders));
+    MachinesUnfinished unfinished;
+    TerminalEngine engine(words, *system, opened.preferences(), unfinished);
+    FileAccess& access = engine.access();
+    access.setVerifies(options.report.verifies);
+    access.protect(home.value().protectedFolders);
 
+    MachinesPlanning planning;
     TrashShredding trash({*system, *cleaningCalls, platform::systemClock()});
+    Plan planned;
     Outcome outcome;
     {
         // From before the question on: a signal then ends the wait for an answer, which is no.
-        const auto signals = platform::catchQuitSignals([&fileAccess, &terminal] {
-            fileAccess.requestStop();
+        const auto signals = platform::catchQuitSignals([&access, &terminal] {
+            access.requestStop();
             terminal.in.interrupt();
         });
-        if (!signals) {
-            terminal.complain("signals cannot be caught: one would end this midway");
+        if (!signals && !onlyLooks) {
+            words.complain("signals cannot be caught: one would end this midway");
         }
         trash.find(userDataFolder(), mountPoints,
-                   [&fileAccess] { return fileAccess.stopRequested(); });
-        if (trash.isEmpty() && trash.plan().skipped.empty()) {
-            terminal.out << "Nothing is in the trash\n" << std::flush;
-            return ExitStatus::done;
+                   planning.parts(
+                       *system, [&access] { return access.stopRequested(); },
+                       home.value().protectedFolders));
+        planned = trash.plan();
+        if (onlyLooks) return report.preview(planned, access.stopRequested());
+        if (trash.isEmpty() && planned.skipped.empty()) {
+            words.out << "Nothing is in the trash\n" << std::flush;
+            return report.end(planned, ExitStatus::done);
         }
         std::vector<std::string> paths;
-        for (const PlanItem& item : trash.plan().items) paths.push_back(item.path);
-        tellMedium(paths, terminal);
-        if (!trash.isEmpty() && !isConfirmed(terminal, options, opened.preferences(), trash)) {
-            return fileAccess.stopRequested() ? ExitStatus::interrupted : ExitStatus::cancelled;
+        for (const PlanItem& item : planned.items) paths.push_back(item.path);
+        tellMedium(paths, words);
+        if (!trash.isEmpty() && !isConfirmed(words, options, opened.preferences(), trash)) {
+            const bool isStopped = access.stopRequested();
+            return report.end(planned, isStopped ? ExitStatus::interrupted : ExitStatus::cancelled);
         }
-        outcome = trash.shred(fileAccess);
+        outcome = trash.shred(access);
     }
-    bar.clear();
-    tellOutcome(outcome, terminal);
-    return statusOf(outcome);
+    engine.clearProgress();
+    tellOutcome(outcome, words);
+    if (options.report.json) addOutcome(planned, outcome);
+    return report.end(planned, statusOf(outcome));
 }
 
 void addTrashCommand(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<TrashOptions>();
     CLI::App* command = program.add_subcommand("trash", "Shred what is in the trash");
     command->fallthrough()->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
-    command->add_flag("--verify", options->verifies, "Read back what was overwritten");
+    addReportOptions(*command, options->report);
+    addVerifyOption(*command, options->report);
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) {
             const Result<std::vector<std::string>> mounted = platform::mountPoints();

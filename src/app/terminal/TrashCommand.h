@@ -5,13 +5,14 @@
 #include <vector>
 
 #include "app/terminal/ExitStatus.h"
+#include "app/terminal/Report.h"
 #include "app/terminal/Terminal.h"
 
 namespace dorvanel::terminal {
 
 struct TrashOptions {
-    bool yes = false;       ///< nothing is asked
-    bool verifies = false;  ///< what was overwritten is read back
+    bool yes = false;  ///< nothing is asked
+    ReportOptions report{};
 };
 
 /// Shreds the trash of the user's home folder, and of what is mounted at these points.
