@@ -46,7 +46,7 @@ Result<Done> UnfinishedFiles::write(Written& written, const FileStatus& parent) 
     if (code == 0 && !found.isSameAs(parent)) code = ESTALE;
     if (code != 0) return Error{code, "look at", written.folder, {}};
     if (folder_.descriptor() < 0) {
-        const Result<Done> opened = folder_.openOrMake();
+        Result<Done> opened = folder_.openOrMake();
         if (!opened) return opened;
     }
     Result<UnfinishedFolder::File> file = folder_.write(

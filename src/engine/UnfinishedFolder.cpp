@@ -206,6 +206,7 @@ void UnfinishedFolder::shred(std::vector<File>& files) {
     }
     if (!isInMemory_) files_.flush(folder_);
     std::vector<bool> isSafe;
+    isSafe.reserve(files.size());
     for (const File& file : files) isSafe.push_back(overwrite(file.descriptor->get()));
     if (!isInMemory_) {
         const bool areAll = files.size() > fewFiles &&
