@@ -98,8 +98,8 @@ TEST_F(GivenUpTest, WhileTheWorkerShredsTheWorkGoesOnButNothingFollows) {
           &ShreddingRun::shredAndRestart}) {
         FakeQuitWait wait(clock);
         Collectors others(mPathArray, preferences, platform::defaultFileManager(), defaults, clock);
-        ShreddingRun one{{fileAccess, preferences, watch, others, mPathArray, traces, processes,
-                          events, wait, *worker, alerts, window, application, *this}};
+        ShreddingRun one{{fileAccess, preferences, watch, others, mPathArray, traces, mentions,
+                          processes, events, wait, *worker, alerts, window, application, *this}};
         addSafariCache();
         reports.clear();
         fileName.onSet = [&] { one.giveUp(); };
@@ -142,8 +142,8 @@ TEST_F(GivenUpTest, FromAnotherThreadAtAnyMomentNothingIsEverSentAfterwards) {
         reports.clear();
         calls.clear();
         FakeQuitWait wait(clock);
-        ShreddingRun one{{fileAccess, preferences, watch, collectors, mPathArray, traces, processes,
-                          events, wait, *worker, alerts, window, application, *this}};
+        ShreddingRun one{{fileAccess, preferences, watch, collectors, mPathArray, traces, mentions,
+                          processes, events, wait, *worker, alerts, window, application, *this}};
         std::atomic<bool> asked = false;
         bool sentBefore = false;
         std::thread quit([&] {

@@ -155,8 +155,8 @@ TEST_F(OneAtATimeTest, WithPreferencesThatCannotBeReadNothingIsTouched) {
 
 TEST_F(OneAtATimeTest, WithoutAThreadTheRunIsNotInitiatedAndTheNextCanBe) {
     NoWorker none;
-    ShreddingRun one{{fileAccess, preferences, watch, collectors, mPathArray, traces, processes,
-                      events, quitWait, none, alerts, window, application, *this}};
+    ShreddingRun one{{fileAccess, preferences, watch, collectors, mPathArray, traces, mentions,
+                      processes, events, quitWait, none, alerts, window, application, *this}};
     one.shredAndShutdown();
     one.shredFiles(held(folder / "one"));
     ASSERT_EQ(reports.size(), 2U);

@@ -125,8 +125,8 @@ class RunFixture : public ::testing::Test, private BrowserWatchOwner, protected 
                                 return catalogue::Folders{home / "applications", {}};
                             }}};
     MentionsOfItems mentions{{*system, *cleaningCalls, clock}};
-    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, traces, mentions, processes,
-                      events, quitWait, *worker, alerts, window, application, *this}};
+    ShreddingRun run{{fileAccess, preferences, watch, collectors, mPathArray, traces, mentions,
+                      processes, events, quitWait, *worker, alerts, window, application, *this}};
 };
 
 }  // namespace dorvanel::test

@@ -27,7 +27,7 @@ class TrashShreddingTest : public RunFixture {
         writeFile(bin + "/files/" + name + "/inside", "secret");
         writeFile(bin + "/info/" + name + ".trashinfo", "[Trash Info]\nPath=/x\n");
     }
-    void find() { trash.find(home / "data", {home / "volume"}); }
+    void find() { trash.find(home / "data", {home / "volume"}, {.system = *system}); }
     std::vector<std::string> namesIn(const std::string& folder) const {
         std::vector<std::string> names;
         for (const auto& entry : fs::directory_iterator(bin + "/" + folder)) {

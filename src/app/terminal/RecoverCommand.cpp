@@ -14,18 +14,16 @@
 #include <vector>
 
 #include "app/MachinesUnfinished.h"
-#include "app/ReportDocument.h"
 #include "app/ShredArguments.h"
 #include "app/SizeText.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/OutcomeText.h"
-#include "app/terminal/ProgressBar.h"
+#include "app/terminal/Report.h"
 #include "app/terminal/TerminalAlertPanel.h"
-#include "app/terminal/UnfinishedText.h"
+#include "app/terminal/TerminalEngine.h"
 #include "base/PathComponents.h"
-#include "engine/FileAccess.h"
 #include "engine/ItemCount.h"
 #include "platform/FolderLock.h"
 #include "platform/QuitSignals.h"
@@ -35,9 +33,8 @@ namespace {
 
 struct Options {
     std::vector<std::string> folders;
-    bool preview = false;
-    bool json = false;
     bool yes = false;
+    ReportOptions report;
 };
 
 constexpr const char* isAbsent = "the folder that holds it is not there now";
@@ -46,19 +43,11 @@ constexpr const char* isAbsent = "the folder that holds it is not there now";
 class Recovery {
   public:
     Recovery(Terminal& terminal, const Options& options)
-        : terminal_(terminal),
-          people_{.out = options.json ? terminal.err : terminal.out,
-                  .err = terminal.err,
-                  .in = terminal.in,
-                  .outIsTerminal = options.json || terminal.outIsTerminal,
-                  .errIsTerminal = terminal.errIsTerminal,
-                  .columns = terminal.columns},
-          options_(options) {}
+        : terminal_(terminal), options_(options), report_(terminal, options.report) {}
 
     ExitStatus run();
 
   private:
-    ExitStatus recover();
     bool resolveFolders();
     LeftFolders look();
     LeftFolders lookInFolders();
@@ -68,39 +57,26 @@ class Recovery {
     bool agreed(std::size_t count);
     ExitStatus finish(OpenedPreferences& opened, const std::vector<std::string>& paths);
     std::optional<platform::FolderLock> waitForOthers();
-    void shred(LeftFolders& found);
+    void shred(LeftFolders& found, FileAccess& engine);
     void forgetFinished(LeftFolders& found);
-    [[nodiscard]] static bool leavesSomething(const LeftFolders& found);
+    [[nodiscard]] static ExitStatus statusOf(const LeftFolders& found, bool withAbsent);
 
     Terminal& terminal_;
-    Terminal
-        people_;  ///< the same, with standard output left to the document where one is asked for
     const Options& options_;
+    Report report_;
     std::unique_ptr<platform::SystemCalls> system_ = platform::makeSystemCalls();
-    std::optional<Plan> plan_;          ///< what was found
+    Plan plan_;                         ///< what was found
     std::vector<std::string> folders_;  ///< as absolute paths
     std::vector<Identity> protected_;
     MachinesUnfinished unfinished_;
-    FileAccess* engine_ = nullptr;
     std::atomic<bool> isStopped_ = false;
 };
 
 ExitStatus Recovery::run() {
-    DocumentFrame frame;
-    frame.started = platform::systemClock().time();
-    const ExitStatus status = recover();
-    if (!options_.json || !plan_) return status;
-    if (!options_.preview) frame.ended = platform::systemClock().time();
-    frame.status = static_cast<int>(status);
-    writeReportDocument(*plan_, frame, terminal_.out);
-    terminal_.out << std::flush;
-    return status;
-}
-
-ExitStatus Recovery::recover() {
+    const bool onlyLooks = options_.report.preview;
     if (!resolveFolders()) return ExitStatus::usage;
-    OpenedPreferences opened(terminal_, OpenedPreferences::Unreadable::stopsIt,
-                             options_.preview ? Saving::never : Saving::allowed);
+    OpenedPreferences opened(report_.words(), OpenedPreferences::Unreadable::stopsIt,
+                             onlyLooks ? Saving::never : Saving::allowed);
     if (!opened.areKnown()) return ExitStatus::usage;
     Result<ShredArguments> checked = checkShredArguments({}, *system_);
     if (!checked) {
@@ -117,13 +93,13 @@ ExitStatus Recovery::recover() {
         tellPlan();
         tellPassedOver(found);
         for (const LeftFolder& left : found.folders) paths.push_back(left.item.path);
-        if (options_.preview || (paths.empty() && found.spent.empty())) {
-            const bool isIncomplete =
-                leavesSomething(found) || (!options_.preview && !found.absent.empty());
-            return isIncomplete ? ExitStatus::incomplete : ExitStatus::done;
+        if (onlyLooks) return report_.looked(plan_, statusOf(found, false));
+        if (paths.empty() && found.spent.empty()) {
+            return report_.end(plan_, statusOf(found, true));
         }
     }
-    return finish(opened, paths);
+    const ExitStatus status = finish(opened, paths);
+    return report_.end(plan_, status);
 }
 
 bool Recovery::resolveFolders() {
@@ -228,14 +204,14 @@ Plan Recovery::planOf(const LeftFolders& found) {
 }
 
 void Recovery::tellPlan() {
-    for (const PlanItem& item : plan_->items) {
-        people_.out << people_.forOut(
-                           fmt::format("{}: {}, {}, {}", item.path, counted(item.files, "file"),
-                                       counted(item.folders, "folder"), sizeText(item.bytes)))
-                    << '\n';
+    for (const PlanItem& item : plan_.items) {
+        report_.words().out << report_.words().forOut(fmt::format(
+                                   "{}: {}, {}, {}", item.path, counted(item.files, "file"),
+                                   counted(item.folders, "folder"), sizeText(item.bytes)))
+                            << '\n';
     }
-    if (plan_->items.empty()) people_.out << "No holding folders are left.\n";
-    people_.out << std::flush;
+    if (plan_.items.empty()) report_.words().out << "No holding folders are left.\n";
+    report_.words().out << std::flush;
 }
 
 void Recovery::tellPassedOver(const LeftFolders& found) {
@@ -249,10 +225,13 @@ void Recovery::tellPassedOver(const LeftFolders& found) {
     }
 }
 
-bool Recovery::leavesSomething(const LeftFolders& found) {
-    return std::ranges::any_of(found.skipped, [](const PlanSkip& skip) {
+/// `withAbsent`: what could not be finished since its disk is not there counts too.
+ExitStatus Recovery::statusOf(const LeftFolders& found, bool withAbsent) {
+    const bool leavesSomething = std::ranges::any_of(found.skipped, [](const PlanSkip& skip) {
         return skip.reason != PlanSkip::Reason::running;
     });
+    return leavesSomething || (withAbsent && !found.absent.empty()) ? ExitStatus::incomplete
+                                                                    : ExitStatus::done;
 }
 
 bool Recovery::agreed(std::size_t count) {
@@ -268,23 +247,13 @@ bool Recovery::agreed(std::size_t count) {
 
 /// `paths`: what was shown.
 ExitStatus Recovery::finish(OpenedPreferences& opened, const std::vector<std::string>& paths) {
-    const std::unique_ptr<DrawSequence> draws = makeDrawSequence();
-    ProgressBar bar(terminal_, platform::systemClock(), [this] {
-        return ProgressBytes{engine_->deepShreddedSize(), engine_->deepPathSize()};
-    });
-    unfinished_.record().onTrouble = [&](const Error& error) {
-        bar.clear();
-        tellNotWrittenDown(error, terminal_);
-    };
-    FileAccess engine({*system_, platform::systemClock(), *draws, &unfinished_.record()},
-                      opened.preferences(), bar, bar.fileName());
-    engine_ = &engine;
-    engine.protect(protected_);
+    TerminalEngine engine(report_.words(), *system_, opened.preferences(), unfinished_);
+    engine.access().protect(protected_);
     LeftFolders found;
     {
-        const auto signals = platform::catchQuitSignals([this] {
+        const auto signals = platform::catchQuitSignals([this, &engine] {
             isStopped_ = true;
-            engine_->requestStop();
+            engine.access().requestStop();
             terminal_.in.interrupt();
         });
         if (!signals) {
@@ -300,18 +269,15 @@ ExitStatus Recovery::finish(OpenedPreferences& opened, const std::vector<std::st
         std::erase_if(found.folders, [&](const LeftFolder& left) {
             return std::ranges::find(paths, left.item.path) == paths.end();
         });
-        shred(found);
+        shred(found, engine.access());
     }
-    bar.clear();
-    if (paths.empty()) {
-        return leavesSomething(found) || !found.absent.empty() ? ExitStatus::incomplete
-                                                               : ExitStatus::done;
-    }
-    addOutcome(*plan_, engine.outcome());
-    tellOutcome(engine.outcome(), people_);
-    const ExitStatus status = statusOf(engine.outcome());
-    const bool isLeft = leavesSomething(found) || !found.absent.empty();
-    return status == ExitStatus::done && isLeft ? ExitStatus::incomplete : status;
+    engine.clearProgress();
+    if (paths.empty()) return statusOf(found, true);
+    const Outcome& outcome = engine.access().outcome();
+    addOutcome(plan_, outcome);
+    tellOutcome(outcome, report_.words());
+    const ExitStatus status = terminal::statusOf(outcome);
+    return status == ExitStatus::done ? statusOf(found, true) : status;
 }
 
 /// One recovery at a time: a second one goes on with what the first has left. None where nothing
@@ -328,7 +294,7 @@ std::optional<platform::FolderLock> Recovery::waitForOthers() {
     return std::nullopt;
 }
 
-void Recovery::shred(LeftFolders& found) {
+void Recovery::shred(LeftFolders& found, FileAccess& engine) {
     std::vector<HeldItem> items;
     for (LeftFolder& left : found.folders) {
         items.push_back(left.item);
@@ -337,8 +303,8 @@ void Recovery::shred(LeftFolders& found) {
         left.item.parent.reset();
     }
     if (!items.empty()) {
-        tellMedium(items, terminal_);
-        engine_->shredItems(items);
+        tellMedium(items, report_.words());
+        engine.shredItems(items);
     }
     forgetFinished(found);
 }
@@ -366,8 +332,7 @@ void addRecoverCommand(CLI::App& program, Action& chosen) {
     command->fallthrough();
     command->add_option("FOLDER", options->folders,
                         "Look for holding folders in here, in place of those that are known");
-    command->add_flag("--preview", options->preview, "Say what is left and change nothing");
-    command->add_flag("--json", options->json, "Print one JSON document");
+    addReportOptions(*command, options->report);
     command->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) { return Recovery(terminal, *options).run(); };

@@ -2,6 +2,7 @@
 #include "app/terminal/Report.h"
 
 #include <CLI/CLI.hpp>
+#include <ostream>
 
 #include "app/ReportDocument.h"
 #include "app/terminal/PlanText.h"
@@ -10,11 +11,11 @@
 namespace dorvanel::terminal {
 namespace {
 
-Terminal withoutOutput(const Terminal& terminal, std::ostream& nothing) {
-    return {.out = nothing,
+Terminal withoutOutput(const Terminal& terminal) {
+    return {.out = terminal.err,
             .err = terminal.err,
             .in = terminal.in,
-            .outIsTerminal = false,
+            .outIsTerminal = true,  // names are escaped there for people
             .errIsTerminal = terminal.errIsTerminal,
             .columns = terminal.columns,
             .medium = terminal.medium};
@@ -40,18 +41,21 @@ Report::Report(Terminal& terminal, const ReportOptions& options)
     : terminal_(terminal),
       options_(options),
       started_(platform::systemClock().time()),
-      words_(options.json ? withoutOutput(terminal, nothing_) : terminal) {}
+      words_(options.json ? withoutOutput(terminal) : terminal) {}
 
 ExitStatus Report::preview(const Plan& plan, bool stopped) {
     const auto status =
         stopped ? ExitStatus::interrupted : static_cast<ExitStatus>(previewStatus(plan));
-    if (options_.json) {
-        write(plan, false, status);
-    } else if (stopped) {
+    if (stopped) {
         terminal_.complain("ended by a signal; not all was looked at");
-    } else {
+    } else if (!options_.json) {
         tellPlan(plan, terminal_, terminal_.columns ? terminal_.columns() : 0);
     }
+    return looked(plan, status);
+}
+
+ExitStatus Report::looked(const Plan& plan, ExitStatus status) {
+    if (options_.json) write(plan, false, status);
     return status;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ostream>
 #include <vector>
 
 #include "app/terminal/ExitStatus.h"
@@ -31,7 +30,7 @@ void addVerifyOption(CLI::App& command, ReportOptions& options);
 void addDiscardOption(CLI::App& command, ReportOptions& options);
 
 /// What a command says at its end. Where a document is asked for, standard output is kept free for
-/// it, and everything else that people read there is not said.
+/// it, and what people read there goes to standard error.
 class Report {
   public:
     /// Both must outlive the report. The time of the document begins now.
@@ -44,7 +43,9 @@ class Report {
 
     /// Says what would go. `stopped`: somebody asked for an end before all was looked at.
     ExitStatus preview(const Plan& plan, bool stopped = false);
-    /// Writes the document of what was done, where one is asked for. Returns `status`.
+    /// Writes the document of what was found, or of what was done, where one is asked for. Returns
+    /// `status`.
+    ExitStatus looked(const Plan& plan, ExitStatus status);
     ExitStatus end(const Plan& plan, ExitStatus status);
     /// Says what came of discarding free space.
     void tellDiscarded(const std::vector<DiscardedSpace>& spaces);
@@ -55,7 +56,6 @@ class Report {
     Terminal& terminal_;
     ReportOptions options_;
     std::int64_t started_;
-    std::ostream nothing_{nullptr};
     Terminal words_;
 };
 

@@ -36,7 +36,10 @@ std::vector<std::string> uris(const std::string& list) {
 /// The list without the entries of these URIs.
 std::string without(const std::string& list, const std::vector<std::string>& gone) {
     std::vector<RecentEntry> entries;
-    for (RecentEntry& entry : readRecentList(list).value()) {
+    auto read = readRecentList(list);
+    EXPECT_TRUE(read.ok());
+    if (!read) return {};
+    for (RecentEntry& entry : read.value()) {
         if (std::ranges::find(gone, entry.uri) != gone.end()) entries.push_back(std::move(entry));
     }
     const auto rest = withoutEntries(list, entries);
