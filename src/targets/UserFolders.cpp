@@ -12,20 +12,24 @@
 namespace dorvanel {
 namespace {
 
+std::string realPath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::canonical(path, error);
+    return error ? std::string() : real.native();
+}
+
 std::string folderOf(const char* variable, const char* standard) {
     const std::string home = platform::homeDirectory();
     if (!home.starts_with('/')) return {};
     const char* set = std::getenv(variable);
-    std::string path = home + standard;
     // A relative path is none, as the desktops agreed.
-    if (set != nullptr && set[0] == '/') path = set;
-    std::error_code error;
-    const std::filesystem::path real = std::filesystem::canonical(path, error);
-    if (error) return {};
-    // The variables are then about the home folder that was replaced.
-    const bool isOutside = traces::pathBelow(real.native(), traces::realHome()).empty();
-    if (isOutside && platform::isHomeDirectoryReplaced()) return {};
-    return real.native();
+    if (set != nullptr && set[0] == '/') {
+        std::string real = realPath(set);
+        const bool isOutside = traces::pathBelow(real, traces::realHome()).empty();
+        // The variables may be about the home folder that was replaced.
+        if (!isOutside || !platform::isHomeDirectoryReplaced()) return real;
+    }
+    return realPath(home + standard);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "run/RunFixture.h"
+#include "support/EnvironmentVariable.h"
 #include "support/MountNamespace.h"
 
 namespace dorvanel::test {
@@ -37,6 +38,7 @@ class TrashShreddingTest : public RunFixture {
         return names;
     }
 
+    const EnvironmentVariable data{"XDG_DATA_HOME", home / "data"};
     const std::string bin = home / "data/Trash";
     TrashShredding trash{{*system, *cleaningCalls, clock}};
 };

@@ -206,12 +206,11 @@ class Telling {
         }
     }
 
+    /// The path last: its length is nobody's concern then.
     void tellItem(const PlanItem& item) {
-        const std::string path = fitting(shownPath(item.path), pathColumns_);
-        const int padding = std::max(0, pathColumns_ - displayWidth(path));
-        std::string line = path + std::string(static_cast<std::size_t>(padding), ' ');
+        std::string line = fmt::format("{:>{}}", sizeCell(item), sizeColumns_);
         if (hasCounts_) line += fmt::format("  {:>{}}", countCell(item), countColumns_);
-        line += fmt::format("  {:>{}}", sizeCell(item), sizeColumns_);
+        line += "  " + fitting(shownPath(item.path), pathColumns_);
         tellLine(line, margin);
     }
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/QuitSignals.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <sys/eventfd.h>
+#include <unistd.h>
 
 #include <array>
 #include <atomic>
@@ -28,11 +31,17 @@ void countSignal(int) {
 
 constexpr std::array<int, 3> quitSignals{SIGINT, SIGTERM, SIGHUP};
 
+/// A pipe whose writing end is closed when it is over: a program that only looks writes nothing.
+struct Ending {
+    FileDescriptor reading;
+    FileDescriptor writing;
+};
+
 class CaughtSignals final : public QuitSignals {
   public:
     /// Throws std::system_error where there is no thread to be had; no signal is caught then.
-    CaughtSignals(FileDescriptor counter, std::function<void()> received)
-        : counter_(std::move(counter)) {
+    CaughtSignals(FileDescriptor counter, Ending ending, std::function<void()> received)
+        : counter_(std::move(counter)), ending_(std::move(ending)) {
         // The thread that waits for the count is not interrupted by what it waits for.
         sigset_t counted;
         sigset_t former;
@@ -69,25 +78,28 @@ class CaughtSignals final : public QuitSignals {
             }
         }
         gCounter = -1;
-        done_ = true;
-        ::eventfd_write(counter_.get(), 1);
+        ending_.writing = FileDescriptor();
         thread_.join();
     }
 
   private:
     void tell(const std::function<void()>& received) {
         while (true) {
+            std::array<pollfd, 2> waited{
+                {{counter_.get(), POLLIN, 0}, {ending_.reading.get(), 0, 0}}};
+            if (::poll(waited.data(), waited.size(), -1) < 0 && errno != EINTR) return;
+            if (waited[1].revents != 0) return;
+            if (waited[0].revents == 0) continue;
             eventfd_t count = 0;
             if (::eventfd_read(counter_.get(), &count) != 0 && errno != EINTR) return;
-            if (done_) return;
             told_ = true;
             for (; count > 0; --count) received();
         }
     }
 
     FileDescriptor counter_;
+    Ending ending_;
     std::array<struct sigaction, quitSignals.size()> former_{};
-    std::atomic<bool> done_ = false;
     std::atomic<bool> told_ = false;
     std::thread thread_;
 };
@@ -96,10 +108,14 @@ class CaughtSignals final : public QuitSignals {
 
 Result<std::unique_ptr<QuitSignals>> catchQuitSignals(std::function<void()> received) {
     FileDescriptor counter(::eventfd(0, EFD_CLOEXEC));
-    if (!counter.isOpen()) return Error::fromErrno("catch signals", {});
+    std::array<int, 2> ends{-1, -1};
+    if (!counter.isOpen() || ::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return Error::fromErrno("catch signals", {});
+    }
+    Ending ending{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
     try {
-        return std::unique_ptr<QuitSignals>(
-            std::make_unique<CaughtSignals>(std::move(counter), std::move(received)));
+        return std::unique_ptr<QuitSignals>(std::make_unique<CaughtSignals>(
+            std::move(counter), std::move(ending), std::move(received)));
     } catch (const std::system_error& error) {
         return Error{error.code().value(), "catch signals", {}, {}};
     }

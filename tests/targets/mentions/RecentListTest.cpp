@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace dorvanel::mentions {
 namespace {
 
@@ -36,11 +38,10 @@ std::vector<std::string> uris(const std::string& list) {
 /// The list without the entries of these URIs.
 std::string without(const std::string& list, const std::vector<std::string>& gone) {
     std::vector<RecentEntry> entries;
-    auto read = readRecentList(list);
-    EXPECT_TRUE(read.ok());
-    if (!read) return {};
-    for (RecentEntry& entry : read.value()) {
-        if (std::ranges::find(gone, entry.uri) != gone.end()) entries.push_back(std::move(entry));
+    const auto all = readRecentList(list);
+    if (!all) return "error: " + all.error().detail;
+    for (const RecentEntry& entry : all.value()) {
+        if (std::ranges::find(gone, entry.uri) != gone.end()) entries.push_back(entry);
     }
     const auto rest = withoutEntries(list, entries);
     return rest ? rest.value() : "error: " + rest.error().detail;
