@@ -25,7 +25,7 @@ TEST_F(PreferencesTest, AUserWhoseDefaultsHoldNoKeysGetsTheFactoryDefaults) {
     const auto preferences = make();
     const std::vector<std::string_view> on = {"ShredCache", "ShredMailTrash", "BrowserWatch",
                                               "ConfirmShredding"};
-    ASSERT_EQ(preferences->preferences()->size(), 17U);
+    ASSERT_EQ(preferences->preferences()->size(), 18U);
     for (const auto& [key, value] : *preferences->preferences()) {
         const bool isOn = std::find(on.begin(), on.end(), key.name()) != on.end();
         EXPECT_EQ(value.intValue(), isOn ? 1 : 0) << key.name();
@@ -43,7 +43,7 @@ TEST_F(PreferencesTest, AUserWhoseDefaultsHoldNoKeysGetsTheFactoryDefaults) {
 
 TEST_F(PreferencesTest, TheFactoryDefaultsAreBuiltOnce) {
     EXPECT_EQ(&defaultValues(), &defaultValues());
-    EXPECT_EQ(defaultValues().size(), 17U);
+    EXPECT_EQ(defaultValues().size(), 18U);
 }
 
 TEST_F(PreferencesTest, EveryKeyIsProcessedInTheOrderOfTheTable) {
@@ -57,7 +57,7 @@ TEST_F(PreferencesTest, EveryKeyIsProcessedInTheOrderOfTheTable) {
                             "ShredQuicktimeCache", "ShredMailCache", "ShredMentions"));
 
     ASSERT_TRUE(Preferences::savePreferencesToDefaults(defaultValues(), defaults));
-    ASSERT_EQ(defaults.calls.size(), 18U);
+    ASSERT_EQ(defaults.calls.size(), 19U);
     for (std::size_t i = 0; i < order.size(); ++i) {
         EXPECT_EQ(defaults.calls[i], "remove " + order[i]);
     }
@@ -113,7 +113,7 @@ TEST_F(PreferencesTest, NumbersAreComparedByValueWhateverTheirKind) {
 
 TEST_F(PreferencesTest, AKeyMissingFromTheValuesIsStoredAsNoOrZero) {
     ASSERT_TRUE(Preferences::savePreferencesToDefaults({}, defaults));
-    EXPECT_EQ(defaults.values.size(), 17U);
+    EXPECT_EQ(defaults.values.size(), 18U);
     for (std::size_t i = 0; i < preferenceKeys.size(); ++i) {
         const PreferenceKey& key = preferenceKeys[i];
         EXPECT_EQ(defaults.calls[i],
@@ -154,7 +154,7 @@ TEST_F(PreferencesTest, TwoSuccessiveConstructionsGiveTheOwnersOneObject) {
 TEST_F(PreferencesTest, TheObjectLivesAsLongAsSomebodyHoldsIt) {
     PreferencesOwner owner{.defaults = defaults, .applications = supportedApplications};
     Preferences::sharedInstance(owner)->displayedValues.clear();
-    EXPECT_EQ(Preferences::sharedInstance(owner)->displayedValues.size(), 17U);
+    EXPECT_EQ(Preferences::sharedInstance(owner)->displayedValues.size(), 18U);
 }
 
 TEST_F(PreferencesTest, ANewObjectDisplaysTheCommittedValues) {

@@ -316,7 +316,7 @@ TEST_F(PanelTest, EveryMnemonicOfThePanelIsItsOwn) {
     QStringList unique = keys;
     unique.removeDuplicates();
     EXPECT_EQ(keys, unique);
-    EXPECT_EQ(keys.size(), 20);
+    EXPECT_EQ(keys.size(), 21);
 }
 
 TEST_F(PanelTest, ThePanelIsWholeOnAScreenOf768Lines) {
