@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <utility>
@@ -31,17 +32,21 @@ int shellStatus(int status) {
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-/// The number of the call that a stopped thread begins; -1 where it stopped for something else.
-long beginningCall(pid_t thread) {
+/// The call that a stopped thread begins; its number is -1 where it stopped for something else.
+BegunCall beginningCall(pid_t thread) {
     __ptrace_syscall_info information{};
-    if (ptrace(PTRACE_GET_SYSCALL_INFO, thread, sizeof information, &information) < 0) return -1;
-    if (information.op != PTRACE_SYSCALL_INFO_ENTRY) return -1;
-    return static_cast<long>(information.entry.nr);
+    if (ptrace(PTRACE_GET_SYSCALL_INFO, thread, sizeof information, &information) < 0 ||
+        information.op != PTRACE_SYSCALL_INFO_ENTRY) {
+        return {-1, {}};
+    }
+    BegunCall call{static_cast<long>(information.entry.nr), {}};
+    std::copy_n(information.entry.args, call.arguments.size(), call.arguments.begin());
+    return call;
 }
 
-/// `atCall` is given each call's number and that of the process; counts are in `run` by then.
+/// `atCall` is given each call and the number of the process; counts are in `run` by then.
 TracedRun runTraced(const std::vector<std::string>& command,
-                    const std::function<void(const TracedRun&, long, int)>& atCall) {
+                    const std::function<void(const TracedRun&, const BegunCall&, int)>& atCall) {
     TracedRun run;
     const pid_t program = fork();
     if (program == 0) beTraced(command);
@@ -61,10 +66,12 @@ TracedRun runTraced(const std::vector<std::string>& command,
         long signal = WSTOPSIG(status);
         if (signal == (SIGTRAP | 0x80)) {
             signal = 0;
-            if (const long number = beginningCall(thread); number >= 0) {
-                if (number == SYS_pwrite64 && run.firstWrite == 0) run.firstWrite = run.calls + 1;
+            if (const BegunCall call = beginningCall(thread); call.number >= 0) {
+                if (call.number == SYS_pwrite64 && run.firstWrite == 0) {
+                    run.firstWrite = run.calls + 1;
+                }
                 ++run.calls;
-                atCall(run, number, program);
+                atCall(run, call, program);
             }
         } else if (signal == SIGTRAP || signal == SIGSTOP) {
             signal = 0;  // a new program, a new thread
@@ -77,7 +84,7 @@ TracedRun runTraced(const std::vector<std::string>& command,
 
 TracedRun runToCall(const std::vector<std::string>& command, long call,
                     const std::function<void(int)>& act) {
-    return runTraced(command, [&](const TracedRun& run, long, int program) {
+    return runTraced(command, [&](const TracedRun& run, const BegunCall&, int program) {
         if (run.calls == call) act(program);
     });
 }
@@ -85,9 +92,16 @@ TracedRun runToCall(const std::vector<std::string>& command, long call,
 TracedRun runToFirst(long number, const std::vector<std::string>& command,
                      const std::function<void()>& act) {
     bool done = false;
-    return runTraced(command, [&](const TracedRun&, long begun, int) {
-        if (begun == number && !std::exchange(done, true)) act();
+    return runTraced(command, [&](const TracedRun&, const BegunCall& begun, int) {
+        if (begun.number == number && !std::exchange(done, true)) act();
     });
+}
+
+std::vector<BegunCall> callsOf(const std::vector<std::string>& command) {
+    std::vector<BegunCall> calls;
+    const TracedRun run = runTraced(
+        command, [&](const TracedRun&, const BegunCall& call, int) { calls.push_back(call); });
+    return run.status < 0 ? std::vector<BegunCall>() : calls;
 }
 
 }  // namespace dorvanel::test

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -22,5 +24,15 @@ TracedRun runToCall(const std::vector<std::string>& command, long call,
 /// The same at its first call with this number (SYS_mkdirat, say).
 TracedRun runToFirst(long number, const std::vector<std::string>& command,
                      const std::function<void()>& act);
+
+/// A system call as it began.
+struct BegunCall {
+    long number;
+    std::array<std::uint64_t, 6> arguments;
+};
+
+/// Runs `command` likewise and returns all calls of its threads, those that started it too; none
+/// where no program can be traced here.
+std::vector<BegunCall> callsOf(const std::vector<std::string>& command);
 
 }  // namespace dorvanel::test

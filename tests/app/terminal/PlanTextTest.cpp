@@ -101,25 +101,25 @@ std::string toldAt(int columns, const Plan& plan) {
 TEST(PlanTextTest, APlanOnEightyColumns) {
     const TemporaryHome home;
     EXPECT_EQ(toldAt(80, fullPlan(home.path())), R"(Shred
-  ~/Documents/letter.txt                                   1 file      812 bytes
-  /srv/old                                                9 files       87.9 KiB
+      812 bytes     1 file  ~/Documents/letter.txt
+       87.9 KiB    9 files  /srv/old
 
 Shred firefox: cache
-  ~/.cache/mozilla/firefox/...b.default-release/cache2  812 files        1.2 GiB
-  ~/.cache/mozilla/firefox/...ult-release/startupCache   1 folder        0 bytes
+        1.2 GiB  812 files  ~/.cache/mozilla/firefox/...b.default-release/cache2
+        0 bytes   1 folder  ~/.cache/mozilla/firefox/...ult-release/startupCache
 
 Clean firefox: history
-  ~/.mozilla/firefox/qxk2v9...lt-release/places.sqlite                  120 rows
+       120 rows             ~/.mozilla/firefox/qxk2v9...lt-release/places.sqlite
 
 Shred chromium: cache
-  ~/.cache/chromium/Default/Cache                          1 file       50.0 KiB
+       50.0 KiB     1 file  ~/.cache/chromium/Default/Cache
 
 Clean chromium: history
-  ~/.config/chromium/Default/Preferences                           1 row, 2 keys
+  1 row, 2 keys             ~/.config/chromium/Default/Preferences
 
 Remembered by the desktop
-  ~/.local/share/recently-used.xbel                                   4 mentions
-  ~/.cache/thumbnails/large...69788796a5b4c3d2e1f0.png     1 file       20.0 KiB
+     4 mentions             ~/.local/share/recently-used.xbel
+       20.0 KiB     1 file  ~/.cache/thumbnails/large...69788796a5b4c3d2e1f0.png
 
 Passed over
   thunderbird: is running
@@ -157,25 +157,25 @@ Open in another program:
 TEST(PlanTextTest, APlanOnFortyColumns) {
     const TemporaryHome home;
     EXPECT_EQ(toldAt(40, fullPlan(home.path())), R"(Shred
-  ~/Documents/letter.txt       812 bytes
-  /srv/old                      87.9 KiB
+      812 bytes  ~/Documents/letter.txt
+       87.9 KiB  /srv/old
 
 Shred firefox: cache
-  ~/.cache/m...ase/cache2        1.2 GiB
-  ~/.cache/m...artupCache        0 bytes
+        1.2 GiB  ~/.cache/m...ase/cache2
+        0 bytes  ~/.cache/m...artupCache
 
 Clean firefox: history
-  ~/.mozilla...ces.sqlite       120 rows
+       120 rows  ~/.mozilla...ces.sqlite
 
 Shred chromium: cache
-  ~/.cache/c...ault/Cache       50.0 KiB
+       50.0 KiB  ~/.cache/c...ault/Cache
 
 Clean chromium: history
-  ~/.config/...references  1 row, 2 keys
+  1 row, 2 keys  ~/.config/...references
 
 Remembered by the desktop
-  ~/.local/s...-used.xbel     4 mentions
-  ~/.cache/t...d2e1f0.png       20.0 KiB
+     4 mentions  ~/.local/s...-used.xbel
+       20.0 KiB  ~/.cache/t...d2e1f0.png
 
 Passed over
   thunderbird: is running
@@ -249,16 +249,15 @@ TEST(PlanTextTest, AScriptGetsPathsWholeAndAsTheyAre) {
     TestTerminal console;
     const std::string path = "/srv/" + std::string(100, 'x') + "\xE9\x1b[1m";
     const Plan plan = {.items = {{.path = path, .files = 1, .bytes = 5}}, .skipped = {}};
-    EXPECT_EQ(told(plan, console, 40), "Shred\n  " + path +
-                                           "  1 file  5 bytes\n\n"
-                                           "1 item, 1 file, 5 bytes would be shredded\n");
+    EXPECT_EQ(told(plan, console, 40), "Shred\n  5 bytes  1 file  " + path +
+                                           "\n\n1 item, 1 file, 5 bytes would be shredded\n");
 }
 
 TEST(PlanTextTest, APersonGetsPathsThatMoveNoCursor) {
     const Plan plan = {.items = {{.path = "/srv/a\x1b[1m\n\xE9", .files = 1}},
                        .skipped = {{.path = "/b\r", .reason = Reason::corrupt}}};
     const std::string text = toldAt(80, plan);
-    EXPECT_NE(text.find("  /srv/a\\x1b[1m\\n\\xe9  "), std::string::npos) << text;
+    EXPECT_NE(text.find("  /srv/a\\x1b[1m\\n\\xe9\n"), std::string::npos) << text;
     EXPECT_NE(text.find("  /b\\r: is damaged\n"), std::string::npos) << text;
 }
 
