@@ -290,15 +290,9 @@ int FileAccess::safePlaceBelowPath(const std::string&) const {
 }
 
 DeletionHandler::Parts FileAccess::deletionParts() {
-    return {services_.system,
-            overwriter_,
-            batch_,
-            targets_,
-            grown_,
-            stop_,
-            outcome_,
-            items_,
-            services_.system.effectiveUser()};
+    return {services_.system, overwriter_, batch_,
+            targets_,         grown_,      stop_,
+            outcome_,         items_,      services_.system.effectiveUser()};
 }
 
 }  // namespace dorvanel

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include "app/terminal/TestTerminal.h"
 #include "prefs/PropertyListDefaults.h"
@@ -228,6 +230,54 @@ TEST_F(ShredCommandTest, AnInterruptEndsAfterTheBlockAtHandAndTellsWhatIsLeft) {
     fs::rename(left[0], "Dorvanel X Items (1)");  // as though seconds had passed
     EXPECT_EQ(console.run({"shred", "Dorvanel X Items (1)", "next"}), 0) << console.err.str();
     EXPECT_EQ(names(), Words{});
+}
+
+TEST_F(ShredCommandTest, APreviewTouchesNothingAndSaysWhatWouldGo) {
+    writeFile(work / "tree/one", "12345");
+    fs::remove_all(home / "Library");
+    EXPECT_EQ(console.run({"shred", "--preview", "tree"}), 0);
+    EXPECT_THAT(console.out.str(),
+                ::testing::HasSubstr("1 item, 1 file, 5 bytes would be shredded"));
+    EXPECT_EQ(readFile("tree/one"), "12345");
+    EXPECT_TRUE(fs::is_empty(home.path())) << "no folder of the account is made";
+    EXPECT_EQ(console.run({"shred", "--preview", "--json", "tree", "none"}), 2);
+    EXPECT_EQ(console.out.str(), "") << "no document where nothing may be shredded";
+}
+
+TEST_F(ShredCommandTest, TheReportSaysOfEachItemWhatBecameOfIt) {
+    writeFile(work / "one", "12345");
+    writeFile(work / "tree/two", "1234567");
+    writeFile(work / "tree/caf\xE9", "");
+    EXPECT_EQ(console.run({"shred", "--json", "--verify", "one", "tree"}), 0);
+    const auto document = nlohmann::json::parse(console.out.str());
+    EXPECT_EQ(document.at("status"), 0);
+    const auto& items = document.at("items");
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].at("path"), (fs::canonical(work.path()) / "one").string());
+    EXPECT_EQ(items[0].at("outcome").at("verified"), 1);
+    EXPECT_EQ(items[1].at("files"), 2);
+    EXPECT_EQ(items[1].at("outcome").at("removed"), 3);
+    EXPECT_EQ(items[1].at("outcome").at("bytes"), 7);
+    EXPECT_EQ(names(), Words{});
+}
+
+TEST_F(ShredCommandTest, WithoutFollowingALinkGoesAndItsTargetStays) {
+    writeFile(work / "kept", "kept");
+    fs::create_symlink(work / "kept", work / "link");
+    fs::create_symlink("nowhere", work / "broken");
+    writeFile(work / "tree/file", "secret");
+    fs::create_symlink(work / "kept", work / "tree/link");
+    EXPECT_EQ(console.run({"shred", "broken"}), 2) << "followed, it leads nowhere";
+    EXPECT_EQ(console.run({"shred", "--no-follow", "link", "broken", "tree"}), 0);
+    EXPECT_EQ(names(), Words{"kept"});
+    EXPECT_EQ(readFile("kept"), "kept");
+}
+
+TEST_F(ShredCommandTest, WhatDiscardingCameToIsSaidAndDoesNotChangeTheStatus) {
+    writeFile(work / "file", "secret");
+    EXPECT_EQ(console.run({"shred", "--discard", "file"}), 0);
+    EXPECT_EQ(names(), Words{});
+    EXPECT_THAT(console.out.str() + console.err.str(), ::testing::HasSubstr("discarded"));
 }
 
 }  // namespace
