@@ -5,8 +5,10 @@
 #include <linux/fs.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <fstream>
 #include <limits>
@@ -20,6 +22,33 @@ namespace dorvanel::platform {
 namespace {
 
 using Answer = FreeSpace::Answer;
+
+constexpr std::uint32_t xfsType =
+    0x58465342;  // missing in the kernel's public list, as what follows
+
+/// What xfs is asked to give back: blocks that it keeps for files which may grow. Part of that is
+/// to wait for the files that are removed and whose blocks are not free yet.
+struct XfsBlocksToFree {
+    std::uint32_t version = 1;
+    std::uint32_t flags = 1;  // wait
+    std::array<std::uint32_t, 4> ofWhom{};
+    std::uint64_t smallest = 0;
+    std::array<std::uint64_t, 12> unused{};
+};
+static_assert(sizeof(XfsBlocksToFree) == 128);
+constexpr unsigned long freeXfsBlocks = _IOR('X', 58, XfsBlocksToFree);
+
+/// Waits until the blocks of what was removed are free, and the medium has it so.
+int settle(int folder) {
+    const int synced = called([&] { return ::syncfs(folder); });
+    struct statfs found {};
+    if (synced < 0 || ::fstatfs(folder, &found) != 0) return synced;
+    if (static_cast<std::uint32_t>(found.f_type) != xfsType) return synced;
+    // It frees blocks in the background. Where the question is not allowed, nor is discarding.
+    XfsBlocksToFree question;
+    if (called([&] { return ::ioctl(folder, freeXfsBlocks, &question); }) < 0) return synced;
+    return called([&] { return ::syncfs(folder); });
+}
 
 Answer answerOf(int code) {
     switch (code) {
@@ -68,7 +97,7 @@ class LinuxFreeSpace final : public FreeSpace {
         if (opened < 0) return {answerOf(-opened), 0, -opened};
         const FileDescriptor file(opened);
         // What is only removed in memory still has its blocks.
-        int result = called([&] { return ::syncfs(file.get()); });
+        int result = settle(file.get());
         if (result < 0) return {Answer::failed, 0, -result};
         fstrim_range range{0, std::numeric_limits<std::uint64_t>::max(), 0};
         result = called([&] { return ::ioctl(file.get(), FITRIM, &range); });
