@@ -9,6 +9,12 @@
 namespace dorvanel {
 namespace {
 
+/// Whether nothing became of it: it went with another one.
+bool isNothing(const ItemOutcome& outcome) {
+    return outcome.removed == 0 && outcome.overwritten == 0 && outcome.rows == 0 &&
+           outcome.left.empty() && outcome.unwritten.empty() && outcome.unverified.empty();
+}
+
 /// An item that was not planned, known by its outcome alone.
 PlanItem unplanned(const ItemOutcome& outcome) {
     PlanItem item{.path = outcome.path};
@@ -53,7 +59,7 @@ void addOutcome(Plan& plan, const Outcome& outcome) {
     for (const ItemOutcome& one : outcome.perItem) {
         const auto found = waiting.find(one.path);
         if (found == waiting.end() || found->second.empty()) {
-            others.push_back(unplanned(one));
+            if (!isNothing(one)) others.push_back(unplanned(one));
         } else {
             found->second.back()->outcome = one;
             found->second.pop_back();

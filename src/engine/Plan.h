@@ -88,7 +88,7 @@ Totals totalsOf(const Plan& plan);
 
 /// Puts what became of each item into the plan's item of the same path. Where several have the
 /// path, the first outcome goes to the first of them that has none yet. An outcome that finds no
-/// item becomes a new one at the end, with what is known of it.
+/// item becomes a new one at the end, with what is known of it, unless nothing became of it.
 void addOutcome(Plan& plan, const Outcome& outcome);
 
 }  // namespace dorvanel

@@ -261,6 +261,16 @@ TEST_F(ShredCommandTest, TheReportSaysOfEachItemWhatBecameOfIt) {
     EXPECT_EQ(names(), Words{});
 }
 
+TEST_F(ShredCommandTest, WhatGoesWithAnotherItemIsNoneOfItsOwnInTheReportEither) {
+    writeFile(work / "tree/file", "secret");
+    EXPECT_EQ(console.run({"shred", "--preview", "--json", "tree", "tree/file"}), 0);
+    EXPECT_EQ(nlohmann::json::parse(console.out.str()).at("items").size(), 1U);
+    EXPECT_EQ(console.run({"shred", "--json", "tree", "tree/file"}), 0);
+    const auto items = nlohmann::json::parse(console.out.str()).at("items");
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].at("outcome").at("removed"), 2);
+}
+
 TEST_F(ShredCommandTest, WithoutFollowingALinkGoesAndItsTargetStays) {
     writeFile(work / "kept", "kept");
     fs::create_symlink(work / "kept", work / "link");
