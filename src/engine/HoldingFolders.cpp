@@ -177,8 +177,8 @@ void HoldingFolders::retire() {
     HoldingFolder holding = std::move(*current_);
     current_.reset();
     close(holding.opened);
-    batch_.remove({holding.parent->get(), holding.name.c_str(), EntryKind::folder, false, false,
-                   holding.item},
+    batch_.remove({holding.parent->get(), holding.name.c_str(), EntryKind::folder, holding.isItem,
+                   false, holding.item},
                   holding.parent, [&holding] { return holding.folder; });
 }
 

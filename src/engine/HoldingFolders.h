@@ -28,6 +28,7 @@ struct HoldingFolder {
     /// It was there before: a run of the same second has left it, and all that it holds is shredded
     /// with the item.
     bool wasThere = false;
+    bool isItem = false;                      ///< it is itself what is to be shredded
     std::uint32_t item = ItemOutcomes::none;  ///< the last one that was moved into it
     [[nodiscard]] std::string path() const { return folder + "/" + name; }
 };

@@ -123,7 +123,10 @@ bool ItemShredder::move(const HeldItem& item) {
         if (holding.wasThere) items_.sharesItsFolder();
         top_ = {holding.opened, item.name};
         topKind_ = item.status.kind;
-        if (item.name == holding.name) return true;
+        if (item.name == holding.name) {
+            holding.isItem = true;
+            return true;
+        }
         moved = moveInto(holding, item);
     }
     if (moved < 0) {
