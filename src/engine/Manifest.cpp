@@ -55,7 +55,8 @@ std::optional<std::string> Manifest::formerPath(const Identity& what) {
         const Folder* folder = folderOf(*entry);
         const char* name = names_.data() + folder->offset;
         for (std::size_t i = folder->firstInode; i < *entry; ++i) name += std::strlen(name) + 1;
-        path = path.empty() ? name : std::string(name) + '/' + path;
+        if (!path.empty()) path.insert(0, 1, '/');
+        path.insert(0, name);
         at = folder->identity();
     }
     return std::nullopt;
@@ -71,8 +72,9 @@ std::optional<std::size_t> Manifest::entryOf(const Identity& what) {
         std::iota(sorted_.begin(), sorted_.end(), 0U);
         std::ranges::sort(sorted_, {}, numberOf);
     }
-    for (const std::uint32_t entry : std::ranges::equal_range(sorted_, what.inode, {}, numberOf)) {
-        if (folderOf(entry)->device == what.device) return entry;
+    for (auto entry = std::ranges::lower_bound(sorted_, what.inode, {}, numberOf);
+         entry != sorted_.end() && numberOf(*entry) == what.inode; ++entry) {
+        if (folderOf(*entry)->device == what.device) return *entry;
     }
     return std::nullopt;
 }

@@ -35,7 +35,7 @@ bool liesIn(const std::string& path, const std::string& item) {
            (path.size() > item.size() && path.starts_with(item) && path[item.size()] == '/');
 }
 
-void addItem(ItemOutcome& all, ItemOutcome more) {
+void addItem(ItemOutcome& all, const ItemOutcome& more) {
     all.overwritten += more.overwritten;
     all.bytes += more.bytes;
     all.removed += more.removed;

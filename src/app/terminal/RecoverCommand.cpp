@@ -125,10 +125,11 @@ bool Recovery::resolveFolders() {
         }
         if (code == 0 && status.kind != platform::EntryKind::folder) code = ENOTDIR;
         if (code != 0) {
-            const std::string reason = code == ENOENT ? "does not exist"
-                                                      : "cannot be looked through: " +
-                                                            std::generic_category().message(code);
-            terminal_.complain("\"" + argument + "\" " + reason);
+            std::string reason = "does not exist";
+            if (code != ENOENT) {
+                reason = "cannot be looked through: " + std::generic_category().message(code);
+            }
+            terminal_.complain(fmt::format("\"{}\" {}", argument, reason));
             return false;
         }
         folders_.push_back(real);

@@ -62,15 +62,20 @@ LinkWay::Found LinkWay::resolve(Folder folder, std::string path, std::string tex
                 linked.empty()) {
                 return {};
             }
-            text = isFolderWanted ? linked + "/" + text : linked;
-            if (!linked.starts_with('/')) continue;
+            if (isFolderWanted) linked.append("/").append(text);
+            text = std::move(linked);
+            if (!text.starts_with('/')) continue;
             folder = reference(SystemCalls::workingFolder, "/");
             path.clear();
             if (folder == nullptr || system_.status(folder->get(), found.status) < 0) return {};
             continue;
         }
         if (isFolderWanted && status.kind != EntryKind::folder) return {};
-        path = name == ".." ? pathAbove(path) : path + "/" + name;
+        if (name == "..") {
+            path = pathAbove(path);
+        } else {
+            path.append("/").append(name);
+        }
         found.status = status;
         folder = next;
         if (status.kind != EntryKind::folder) break;

@@ -154,10 +154,10 @@ void PlanVisitor::follow(int folder, const char* name, std::size_t depth,
         files_.addUnreadable(path(), "cannot be followed", -found);
     }
     if (found < 0 || target.kind != EntryKind::regular || !parts_.targets.has(target)) return;
-    LinkWay::Found way = way_.fromRoot(text);
+    const LinkWay::Found way = way_.fromRoot(text);
     if (way.end == LinkWay::End::moved) return;
     // Some links of the system's lead where no path does.
-    const std::string end = way.end == LinkWay::End::reached ? std::move(way.path) : text;
+    const std::string& end = way.end == LinkWay::End::reached ? way.path : text;
     if (files_.add(folder, name, Links::follow, target, [&end] { return end; })) {
         files_.notes().add({.kind = PlanNote::Kind::link, .path = path(), .target = end});
     }

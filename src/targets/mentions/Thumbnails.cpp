@@ -159,12 +159,12 @@ void Thumbnails::findBelow(const std::string& folder, const std::function<bool()
 
 void Thumbnails::lookUp(const std::string& path, std::string_view uri, const Found& found) {
     const Md5Digest digest = md5(uri);
-    const auto range = std::ranges::equal_range(names_, digest, {}, &Name::digest);
-    for (const Name& name : range) {
+    for (auto name = std::ranges::lower_bound(names_, digest, {}, &Name::digest);
+         name != names_.end() && name->digest == digest; ++name) {
         const int folder =
-            parts_.system.openFolder(SystemCalls::workingFolder, folders_[name.folder].c_str());
+            parts_.system.openFolder(SystemCalls::workingFolder, folders_[name->folder].c_str());
         if (folder < 0) continue;  // it has just gone
-        tell(folder, name, path, found);
+        tell(folder, *name, path, found);
         parts_.system.close(folder);
     }
 }

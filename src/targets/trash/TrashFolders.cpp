@@ -99,7 +99,7 @@ FoundTrash findTrashFolders(SystemCalls& system, const std::string& dataFolder,
     if (!dataFolder.empty()) addTrashFolder(system, dataFolder + "/Trash", true, found);
     std::vector<std::string> tops = mountPoints;
     std::ranges::sort(tops);
-    tops.erase(std::ranges::unique(tops).begin(), tops.end());
+    tops.erase(std::unique(tops.begin(), tops.end()), tops.end());
     for (std::string& top : tops) {
         if (top == "/") top.clear();
         addShared(system, top, found);
