@@ -14,6 +14,7 @@
 #include "platform/CleaningCalls.h"
 #include "platform/Clock.h"
 #include "platform/SystemCalls.h"
+#include "run/ApplicationTraces.h"
 #include "run/ProcessControl.h"
 #include "run/RunItem.h"
 #include "targets/cleaning/Cleaning.h"
@@ -49,11 +50,7 @@ class TraceCollection final : public OtherApplications {
     std::int16_t askToQuit() override;
     std::int16_t stillRunning() override;
 
-    /// What a collecting is for.
-    enum class Purpose {
-        shredding,  ///< what is to be cleaned is prepared
-        looking,    ///< nothing on the disk is touched
-    };
+    using Purpose = CollectingPurpose;
 
     /// Finds what is chosen, prepares what is to be cleaned, and writes the lines of it to the
     /// Activity Log. Where nothing is chosen this does nothing at all. `stop` is asked now and
@@ -67,9 +64,9 @@ class TraceCollection final : public OtherApplications {
     /// What will go, for who wants to know beforehand.
     [[nodiscard]] std::vector<std::string> paths() const;
     /// The same in the order of the log. `carryOut` says of each what the engine is given for it.
-    [[nodiscard]] std::vector<RunItem>& items() { return items_; }
+    [[nodiscard]] std::vector<RunItem>& items() { return collected_.items; }
     /// What is passed over, and why.
-    [[nodiscard]] const std::vector<PlanSkip>& skips() const { return skips_; }
+    [[nodiscard]] const std::vector<PlanSkip>& skips() const { return collected_.skips; }
     /// Applications that were left alone because they run, by name.
     [[nodiscard]] const std::vector<std::string>& skipped() const { return skipped_; }
     /// Faults of descriptions, each a line for people.
@@ -84,43 +81,20 @@ class TraceCollection final : public OtherApplications {
     void finish(Outcome& outcome);
 
   private:
-    /// Something that will be shredded.
-    struct Doomed {
-        std::string path;
-        const catalogue::Entry* entry;
-    };
-    /// A file that will be cleaned.
-    struct Cleaning {
-        cleaning::PreparedFile prepared;
-        const catalogue::Entry* entry;
-        bool countsRows;
-        std::size_t item;   ///< its first one
-        std::size_t items;  ///< how many it has: one for each kind that takes something of it
-    };
-    class OfApplication;
-
-    void collectApplication(const catalogue::Entry& entry, const TraceChoice::Kinds& kinds,
-                            const std::function<bool()>& stop);
     std::map<std::string, TraceChoice::Kinds> load();
     [[nodiscard]] RunningApplications::Entries described(
         const std::map<std::string, TraceChoice::Kinds>& chosen) const;
     [[nodiscard]] std::vector<std::string> doomedPaths() const;
     void leaveAlone(const catalogue::Entry& entry);
-    void carryOut(Cleaning& cleaning, const std::function<bool()>& stopped,
+    void carryOut(CollectedTraces::Cleaning& cleaning, const std::function<bool()>& stopped,
                   std::vector<std::string>& aside);
-    void tell(const std::string& path, const char* operation, int code, std::string reason);
 
     Parts parts_;
-    Purpose purpose_ = Purpose::shredding;
     catalogue::Catalogue catalogue_;
     std::unique_ptr<cleaning::Cleaner> cleaner_;
-    std::vector<Doomed> doomed_;
-    std::vector<Cleaning> cleanings_;
-    std::vector<RunItem> items_;
-    std::vector<PlanSkip> skips_;
+    CollectedTraces collected_;
     std::vector<std::string> skipped_;
     std::vector<std::string> faults_;
-    std::vector<Outcome::Trouble> troubles_;
     std::uint64_t filesCleaned_ = 0;
     std::uint64_t rowsRemoved_ = 0;
 };

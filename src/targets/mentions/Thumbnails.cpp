@@ -108,7 +108,7 @@ void Thumbnails::addNames(int folder, const std::string& path, int depth) {
 }
 
 void Thumbnails::sort() {
-    if (!isSorted_) std::ranges::sort(names_);
+    if (!isSorted_) std::ranges::stable_sort(names_, {}, &Name::digest);
     isSorted_ = true;
 }
 

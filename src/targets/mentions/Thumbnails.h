@@ -45,7 +45,6 @@ class Thumbnails {
     struct Name {
         Md5Digest digest;
         std::uint32_t folder;  ///< by number
-        auto operator<=>(const Name&) const = default;
     };
 
     void addNames(int folder, const std::string& path, int depth);
