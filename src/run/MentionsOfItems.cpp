@@ -170,7 +170,7 @@ void MentionsOfItems::shred(FileAccess& engine, Outcome& outcome) {
         Outcome done = engine.outcome();
         for (ItemOutcome& item : done.perItem) {
             const auto number = numbers.find(item.path);
-            if (number != numbers.end()) addItem(outcomes_[number->second], std::move(item));
+            if (number != numbers.end()) addItem(outcomes_[number->second], item);
         }
         done.perItem.clear();
         addOutcome(outcome, std::move(done));
