@@ -59,7 +59,7 @@ class Recovery {
     std::optional<platform::FolderLock> waitForOthers();
     void shred(LeftFolders& found, FileAccess& engine);
     void forgetFinished(LeftFolders& found);
-    [[nodiscard]] static ExitStatus statusOf(const LeftFolders& found, bool withAbsent);
+    [[nodiscard]] static ExitStatus statusOf(const LeftFolders& found);
 
     Terminal& terminal_;
     const Options& options_;
@@ -93,9 +93,9 @@ ExitStatus Recovery::run() {
         tellPlan();
         tellPassedOver(found);
         for (const LeftFolder& left : found.folders) paths.push_back(left.item.path);
-        if (onlyLooks) return report_.looked(plan_, statusOf(found, false));
+        if (onlyLooks) return report_.looked(plan_, statusOf(found));
         if (paths.empty() && found.spent.empty()) {
-            return report_.end(plan_, statusOf(found, true));
+            return report_.end(plan_, statusOf(found));
         }
     }
     const ExitStatus status = finish(opened, paths);
@@ -226,13 +226,11 @@ void Recovery::tellPassedOver(const LeftFolders& found) {
     }
 }
 
-/// `withAbsent`: what could not be finished since its disk is not there counts too.
-ExitStatus Recovery::statusOf(const LeftFolders& found, bool withAbsent) {
+ExitStatus Recovery::statusOf(const LeftFolders& found) {
     const bool leavesSomething = std::ranges::any_of(found.skipped, [](const PlanSkip& skip) {
         return skip.reason != PlanSkip::Reason::running;
     });
-    return leavesSomething || (withAbsent && !found.absent.empty()) ? ExitStatus::incomplete
-                                                                    : ExitStatus::done;
+    return leavesSomething || !found.absent.empty() ? ExitStatus::incomplete : ExitStatus::done;
 }
 
 bool Recovery::agreed(std::size_t count) {
@@ -273,12 +271,12 @@ ExitStatus Recovery::finish(OpenedPreferences& opened, const std::vector<std::st
         shred(found, engine.access());
     }
     engine.clearProgress();
-    if (paths.empty()) return statusOf(found, true);
+    if (paths.empty()) return statusOf(found);
     const Outcome& outcome = engine.access().outcome();
     addOutcome(plan_, outcome);
     tellOutcome(outcome, report_.words());
     const ExitStatus status = terminal::statusOf(outcome);
-    return status == ExitStatus::done ? statusOf(found, true) : status;
+    return status == ExitStatus::done ? statusOf(found) : status;
 }
 
 /// One recovery at a time: a second one goes on with what the first has left. None where nothing

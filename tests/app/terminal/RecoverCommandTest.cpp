@@ -167,7 +167,7 @@ TEST_F(RecoverCommandTest, WhatIsNotThereNowIsKept) {
     fs::create_directory(work / "disk");
     leave(work / "disk");
     fs::rename(work / "disk", work / "elsewhere");
-    EXPECT_EQ(console.run({"recover", "--preview"}), 0);
+    EXPECT_EQ(console.run({"recover", "--preview"}), 1) << "as the recovery would";
     EXPECT_THAT(console.err.str(), HasSubstr("kept for later"));
     EXPECT_EQ(console.run({"recover", "--yes"}), 1);
     fs::rename(work / "elsewhere", work / "disk");
