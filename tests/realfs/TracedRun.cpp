@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace dorvanel::test {
@@ -37,9 +39,9 @@ BegunCall beginningCall(pid_t thread) {
     __ptrace_syscall_info information{};
     if (ptrace(PTRACE_GET_SYSCALL_INFO, thread, sizeof information, &information) < 0 ||
         information.op != PTRACE_SYSCALL_INFO_ENTRY) {
-        return {-1, {}};
+        return {-1, {}, false};
     }
-    BegunCall call{static_cast<long>(information.entry.nr), {}};
+    BegunCall call{static_cast<long>(information.entry.nr), {}, false};
     std::copy_n(information.entry.args, call.arguments.size(), call.arguments.begin());
     return call;
 }
@@ -99,8 +101,14 @@ TracedRun runToFirst(long number, const std::vector<std::string>& command,
 
 std::vector<BegunCall> callsOf(const std::vector<std::string>& command) {
     std::vector<BegunCall> calls;
-    const TracedRun run = runTraced(
-        command, [&](const TracedRun&, const BegunCall& call, int) { calls.push_back(call); });
+    const auto note = [&](const TracedRun&, const BegunCall& call, int program) {
+        std::error_code error;
+        const std::string descriptor = std::to_string(call.arguments[0]);
+        const std::string what = std::filesystem::read_symlink(
+            "/proc/" + std::to_string(program) + "/fd/" + descriptor, error);
+        calls.push_back({call.number, call.arguments, what.starts_with("pipe:")});
+    };
+    const TracedRun run = runTraced(command, note);
     return run.status < 0 ? std::vector<BegunCall>() : calls;
 }
 

@@ -29,6 +29,7 @@ TracedRun runToFirst(long number, const std::vector<std::string>& command,
 struct BegunCall {
     long number;
     std::array<std::uint64_t, 6> arguments;
+    bool isOfPipe = false;  ///< its first argument is the descriptor of a pipe
 };
 
 /// Runs `command` likewise and returns all calls of its threads, those that started it too; none
