@@ -26,11 +26,22 @@ bool leadsNowhere(int result) {
 int DeletionHandler::enter(const TreeEntry& entry) {
     ++entries;
     const int folder = fileManagerWillProcessPath(entry);
-    if (!stops()) return folder;
+    isStopped_ = stops();
+    isDecided_ = folder < 0;
+    if (!isStopped_) return folder;
     // Ended in mid-file: what was written is flushed, and the file keeps its name.
+    parts_.batch.catchUp();
+    if (std::exchange(written_.isHeld, false)) {
+        account(entry, parts_.overwriter.writeHeld());
+    }
     parts_.items.keepLastUnwritten(parts_.items.current(), pathOf(entry));
     keepWritten(entry);
     return folder;
+}
+
+bool DeletionHandler::stops() {
+    if (std::exchange(isDecided_, false)) return isStopped_;
+    return parts_.stop.load(std::memory_order_relaxed);
 }
 
 int DeletionHandler::fileManagerWillProcessPath(const TreeEntry& entry) {
@@ -66,6 +77,7 @@ void DeletionHandler::overwriteEntry(const TreeEntry& entry) {
 }
 
 void DeletionHandler::overwriteTarget(const TreeEntry& entry) {
+    parts_.batch.catchUp();  // it may lead to what is about to go
     FileStatus target;
     const int result = parts_.system.statusAt(entry.folder, entry.name, Links::follow, target);
     if (leadsNowhere(result)) return;
@@ -117,6 +129,7 @@ int DeletionHandler::openFolder(const TreeEntry& entry) {
     if (folder == -ENOENT) {
         countVanished(entry);
     } else if (folder < 0) {
+        parts_.batch.catchUp();
         parts_.outcome.note(pathOf(entry), "open", -folder);
     }
     return folder;
@@ -231,23 +244,40 @@ void DeletionHandler::overwriteOpen(int file, const TreeEntry& entry) {
     if (isNoneOfOurs(file, entry, status)) return;
     if (entry.kind != EntryKind::link) parts_.targets.release(status);
     if (entry.kind == EntryKind::regular && othersMayWrite(*entry.in)) sharedFiles.add(status);
+    written_ = {file, status};
     const FileOverwriter::Written written =
-        parts_.overwriter.overwrite(file, status.size, entry.name);
-    written_ = {file, status, written.bytes};
-    if (written.code != 0) {
-        countNotOverwritten(entry, "write", written.code);
-    } else if (!stops()) {
-        const std::uint64_t size = parts_.grown.sizeBefore(status);
-        ++parts_.outcome.filesOverwritten;
-        parts_.outcome.bytesOverwritten += size;
-        parts_.items.countOverwritten(size);
-        written_.digest = written.digest;
-        // Other people may see what other names and links lead to, by now overwritten.
-        written_.opensToAll = status.links != 1 || entry.kind == EntryKind::link;
-        FileStatus now;
-        if (written_.opensToAll && parts_.system.status(file, now) >= 0) {
-            parts_.grown.add(status, size, now.size);
-        }
+        parts_.overwriter.overwrite(file, status.size, entry.name, holderFor(entry));
+    written_.bytes = written.bytes;
+    written_.isHeld = written.isHeld;
+    if (!written.isHeld) account(entry, written);
+}
+
+/// Who holds back what is written last to the file at hand, where nothing that comes before its
+/// removal depends on that.
+WriteHolder* DeletionHandler::holderFor(const TreeEntry& entry) {
+    const FileStatus& status = written_.status;
+    // One that grew under another name is told with the size that it had before.
+    const bool mayWait = entry.kind == EntryKind::regular && status.links == 1 &&
+                         parts_.grown.sizeBefore(status) == status.size &&
+                         !othersMayWrite(*entry.in) && !walk_.isDeep();
+    return mayWait ? parts_.batch.holderFor(written_) : nullptr;
+}
+
+/// Counts the file at hand, all of which was written or could not be.
+void DeletionHandler::account(const TreeEntry& entry, const FileOverwriter::Written& written) {
+    if (written.code != 0) return countNotOverwritten(entry, "write", written.code);
+    if (stops()) return;
+    const FileStatus& status = written_.status;
+    const std::uint64_t size = parts_.grown.sizeBefore(status);
+    ++parts_.outcome.filesOverwritten;
+    parts_.outcome.bytesOverwritten += size;
+    parts_.items.countOverwritten(size);
+    written_.digest = written.digest;
+    // Other people may see what other names and links lead to, by now overwritten.
+    written_.opensToAll = status.links != 1 || entry.kind == EntryKind::link;
+    FileStatus now;
+    if (written_.opensToAll && parts_.system.status(written_.descriptor, now) >= 0) {
+        parts_.grown.add(status, size, now.size);
     }
 }
 
@@ -277,6 +307,7 @@ void DeletionHandler::leave(const TreeEntry& entry) {
 }
 
 void DeletionHandler::countNotOverwritten(const TreeEntry& entry, const char* operation, int code) {
+    parts_.batch.catchUp();
     ++parts_.outcome.notOverwritten;
     parts_.outcome.note(pathOf(entry), operation, code);
     parts_.items.addUnwritten(parts_.items.current(), {pathOf(entry), operation, code},
@@ -284,6 +315,7 @@ void DeletionHandler::countNotOverwritten(const TreeEntry& entry, const char* op
 }
 
 void DeletionHandler::countVanished(const TreeEntry& entry) {
+    parts_.batch.catchUp();
     ++parts_.outcome.vanished;
     parts_.outcome.note(pathOf(entry), "find", ENOENT);
     parts_.items.addUnwritten(parts_.items.current(), {pathOf(entry), "find", ENOENT},
@@ -292,6 +324,7 @@ void DeletionHandler::countVanished(const TreeEntry& entry) {
 
 void DeletionHandler::spare(const TreeEntry& entry, const char* operation, int code,
                             std::string reason) {
+    parts_.batch.catchUp();
     spared_ = true;
     ++parts_.outcome.notRemoved;
     parts_.outcome.note(pathOf(entry), operation, code, reason);
@@ -305,6 +338,7 @@ bool DeletionHandler::othersMayWrite(const FileStatus& folder) const {
 }
 
 void DeletionHandler::missed(const std::string& relativePath, int code) {
+    parts_.batch.catchUp();
     parts_.outcome.note(relativePath.empty() ? place_ : place_ + "/" + relativePath, "list", code);
     // Another folder has its turn to be removed, or the whole item is told to be left.
     if (relativePath.empty()) {

@@ -54,7 +54,7 @@ class DeletionHandler final : public TreeVisitor {
     bool walksInto(const TreeEntry& entry, int folder, const platform::FileStatus& found) override;
     void leave(const TreeEntry& entry) override;
     void missed(const std::string& relativePath, int code) override;
-    bool stops() override { return parts_.stop.load(std::memory_order_relaxed); }
+    bool stops() override;
     bool keeps(int folder) override { return parts_.batch.takesOver(folder); }
 
     /// Overwrites one file, which stays.
@@ -83,6 +83,8 @@ class DeletionHandler final : public TreeVisitor {
     bool isExpected(const platform::FileStatus& found);
     bool isNoneOfOurs(int file, const TreeEntry& entry, const platform::FileStatus& found);
     void overwriteOpen(int file, const TreeEntry& entry);
+    WriteHolder* holderFor(const TreeEntry& entry);
+    void account(const TreeEntry& entry, const FileOverwriter::Written& written);
     void overwriteNothing(const TreeEntry& entry, platform::EntryKind kind, Links links);
     void countNotOverwritten(const TreeEntry& entry, const char* operation, int code);
     void countVanished(const TreeEntry& entry);
@@ -96,7 +98,9 @@ class DeletionHandler final : public TreeVisitor {
     Links links_;
     HeldItem* expected_ = nullptr;
     bool foundAnother_ = false;
-    bool spared_ = false;  ///< the entry at hand keeps its name
+    bool spared_ = false;     ///< the entry at hand keeps its name
+    bool isDecided_ = false;  ///< the walk goes by what `enter` found of the stop
+    bool isStopped_ = false;
     WrittenFile written_;  ///< the entry at hand, or what it leads to, where it was written to
 };
 

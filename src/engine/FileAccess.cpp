@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "engine/HoldingFolderName.h"
+#include "engine/LeftFolders.h"
 #include "engine/TakenItems.h"
 #include "platform/FileManager.h"
 
@@ -35,11 +37,11 @@ std::uint32_t itemBeside(const Outcome& outcome, const std::string& holding) {
 FileAccess::FileAccess(EngineServices services, const PreferenceReader& preferencesInstance,
                        ui::ProgressIndicator& shreddingProgress, ui::TextField& fileName)
     : services_(services),
-      progress_(shreddingProgress, fileName, services.clock),
+      progress_(shreddingProgress, fileName, services.clock, services.work),
       overwriter_(services.system, services.draws, preferencesInstance, progress_, stop_),
       items_(services.system, outcome_),
       remover_(services.system, outcome_, items_),
-      batch_(services.system, remover_, [this] { progress_.flush(); }),
+      batch_(services.system, remover_, [this](ui::WorkPhase phase) { progress_.enter(phase); }),
       targets_(services.system),
       shredder_({deletionParts(), services.clock, targets_, protected_, services.unfinished}) {}
 
@@ -96,6 +98,8 @@ void FileAccess::shredItems(std::vector<HeldItem>& items) {
 
 void FileAccess::begin() {
     progress_.showNow(0.0);
+    progress_.enter(ui::WorkPhase::measuring);
+    notBegun_.clear();
     overwriter_.mDeepShreddedSize = 0;
     overwriter_.mDeepPathSize = 0;
     outcome_ = {};
@@ -138,15 +142,19 @@ bool FileAccess::guarded(const std::string& what, Work work) {
 /// stands when something ends it.
 void FileAccess::shredInTurn(std::vector<HeldItem>& items, std::size_t& next) {
     std::vector<MeasuredItem> measured(items.size());
+    std::size_t count = 0;
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (items[i].code != 0) continue;
+        ++count;
         measured[i] = shredder_.measure(items[i]);
         if (measured[i].refusal.empty()) overwriter_.mDeepPathSize += measured[i].bytes;
     }
     TakenItems taken(items.size());
+    std::size_t turn = 0;
     while (next < items.size()) {
         HeldItem& item = items[next];
         if (batch_.isEmpty()) items_.settle();
+        if (item.code == 0) progress_.setItem(++turn, count, item.path);
         if (item.code != 0) {
             passOver(item);
         } else if (stopRequested()) {
@@ -197,6 +205,9 @@ void FileAccess::leaveFrom(const std::vector<HeldItem>& items, std::size_t next)
             items_.begin(items[next]);
             leave(items[next].path);
             outcome_.left.push_back(items[next].path);
+            notBegun_.push_back(items[next]);
+            notBegun_.back().item.reset();
+            notBegun_.back().parent.reset();
         } else {
             passOver(items[next]);
         }
@@ -211,6 +222,7 @@ void FileAccess::end() {
     const auto finish = [&] {
         if (!shredder_.isInWork()) holdings.retire();
         batch_.flush();
+        batch_.endLane();
     };
     if (!guarded("finish", finish)) guarded("finish", finish);
     holdings.forget();
@@ -233,6 +245,24 @@ void FileAccess::end() {
     outcome_.stopped = stopRequested();
     progress_.showNow(0.0);
     progress_.showNow(std::string_view());
+    progress_.enter(ui::WorkPhase::none);
+}
+
+std::vector<HeldItem> FileAccess::takeLeft() {
+    LeftFolders found;
+    for (const std::string& path : outcome_.left) {
+        const std::string name = path.substr(path.rfind('/') + 1);
+        if (isHoldingFolderName(name)) findLeftFolders(services_.system, path, found);
+    }
+    std::vector<HeldItem> left;
+    for (LeftFolder& folder : found.folders) {
+        folder.item.item.reset();
+        folder.item.parent.reset();
+        left.push_back(std::move(folder.item));
+    }
+    left.insert(left.end(), notBegun_.begin(), notBegun_.end());
+    notBegun_.clear();
+    return left;
 }
 
 /// Says of the item in work that it is left, should something of it be where it was moved to.
@@ -275,11 +305,15 @@ void FileAccess::shredOneFile(const std::string& path) {
 
 std::uint64_t FileAccess::sizeInBytes(const std::string& path) {
     const HeldItem item = hold(services_.system, path);
-    return item.code == 0 ? shredder_.measure(item).bytes : 0;
+    const std::uint64_t bytes = item.code == 0 ? shredder_.measure(item).bytes : 0;
+    batch_.endLane();
+    return bytes;
 }
 
 std::string FileAccess::moveAndRename(const std::string& path) {
-    return shredder_.moveAndRename(hold(services_.system, path));
+    std::string holding = shredder_.moveAndRename(hold(services_.system, path));
+    batch_.endLane();
+    return holding;
 }
 
 int FileAccess::safePlaceInPath(const std::string&) const {

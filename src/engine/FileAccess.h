@@ -27,6 +27,7 @@
 #include "prefs/PreferenceReader.h"
 #include "ui/OpenPanel.h"
 #include "ui/Outlets.h"
+#include "ui/WorkProgress.h"
 
 namespace dorvanel {
 
@@ -37,6 +38,8 @@ struct EngineServices {
     DrawSequence& draws;
     /// Where holding folders are written down while they are there; null: nowhere.
     UnfinishedRecord* unfinished = nullptr;
+    /// Shown how far a request is, on its thread; null: nobody.
+    ui::WorkProgress* work = nullptr;
 };
 
 /// The shredding engine: overwrites, renames and deletes files and folder trees. One request at a
@@ -104,8 +107,25 @@ class FileAccess {
     /// Ends the request at hand after the current block, and every later one before its first:
     /// nothing more is overwritten, what was overwritten wholly is brought to the medium and
     /// removed, and the outcome says what is left and where.
-    void requestStop() { stop_.store(true, std::memory_order_relaxed); }
+    void requestStop() {
+        stopsForGood_ = true;
+        stop_ = true;
+    }
     [[nodiscard]] bool stopRequested() const { return stop_.load(std::memory_order_relaxed); }
+
+    /// The same for the request at hand and those up to the next `clearStop`. Any thread.
+    void requestPause() { stop_ = true; }
+    /// Lets later requests begin after a `requestPause`; a `requestStop`, also one that comes in
+    /// this moment, stays. While no request is at hand.
+    void clearStop() {
+        stop_ = false;
+        if (stopsForGood_) stop_ = true;
+    }
+    /// What the last request was stopped before: the holding folders that are left, as they are
+    /// now, and behind them the items that were not begun, as they were given. None is held by
+    /// descriptors, so that it may be kept for long. The next `shredItems` can finish them; see
+    /// `clearStop`. Only the first call answers.
+    std::vector<HeldItem> takeLeft();
 
     /// Bytes of the request and bytes taken in hand, for the outlets while they are told of the
     /// progress: the request's thread.
@@ -127,6 +147,7 @@ class FileAccess {
     EngineServices services_;
     ProgressReport progress_;
     std::atomic<bool> stop_ = false;
+    std::atomic<bool> stopsForGood_ = false;  ///< no request is let begin any more
     FileOverwriter overwriter_;
     Outcome outcome_;
     ItemOutcomes items_;
@@ -136,6 +157,7 @@ class FileAccess {
     LinkTargets targets_;  ///< of the request
     GrownFiles grown_;     ///< likewise
     std::vector<Identity> protected_;
+    std::vector<HeldItem> notBegun_;  ///< when the last request was stopped
     ItemShredder shredder_;
     std::uint64_t formerFailures_ = 0;
     std::uint64_t formerUnread_ = 0;

@@ -2,17 +2,20 @@
 #include "engine/FileOverwriter.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <optional>
+#include <thread>
+#include <utility>
 
+#include "engine/BlockWrite.h"
 #include "log/ActivityLog.h"
 
 namespace dorvanel {
 namespace {
 
-bool hasNoRoom(int code) {
-    return code == ENOSPC || code == EFBIG || code == EDQUOT;
-}
+/// Bytes that are written before the system is told to bring them to the medium, and those behind
+/// them that may still be written to, above all by the lane.
+constexpr std::uint64_t writeBackUnit = std::uint64_t{8} << 20;
+constexpr std::uint64_t writeBackLag = std::uint64_t{1} << 20;
 
 }  // namespace
 
@@ -25,16 +28,17 @@ FileOverwriter::FileOverwriter(platform::SystemCalls& system, DrawSequence& draw
       progress_(progress),
       stop_(stop),
       buffer_(draws),
-      randomName_(draws) {}
+      randomName_(draws),
+      lane_(system) {}
 
 void FileOverwriter::setDigests(bool areMade) {
     digest_ = areMade ? std::make_unique<ContentDigest>() : nullptr;
 }
 
 FileOverwriter::Written FileOverwriter::overwrite(int file, std::uint64_t size,
-                                                  std::string_view name) {
-    file_ = file;
-    written_ = {};
+                                                  std::string_view name, WriteHolder* holder) {
+    beginFile(file, size);
+    holder_ = size == 0 ? nullptr : holder;
     if (digest_ != nullptr) digest_->clear();
     entryPattern_ = settings().pattern;
     entryNumberOfWrites_ = settings().numberOfWrites;
@@ -51,12 +55,21 @@ FileOverwriter::Written FileOverwriter::overwrite(int file, std::uint64_t size,
             std::min<std::uint64_t>(size - offset, OverwriteBuffer::blockSize));
         mDeepShreddedSize += length;
         showProgress();
+        beginBlock(offset, length);
         writePasses(Stage::block, offset, length);
+        endBlock();
         offset += length;
-        if (stop_.load(std::memory_order_relaxed)) return written_;
+        startWriteBack(offset);
+        if (stop_.load(std::memory_order_relaxed)) {
+            addWaiting();
+            addHeld();
+            return written_;
+        }
     } while (offset < size);
+    addWaiting();
     if (digest_ != nullptr && written_.code == 0) written_.digest = digest_->value();
     writePasses(Stage::slack, offset, length);
+    written_.isHeld = holder_ != nullptr;
     return written_;
 }
 
@@ -77,6 +90,7 @@ const OverwriteSettings& FileOverwriter::settings() {
 void FileOverwriter::showProgress() {
     // Nothing but empty files: 0 rather than a division by zero.
     const std::uint64_t percent = mDeepPathSize == 0 ? 0 : mDeepShreddedSize * 100 / mDeepPathSize;
+    progress_.setBytes(mDeepShreddedSize, mDeepPathSize);
     progress_.setPercent(static_cast<double>(percent));
 }
 
@@ -113,24 +127,92 @@ void FileOverwriter::randomizeWith(unsigned pattern) {
 }
 
 void FileOverwriter::write(Stage stage, std::uint64_t offset, std::size_t length, bool isLast) {
-    if (length == 0) return;
-    const char* bytes = static_cast<const char*>(buffer_.bytes(length));
+    if (length == 0 || gather()) return;
+    const void* bytes = buffer_.bytes(length);
     // The blocks come in their order, each with all its passes.
     if (digest_ != nullptr && stage == Stage::block && isLast) digest_->add(bytes, length);
-    while (length > 0) {
-        const std::ptrdiff_t written = system_.writeAt(file_, bytes, length, offset);
-        if (written <= 0) {
-            const int code = written == 0 ? EIO : static_cast<int>(-written);
-            const bool isHarmless = stage == Stage::slack && hasNoRoom(code);
-            if (written_.code == 0 && !isHarmless) written_.code = code;
-            return;
-        }
-        const auto count = static_cast<std::size_t>(written);
-        written_.bytes += count;
-        bytes += count;
-        offset += count;
-        length -= count;
+    const bool isSlack = stage == Stage::slack;
+    if (holder_ != nullptr && holder_->hold(bytes, length, offset, isSlack)) return;
+    addHeld();
+    const BlockWritten written = writeBlock(system_, file_, bytes, length, offset, isSlack);
+    add(written, offset);
+}
+
+/// Where there are two processors, blocks of a large file are made and written on both.
+void FileOverwriter::beginFile(int file, std::uint64_t size) {
+    file_ = file;
+    written_ = {};
+    writtenBack_ = 0;
+    gathers_ = false;
+    if (size < WriteLane::worthwhile || digest_ != nullptr || !system_.isForTwoThreads() ||
+        std::thread::hardware_concurrency() < 2) {
+        return;
     }
+    memory_ = BlockPasses::memory();
+    block_.contents.reserve(BlockPasses::most);
+    lane_.begin(file);
+}
+
+void FileOverwriter::beginBlock(std::uint64_t offset, std::size_t length) {
+    gathers_ = lane_.isOpen();
+    block_.offset = offset;
+    block_.length = length;
+    block_.contents.clear();
+}
+
+/// Keeps what the buffer holds as a pass over the block at hand. False where it is to be written
+/// now: all that was gathered has been.
+bool FileOverwriter::gather() {
+    if (!gathers_) return false;
+    const auto content = buffer_.content();
+    if (content && block_.contents.size() < BlockPasses::most) {
+        block_.contents.push_back(*content);
+        return true;
+    }
+    writeGathered();
+    return false;
+}
+
+void FileOverwriter::endBlock() {
+    if (gathers_ && !lane_.take(block_)) writeGathered();
+    gathers_ = false;
+}
+
+void FileOverwriter::writeGathered() {
+    add(block_.write(system_, file_, memory_), block_.offset);
+    gathers_ = false;
+}
+
+void FileOverwriter::add(const BlockWritten& written, std::uint64_t offset) {
+    written_.bytes += written.bytes;
+    if (written.code == 0 || (written_.code != 0 && failedAt_ <= offset)) return;
+    written_.code = written.code;
+    failedAt_ = offset;
+}
+
+/// What the lane has still to write; the slack is written without it.
+void FileOverwriter::addWaiting() {
+    const WriteLane::Result result = lane_.end();
+    add({result.bytes, result.code}, result.offset);
+}
+
+FileOverwriter::Written FileOverwriter::writeHeld() {
+    addHeld();
+    return written_;
+}
+
+void FileOverwriter::addHeld() {
+    if (holder_ == nullptr) return;
+    const BlockWritten written = std::exchange(holder_, nullptr)->writeHeld(file_);
+    add(written, 0);
+}
+
+/// What lies so far behind is written to no more: the flush then finds little left to do.
+void FileOverwriter::startWriteBack(std::uint64_t written) {
+    if (written < writtenBack_ + writeBackUnit + writeBackLag) return;
+    const std::uint64_t end = written - writeBackLag;
+    system_.startWriteBack(file_, writtenBack_, end - writtenBack_);
+    writtenBack_ = end;
 }
 
 }  // namespace dorvanel

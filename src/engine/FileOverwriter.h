@@ -12,6 +12,8 @@
 #include "engine/PassPlan.h"
 #include "engine/ProgressReport.h"
 #include "engine/RandomName.h"
+#include "engine/WriteHolder.h"
+#include "engine/WriteLane.h"
 #include "engine/random/DrawSequence.h"
 #include "platform/SystemCalls.h"
 #include "prefs/PreferenceReader.h"
@@ -34,16 +36,22 @@ class FileOverwriter {
         /// Of what the file holds up to its old end, where all of that was written and digests are
         /// made.
         std::optional<Digest> digest{};
+        bool isHeld = false;  ///< the last writes were handed to the holder, and are not in `bytes`
     };
 
     /// Overwrites `size` bytes of `file`, a descriptor open for writing, and as many bytes beyond
     /// as the last block holds. With size 0 nothing is written and `file` may be -1; the draws are
     /// made all the same. A failed write is passed over and the next one tried. Shows `name` and
-    /// logs it.
-    Written overwrite(int file, std::uint64_t size, std::string_view name);
+    /// logs it. `holder` may be null; a request that ends in this file has it hold nothing.
+    Written overwrite(int file, std::uint64_t size, std::string_view name,
+                      WriteHolder* holder = nullptr);
 
     std::uint64_t mDeepPathSize = 0;      ///< bytes of the whole request
     std::uint64_t mDeepShreddedSize = 0;  ///< bytes of the request taken in hand so far
+
+    /// Has the holder make the writes that it holds of the file that was overwritten last. Returns
+    /// what became of all of them.
+    Written writeHeld();
 
     /// Brings to the outlets what they were not told yet: something will take long.
     void showProgressNow() { progress_.flush(); }
@@ -65,6 +73,15 @@ class FileOverwriter {
     void choosePattern(std::uint16_t counter);
     void randomizeWith(unsigned pattern);
     void write(Stage stage, std::uint64_t offset, std::size_t length, bool isLast);
+    void beginBlock(std::uint64_t offset, std::size_t length);
+    bool gather();
+    void endBlock();
+    void writeGathered();
+    void beginFile(int file, std::uint64_t size);
+    void add(const BlockWritten& written, std::uint64_t offset);
+    void addWaiting();
+    void addHeld();
+    void startWriteBack(std::uint64_t written);
 
     platform::SystemCalls& system_;
     DrawSequence& draws_;
@@ -80,12 +97,19 @@ class FileOverwriter {
     bool settingsKnown_ = false;
     bool isLogging_ = true;
     std::unique_ptr<ContentDigest> digest_;  ///< of the last passes; null: none is made
+    WriteLane lane_;
+    BlockPasses block_;           ///< the passes over the block at hand, where `gathers_`
+    BlockPasses::Memory memory_;  ///< for those that the lane does not take
 
     // The file at hand.
     int file_ = -1;
     unsigned entryPattern_ = 0;
     int entryNumberOfWrites_ = 0;
     Written written_;
+    std::uint64_t failedAt_ = 0;     ///< offset of the write whose failure is in `written_`
+    bool gathers_ = false;           ///< passes are gathered, and not made yet
+    WriteHolder* holder_ = nullptr;  ///< of the writes so far; null: they were made
+    std::uint64_t writtenBack_ = 0;  ///< bytes that the system was told to bring to the medium
 };
 
 }  // namespace dorvanel

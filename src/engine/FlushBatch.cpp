@@ -21,9 +21,10 @@ constexpr std::uint32_t everybody = 0777;
 }  // namespace
 
 FlushBatch::FlushBatch(platform::SystemCalls& system, NameRemover& remover,
-                       std::function<void()> beforeWaiting)
+                       std::function<void(ui::WorkPhase)> beforeWaiting)
     : system_(system),
       remover_(remover),
+      lane_(system, remover, system.descriptorLimit() - sparedDescriptors),
       beforeWaiting_(std::move(beforeWaiting)),
       highestDescriptor_(system.descriptorLimit() - sparedDescriptors) {}
 
@@ -33,6 +34,12 @@ FlushBatch::~FlushBatch() {
     } catch (...) {
         closeFiles();  // no memory to tell of it; the names stay
     }
+}
+
+WriteHolder* FlushBatch::holderFor(const WrittenFile& file) {
+    // Nothing of it is written yet, so whether it will need a flush goes by where it lies.
+    const bool isFree = hasNoBatch() && readBack_ == nullptr && livesInMemory(file);
+    return isFree ? lane_.holderFor(file.descriptor) : nullptr;
 }
 
 void FlushBatch::keep(const WrittenFile& file, const Path& path) {
@@ -49,6 +56,10 @@ void FlushBatch::keep(const WrittenFile& file, const Path& path) {
 }
 
 void FlushBatch::remove(const DoomedName& doomed, const WrittenFile& file, const Path& folderPath) {
+    if (isForLane(doomed, file)) {
+        return lane_.remove(doomed, {file.descriptor, file.status.size, file.isHeld}, folderPath);
+    }
+    lane_.settle();
     if (isEmpty() && !needsFlush(file)) return removeNow(doomed, file, folderPath);
     const std::uint32_t index = file.descriptor < 0 ? none : add(file);
     queue(doomed, folderOf(doomed.folder, folderPath), index);
@@ -56,10 +67,17 @@ void FlushBatch::remove(const DoomedName& doomed, const WrittenFile& file, const
 
 void FlushBatch::remove(const DoomedName& doomed, std::shared_ptr<const HeldDescriptor> folder,
                         const Path& folderPath) {
+    lane_.settle();
     if (isEmpty()) return removeNow(doomed, {}, folderPath);
     const std::uint32_t index = folderOf(folder->get(), folderPath);
     folders_[index].held = std::move(folder);
     queue(doomed, index, none);
+}
+
+/// Whether nothing has to be looked at between what was written and the removal.
+bool FlushBatch::isForLane(const DoomedName& doomed, const WrittenFile& file) {
+    return hasNoBatch() && !doomed.mayBeSwapped && !file.opensToAll && !file.digest &&
+           !needsFlush(file) && lane_.isFor();
 }
 
 void FlushBatch::removeNow(const DoomedName& doomed, const WrittenFile& file,
@@ -127,6 +145,7 @@ void FlushBatch::flushIfFull(int highest) {
 }
 
 bool FlushBatch::takesOver(int folder) {
+    if (lane_.takesOver(folder)) return true;
     const auto number = static_cast<std::size_t>(folder);
     if (number >= folderOfDescriptor_.size() || folderOfDescriptor_[number] == none) return false;
     folders_[folderOfDescriptor_[number]].isOwned = true;
@@ -134,6 +153,7 @@ bool FlushBatch::takesOver(int folder) {
 }
 
 void FlushBatch::flush() {
+    lane_.settle();
     if (isEmpty()) return;
     flushContents();
     if (readBack_ != nullptr) readAllBack();
@@ -144,13 +164,16 @@ void FlushBatch::flush() {
 }
 
 bool FlushBatch::needsFlush(const WrittenFile& file) {
-    if (file.bytes == 0) return false;
+    return file.bytes > 0 && !livesInMemory(file);
+}
+
+bool FlushBatch::livesInMemory(const WrittenFile& file) {
     if (!known_ || knownDevice_ != file.status.device) {
         knownInMemory_ = system_.livesInMemory(file.descriptor) == 1;
         knownDevice_ = file.status.device;
         known_ = true;
     }
-    return !knownInMemory_;
+    return knownInMemory_;
 }
 
 DoomedName FlushBatch::doomedName(const Name& name) const {
@@ -187,7 +210,7 @@ void FlushBatch::readBack(File& file) {
 /// A file that was overwritten more than once, by several names or links, holds what was written
 /// last, and is read back once.
 void FlushBatch::readAllBack() {
-    beforeWaiting_();
+    beforeWaiting_(ui::WorkPhase::readingBack);
     for (File& file : files_) {
         if (laterWritten(file) == nullptr) readBack(file);
     }
@@ -301,7 +324,7 @@ void FlushBatch::flushContents() {
             devices.push_back(file.identity.device);
         }
     }
-    if (!devices.empty()) beforeWaiting_();
+    if (!devices.empty()) beforeWaiting_(ui::WorkPhase::flushing);
     for (const std::uint64_t device : devices) flushDevice(device);
 }
 

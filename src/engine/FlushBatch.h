@@ -11,9 +11,11 @@
 
 #include "engine/ContentDigest.h"
 #include "engine/HeldItem.h"
+#include "engine/NameLane.h"
 #include "engine/NameRemover.h"
 #include "engine/ReadBack.h"
 #include "platform/SystemCalls.h"
+#include "ui/WorkProgress.h"
 
 namespace dorvanel {
 
@@ -24,6 +26,7 @@ struct WrittenFile {
     std::uint64_t bytes = 0;         ///< that were written and may still be in memory alone
     bool opensToAll = false;         ///< gets the permission bits 0777 once its contents are safe
     std::optional<Digest> digest{};  ///< of what it must hold when it is read back; none: it is not
+    bool isHeld = false;  ///< its last writes are held back; it is counted when they are made
 };
 
 /// Names that go once the contents of their files are on the medium. Were a name to go first, a
@@ -47,9 +50,9 @@ class FlushBatch {
     /// where the process is given fewer.
     static constexpr int sparedDescriptors = 96;
 
-    /// `beforeWaiting` is called before a flush that may take long.
+    /// `beforeWaiting` is called before something that may take long: a flush, or reading back.
     FlushBatch(platform::SystemCalls& system, NameRemover& remover,
-               std::function<void()> beforeWaiting);
+               std::function<void(ui::WorkPhase)> beforeWaiting);
     /// Flushes.
     ~FlushBatch();
     FlushBatch(const FlushBatch&) = delete;
@@ -58,6 +61,21 @@ class FlushBatch {
     /// Files that have a digest are read back from now on, after their flush. `readBack` may be
     /// null, and must outlive the batch, or the next call.
     void setReadBack(ReadBack* readBack) { readBack_ = readBack; }
+
+    /// Who holds back the last writes of this file until its name is handed to `remove`, to be made
+    /// with that on a second thread; null where they are to be made at once.
+    WriteHolder* holderFor(const WrittenFile& file);
+    /// Has what the second thread was given counted and told, before something else is told.
+    void catchUp() { lane_.settle(); }
+    /// The lane for looks and renamings in a large tree, to be followed by `endPhase`; null where
+    /// there is none.
+    NameLane* lane() { return lane_.isFor() ? &lane_ : nullptr; }
+    /// Who is told of what the lane looks at is gone.
+    void forgetLooks() { lane_.forgetLooks(); }
+    /// A walk through a tree has ended.
+    void endPhase() { lane_.endPhase(); }
+    /// The request has ended.
+    void endLane() { lane_.end(); }
 
     /// Takes over a file that keeps its name. `path` is asked for its path like `folderPath` below,
     /// and may be null where it is not to be read back.
@@ -79,7 +97,7 @@ class FlushBatch {
     void flush();
 
     /// Whether names or files wait.
-    [[nodiscard]] bool isEmpty() const { return files_.empty() && names_.empty(); }
+    [[nodiscard]] bool isEmpty() const { return hasNoBatch() && lane_.isEmpty(); }
 
     /// What `open` returns. Where descriptors have run out, the batch gives its own back first, and
     /// it is called once more.
@@ -129,6 +147,7 @@ class FlushBatch {
         bool isSwapped;
     };
 
+    [[nodiscard]] bool hasNoBatch() const { return files_.empty() && names_.empty(); }
     [[nodiscard]] File fileOf(const WrittenFile& file);
     std::uint32_t add(const WrittenFile& file);
     std::uint32_t folderOf(int descriptor, const Path& path);
@@ -136,7 +155,9 @@ class FlushBatch {
     void removeNow(const DoomedName& doomed, const WrittenFile& file, const Path& folderPath);
     void flushIfFull(int highest);
     [[nodiscard]] DoomedName doomedName(const Name& name) const;
+    [[nodiscard]] bool isForLane(const DoomedName& doomed, const WrittenFile& file);
     [[nodiscard]] bool needsFlush(const WrittenFile& file);
+    [[nodiscard]] bool livesInMemory(const WrittenFile& file);
     [[nodiscard]] bool isSwapped(const DoomedName& doomed, int file, const Identity& identity);
     void readBack(File& file);
     void readAllBack();
@@ -154,7 +175,8 @@ class FlushBatch {
 
     platform::SystemCalls& system_;
     NameRemover& remover_;
-    std::function<void()> beforeWaiting_;
+    NameLane lane_;
+    std::function<void(ui::WorkPhase)> beforeWaiting_;
     ReadBack* readBack_ = nullptr;
     int highestDescriptor_;  ///< a file with this number or more ends the batch
     std::vector<File> files_;

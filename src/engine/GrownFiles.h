@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <unordered_map>
 
 #include "engine/HeldItem.h"
@@ -28,12 +27,7 @@ class GrownFiles {
         std::uint64_t before;
         std::uint64_t now;
     };
-    struct Hash {
-        std::size_t operator()(const Identity& file) const {
-            return std::hash<std::uint64_t>()(file.inode ^ file.device << 32);
-        }
-    };
-    std::unordered_map<Identity, Sizes, Hash> files_;
+    std::unordered_map<Identity, Sizes, Identity::Hash> files_;
 };
 
 }  // namespace dorvanel

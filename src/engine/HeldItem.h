@@ -17,6 +17,12 @@ struct Identity {
 
     static Identity of(const platform::FileStatus& status) { return {status.device, status.inode}; }
     bool operator==(const Identity&) const = default;
+
+    struct Hash {
+        std::size_t operator()(const Identity& file) const {
+            return std::hash<std::uint64_t>()(file.inode ^ file.device << 32);
+        }
+    };
 };
 
 /// An open descriptor that is closed with its last owner.

@@ -48,6 +48,7 @@ MeasuredItem ItemShredder::measure(const HeldItem& item) {
     const int folder = openItem(item);
     if (folder < 0) return measured;  // not readable
     walk_.walk(folder, TreeWalk::Order::forward, visitor);
+    batch_.endPhase();
     measured.bytes = visitor.total;
     const std::string inside = item.path + "/";
     if (!visitor.sparedFolder.empty()) {
@@ -223,11 +224,14 @@ void ItemShredder::renameContents(const HeldItem& item, Manifest* manifest,
         items_.addUnwritten(items_.current(), {path, "find", ENOENT});
         outcome_.note(std::move(path), "find", ENOENT);
     };
-    FileRenamer files(renamer, walk_, manifest, vanished);
+    PlainFolders plain;
+    FileRenamer files(renamer, walk_, manifest, vanished, plain);
     walkHolding(TreeWalk::Order::forward, files);
+    batch_.endPhase();
     renamed_ = files.entries;
-    FolderRenamer folders(renamer);
+    FolderRenamer folders(renamer, plain);
     walkHolding(TreeWalk::Order::backward, folders);
+    batch_.endPhase();
 }
 
 void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
@@ -238,6 +242,7 @@ void ItemShredder::overwriteContents(HeldItem& item, const Manifest* manifest) {
     if (isPlain) handler.expect(item);
     const std::size_t troubles = outcome_.allTroubles;
     walkHolding(TreeWalk::Order::forward, handler);
+    batch_.endPhase();
     if (handler.foundAnother()) putBack(item);
     if (walk_.isLost()) {
         InWork lost = inWork();

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <unordered_map>
 
@@ -33,18 +32,12 @@ class LinkTargets {
         platform::FileStatus status;
         std::shared_ptr<const HeldDescriptor> held;
     };
-    struct Hash {
-        std::size_t operator()(const Identity& file) const {
-            return std::hash<std::uint64_t>()(file.inode ^ file.device << 32);
-        }
-    };
-
     [[nodiscard]] std::shared_ptr<const HeldDescriptor> hold(int folder, const char* link,
                                                              const platform::FileStatus& target);
 
     platform::SystemCalls& system_;
     std::size_t mostHeld_;
-    std::unordered_map<Identity, Target, Hash> files_;
+    std::unordered_map<Identity, Target, Identity::Hash> files_;
 };
 
 }  // namespace dorvanel

@@ -12,6 +12,10 @@ namespace {
 
 using platform::Medium;
 
+/// Whoever waits for the notice waits for so many items; of more, those of one folder are taken to
+/// lie on one medium.
+constexpr std::size_t askedOneByOne = 4096;
+
 /// Of each reason the first item, and how many there are.
 class Findings {
   public:
@@ -67,7 +71,17 @@ std::string mediumNotice(const std::vector<std::string>& items, platform::Medium
                          const PathText& pathText) {
     medium.forgetDisks();
     Findings findings;
-    for (const std::string& item : items) findings.add(mediumReason(medium.mediumAt(item)), item);
+    std::map<std::string, std::string> reasons;  // of each folder, once the items are many
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (i < askedOneByOne) {
+            findings.add(mediumReason(medium.mediumAt(items[i])), items[i]);
+            continue;
+        }
+        const std::string folder = items[i].substr(0, items[i].find_last_of('/') + 1);
+        const auto [known, isNew] = reasons.try_emplace(folder);
+        if (isNew) known->second = mediumReason(medium.mediumAt(items[i]));
+        findings.add(known->second, items[i]);
+    }
     return findings.notice(pathText);
 }
 

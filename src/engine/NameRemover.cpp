@@ -27,6 +27,22 @@ void NameRemover::remove(const DoomedName& doomed, const Path& path) {
     }
 }
 
+void NameRemover::countGone(const DoomedName& doomed) {
+    count(doomed, doomed.kind == EntryKind::folder);
+}
+
+void NameRemover::countOverwritten(std::uint64_t bytes) {
+    ++outcome_.filesOverwritten;
+    outcome_.bytesOverwritten += bytes;
+    items_.countOverwritten(bytes);
+}
+
+void NameRemover::tellUnwritten(const DoomedName& doomed, int code, const Path& path) {
+    ++outcome_.notOverwritten;
+    outcome_.note(path(), "write", code);
+    items_.addUnwritten(doomed.item, {path(), "write", code}, {doomed.folder, doomed.name});
+}
+
 bool NameRemover::fileManagerShouldProceedAfterError(const DoomedName& doomed, int code,
                                                      const Path& path) {
     // What was a folder and is none by now was never overwritten: such a name stays.

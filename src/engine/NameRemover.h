@@ -31,6 +31,12 @@ class NameRemover {
 
     /// Removes the name. `path` is asked for where something is to be told.
     void remove(const DoomedName& doomed, const Path& path);
+    /// It was removed.
+    void countGone(const DoomedName& doomed);
+    /// A file of the current item, this long, was overwritten.
+    void countOverwritten(std::uint64_t bytes);
+    /// A file could not be overwritten. Its name goes all the same.
+    void tellUnwritten(const DoomedName& doomed, int code, const Path& path);
     /// The name stays, for this reason.
     void leave(const DoomedName& doomed, const char* operation, int code, const Path& path);
 

@@ -37,6 +37,13 @@ void OverwriteBuffer::fillWith(std::uint16_t word) {
     made_ = 0;
 }
 
+std::optional<BlockContent> OverwriteBuffer::content() const {
+    if (!random_) return BlockContent{std::nullopt, word_};
+    const Fill* fill = draws_.fill();
+    if (fill == nullptr || made_ != 0) return std::nullopt;
+    return BlockContent{*fill, 0};
+}
+
 const void* OverwriteBuffer::bytes(std::size_t size) {
     const std::size_t wanted = (size + 1) / 2;
     if (made_ < wanted) {

@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
+#include "engine/BlockPasses.h"
 #include "engine/random/DrawSequence.h"
 
 namespace dorvanel {
@@ -44,6 +46,9 @@ class OverwriteBuffer {
     /// The first `size` bytes, at most `blockSize`, good until the next call of either operation.
     /// In the machine's own byte order.
     const void* bytes(std::size_t size);
+
+    /// What the buffer holds, to be made elsewhere; nothing where only the buffer can.
+    [[nodiscard]] std::optional<BlockContent> content() const;
 
   private:
     void fillWith(std::uint16_t word);

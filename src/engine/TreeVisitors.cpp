@@ -24,29 +24,43 @@ bool PlainVisitor::walksInto(const TreeEntry& entry, int /*folder*/, const FileS
 
 bool PlainVisitor::leadsToFolder(const TreeEntry& entry) {
     if (entry.kind != EntryKind::link) return entry.kind == EntryKind::folder;
+    batch_.catchUp();  // it may lead through what is about to be renamed
     FileStatus target;
     return system_.statusAt(entry.folder, entry.name, Links::follow, target) >= 0 &&
            target.kind == EntryKind::folder;
 }
 
 int SizeVisitor::enter(const TreeEntry& entry) {
+    if (entry.kind == EntryKind::regular && !walk_.isDeep()) {
+        if (NameLane* lane = batch_.lane()) {
+            lane->look(
+                entry.folder, entry.name, *entry.in, [this] { return walk_.folderSuffix(); },
+                *this);
+            return -1;
+        }
+    }
     if (entry.kind != EntryKind::folder) {
         FileStatus file;
         if (system_.statusAt(entry.folder, entry.name, links_, file) >= 0) {
             if (file.kind == EntryKind::link) return -1;  // it holds nothing that is overwritten
             if (entry.kind == EntryKind::link) {
                 targets_.add(entry.folder, entry.name, file);
-            } else if (file.isBeyondMountOf(*entry.in) && mountPoint.empty()) {
-                mountPoint = walk_.relativePath(entry);
+                if (file.kind != EntryKind::folder) total += file.size;
+            } else {
+                looked(*entry.in, file, [&] { return "/" + walk_.relativePath(entry); });
             }
-            if (file.kind == EntryKind::regular && entry.kind == EntryKind::regular &&
-                othersMayWriteIn(*entry.in, user_)) {
-                manifest_.sharedFiles.add(file);
-            }
-            if (file.kind != EntryKind::folder) total += file.size;
         }
     }
     return PlainVisitor::enter(entry);
+}
+
+void SizeVisitor::looked(const FileStatus& in, const FileStatus& file, const NameLane::Path& path) {
+    if (file.kind == EntryKind::link) return;
+    if (file.isBeyondMountOf(in) && mountPoint.empty()) mountPoint = path().substr(1);
+    if (file.kind == EntryKind::folder) return;
+    total += file.size;
+    const bool isShared = file.kind == EntryKind::regular && othersMayWriteIn(in, user_);
+    if (isShared) manifest_.sharedFiles.add(file);
 }
 
 bool SizeVisitor::walksInto(const TreeEntry& entry, int folder, const FileStatus& found) {
@@ -62,7 +76,25 @@ void SizeVisitor::listed(const FileStatus& folder, const FolderListing& listing)
     manifest_.add(folder, listing);
 }
 
+void PlainFolders::add(const FileStatus& folder, const FolderListing& listing) {
+    if (folders_.size() >= most) return;
+    for (std::size_t i = 0; i < listing.size(); ++i) {
+        if (listing.kind(i) != EntryKind::regular) return;
+    }
+    folders_.emplace(Identity::of(folder), listing.size());
+}
+
+std::optional<std::size_t> PlainFolders::entriesOf(const Identity& folder) const {
+    const auto found = folders_.find(folder);
+    if (found == folders_.end()) return std::nullopt;
+    return found->second;
+}
+
 void Renamer::rename(const TreeEntry& entry) {
+    const bool isTop = top_ != nullptr && entry.folder == top_->folder;
+    if (NameLane* lane = isTop ? nullptr : batch_.lane()) {
+        return lane->rename(entry.folder, entry.name, name_.mName.data());
+    }
     const auto attempt = [&] {
         return system_.rename(entry.folder, entry.name, entry.folder, name_.mName.data());
     };
@@ -73,7 +105,7 @@ void Renamer::rename(const TreeEntry& entry) {
         result = attempt();
     }
     // A failure, or a name that is taken, leaves the entry its name: it is removed all the same.
-    if (result >= 0 && top_ != nullptr && entry.folder == top_->folder) {
+    if (result >= 0 && isTop) {
         top_->name = name_.mName.data();
     }
 }
@@ -86,10 +118,21 @@ int FileRenamer::enter(const TreeEntry& entry) {
 }
 
 void FileRenamer::listed(const FileStatus& folder, const FolderListing& listing) {
+    plain_.add(folder, listing);
     if (manifest_ == nullptr) return;
     manifest_->compare(folder, listing, [this](std::string_view name) {
         vanished_(walk_.listedPath() + std::string(name));
     });
+}
+
+int FolderRenamer::enter(const TreeEntry& entry) {
+    if (entry.kind == EntryKind::folder) {
+        if (const auto count = plain_.entriesOf({entry.in->device, entry.inode})) {
+            for (std::size_t i = 0; i < *count; ++i) drawName();
+            return -1;
+        }
+    }
+    return PlainVisitor::enter(entry);
 }
 
 void FolderRenamer::leave(const TreeEntry& entry) {

@@ -3,7 +3,10 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "engine/FlushBatch.h"
@@ -44,7 +47,7 @@ class PlainVisitor : public TreeVisitor {
 /// Looks at an item before anything is done to it. Adds up the sizes of all files; a link counts as
 /// the file that it leads to, a folder as nothing. Remembers what the links lead to and which names
 /// there are, and finds what must not be shredded.
-class SizeVisitor final : public PlainVisitor {
+class SizeVisitor final : public PlainVisitor, private NameLane::Looks {
   public:
     struct Parts {
         platform::SystemCalls& system;
@@ -63,16 +66,23 @@ class SizeVisitor final : public PlainVisitor {
           links_(parts.links),
           walk_(walk),
           manifest_(manifest) {}
+    ~SizeVisitor() override { batch_.forgetLooks(); }
+    SizeVisitor(const SizeVisitor&) = delete;
+    SizeVisitor& operator=(const SizeVisitor&) = delete;
     int enter(const TreeEntry& entry) override;
     bool walksInto(const TreeEntry& entry, int folder, const platform::FileStatus& found) override;
     void listed(const platform::FileStatus& folder,
                 const platform::FolderListing& listing) override;
 
+    // Complete once the batch's `endPhase` was called.
     std::uint64_t total = 0;
     std::string mountPoint;    ///< the first one found, relative to the item; empty: none
     std::string sparedFolder;  ///< likewise
 
   private:
+    void looked(const platform::FileStatus& in, const platform::FileStatus& file,
+                const NameLane::Path& path) override;
+
     LinkTargets& targets_;
     const std::vector<Identity>& spared_;
     std::uint32_t user_;
@@ -85,6 +95,19 @@ class SizeVisitor final : public PlainVisitor {
 struct TopEntry {
     int folder;  ///< descriptor of the folder that holds it
     std::string name;
+};
+
+/// Folders that hold nothing but files, as they were listed.
+class PlainFolders {
+  public:
+    /// Remembers the folder if it is one, and there is room.
+    void add(const platform::FileStatus& folder, const platform::FolderListing& listing);
+    /// How many entries it has; nothing where it is not known to be one.
+    [[nodiscard]] std::optional<std::size_t> entriesOf(const Identity& folder) const;
+
+  private:
+    static constexpr std::size_t most = 16384;
+    std::unordered_map<Identity, std::size_t, Identity::Hash> folders_;
 };
 
 /// Gives entries random names.
@@ -111,8 +134,10 @@ class FileRenamer final : public Renamer {
     using Vanished = std::function<void(const std::string& name)>;
     /// `manifest` may be null; `vanished` is called with the path of what has gone, relative to the
     /// walked folder.
-    FileRenamer(Renamer renamer, const TreeWalk& walk, Manifest* manifest, Vanished vanished)
+    FileRenamer(Renamer renamer, const TreeWalk& walk, Manifest* manifest, Vanished vanished,
+                PlainFolders& plain)
         : Renamer(std::move(renamer)),
+          plain_(plain),
           walk_(walk),
           manifest_(manifest),
           vanished_(std::move(vanished)) {}
@@ -123,6 +148,7 @@ class FileRenamer final : public Renamer {
     std::uint64_t entries = 0;  ///< met so far
 
   private:
+    PlainFolders& plain_;
     const TreeWalk& walk_;
     Manifest* manifest_;
     Vanished vanished_;
@@ -132,8 +158,14 @@ class FileRenamer final : public Renamer {
 /// folder is renamed after everything inside it.
 class FolderRenamer final : public Renamer {
   public:
-    explicit FolderRenamer(Renamer renamer) : Renamer(std::move(renamer)) {}
+    /// `plain`: what the files were renamed in; they need not be listed once more.
+    FolderRenamer(Renamer renamer, const PlainFolders& plain)
+        : Renamer(std::move(renamer)), plain_(plain) {}
+    int enter(const TreeEntry& entry) override;
     void leave(const TreeEntry& entry) override;
+
+  private:
+    const PlainFolders& plain_;
 };
 
 }  // namespace dorvanel

@@ -73,6 +73,9 @@ class TreeWalk {
     /// help nobody.
     [[nodiscard]] std::string folderSuffix() const;
 
+    /// Whether it lies so deep.
+    [[nodiscard]] bool isDeep() const { return depth_ > deepestPath; }
+
     /// During `leave`: whether the entry was walked into.
     [[nodiscard]] bool walkedInto() const { return walkedInto_; }
 

@@ -40,7 +40,7 @@ struct FileStatus {
 /// descriptors, so that a tree of any depth can be walked and no path is looked up twice. Every
 /// operation returns a value of 0 or more, or a negated errno; a call that a signal interrupts is
 /// made again, so nothing returns -EINTR but `close`. The caller closes what it opened.
-/// One thread at a time.
+/// One thread at a time; see `isForTwoThreads`.
 class SystemCalls {
   public:
     /// Stands for the working folder where a folder descriptor is asked for.
@@ -96,6 +96,11 @@ class SystemCalls {
     /// and answer. What the device keeps in a memory of its own is out of reach. The descriptor is
     /// for reading and closing from then on.
     virtual int forgetCached(int file) = 0;
+    /// Has the system begin to bring what was written there to the medium, if it can. What goes
+    /// wrong with that a later flush tells.
+    virtual void startWriteBack(int /*file*/, std::uint64_t /*offset*/, std::uint64_t /*size*/) {}
+    /// Whether a second thread may write, close, rename and remove meanwhile.
+    [[nodiscard]] virtual bool isForTwoThreads() const { return false; }
     /// Brings the file's contents to the medium.
     virtual int flushFile(int file) = 0;
     /// Brings everything on the file's file system to the medium.

@@ -253,7 +253,7 @@ class FlushBatchTest : public ::testing::Test {
     Outcome outcome;
     ItemOutcomes items{system, outcome};
     NameRemover remover{system, outcome, items};
-    FlushBatch batch{system, remover, [this] { ++waits; }};
+    FlushBatch batch{system, remover, [this](ui::WorkPhase) { ++waits; }};
 };
 
 TEST_F(FlushBatchTest, AnEmptyBatchIsNotFlushed) {
@@ -311,7 +311,7 @@ TEST_F(FlushBatchTest, AFileSystemThatDoesNotTellIsFlushed) {
 TEST_F(FlushBatchTest, IsFlushedAtItsEnd) {
     faulty.inMemory = 0;
     {
-        FlushBatch ending(system, remover, [] {});
+        FlushBatch ending(system, remover, [](ui::WorkPhase) {});
         add(ending, 1);
     }
     EXPECT_THAT(system.callsOf("flushFile"), SizeIs(1));

@@ -51,6 +51,18 @@ TEST_F(MediumNoticeTest, ItIsOneLineForAnyNumberOfItemsAndReasons) {
               "(solid-state drive); /n (nfs network mount); /o (overlay mount); /f (fuse mount)");
 }
 
+TEST_F(MediumNoticeTest, OfVeryManyItemsThoseOfOneFolderAreAskedAboutOnce) {
+    std::vector<std::string> items;
+    for (int i = 0; i < 100'000; ++i) {
+        items.push_back((i < 50'000 ? "/slow/" : "/fast/") + std::to_string(i));
+        if (i < 50'000) medium_.media[items.back()] = {Kind::network, "nfs"};
+    }
+    EXPECT_EQ(noticeOf(items),
+              "overwriting in place may not reach the old contents of /slow/0 and 49999 more "
+              "(nfs network mount)");
+    EXPECT_LT(medium_.asked, 5000);
+}
+
 TEST_F(MediumNoticeTest, OfHeldItemsEachDeviceIsAskedAboutOnceAndEachLinkByItself) {
     const auto item = [](const char* path, platform::EntryKind kind, std::uint64_t device) {
         HeldItem held;

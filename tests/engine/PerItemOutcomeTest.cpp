@@ -126,8 +126,9 @@ TEST_F(PerItemOutcomeTest, AFolderThatCannotBeListedIsToldAndNotThoseAboveIt) {
     makeTree();
     int listings = 0;
     faulty.before = [&](const std::string& operation, const std::string&) {
-        // Measured, renamed forward and backward: three folders each. Then the second one.
-        if (operation == "readFolder" && ++listings == 11) faulty.failOnce("readFolder", 1, EIO);
+        // Measured and renamed forward, three folders each, and backward, without the one that
+        // holds nothing but a file. Then the second one.
+        if (operation == "readFolder" && ++listings == 10) faulty.failOnce("readFolder", 1, EIO);
     };
     const Outcome& outcome = shred({tree});
     ASSERT_EQ(faulty.failed, 1);

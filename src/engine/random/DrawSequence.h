@@ -7,6 +7,8 @@
 
 namespace dorvanel {
 
+class Fill;
+
 /// The program's one source of chance: the C library's random() from its default state, draw for
 /// draw, never seeded. Small draws are taken one by one; a fill takes 65536 draws at once and may
 /// hand out their words later, and only those that somebody wants. One thread at a time.
@@ -27,6 +29,10 @@ class DrawSequence {
     /// least up to number `wanted`, each at its own place in `words` (room for `fillWords`).
     /// `made` is what the call before returned, 0 at first. Returns how many words are now made.
     virtual std::size_t produce(std::uint16_t* words, std::size_t made, std::size_t wanted) = 0;
+
+    /// The last fill, for copies that other threads make, as long as nothing of it was produced.
+    /// Null where only `produce` can make it.
+    [[nodiscard]] virtual const Fill* fill() const { return nullptr; }
 };
 
 /// The sequence, by our own generator where the C library's random() is the additive feedback

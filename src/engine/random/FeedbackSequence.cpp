@@ -1,26 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "engine/random/FeedbackSequence.h"
 
-#include <bit>
-
-#include "engine/random/FeedbackLanes.h"
-
 namespace dorvanel {
 namespace {
 
 constexpr additive::Jump overOneFill = additive::jumpBy(DrawSequence::fillWords);
-/// Jumps over 2048 words, 4096 words and so on to half a fill.
-constexpr std::size_t unitsPerFill = DrawSequence::fillWords / additive::bulkUnit;
-
-const additive::Jump& jumpOverUnits(std::size_t units) {
-    static const std::array<additive::Jump, std::bit_width(unitsPerFill)> jumps = [] {
-        std::array<additive::Jump, std::bit_width(unitsPerFill)> made{};
-        made[0] = additive::jumpBy(additive::bulkUnit);
-        for (std::size_t i = 1; i < made.size(); ++i) made[i] = made[i - 1] * made[i - 1];
-        return made;
-    }();
-    return jumps[static_cast<std::size_t>(std::bit_width(units)) - 1];
-}
 
 }  // namespace
 
@@ -46,24 +30,14 @@ std::uint32_t FeedbackSequence::next() {
 }
 
 void FeedbackSequence::takeFill() {
-    fill_ = additive::extend(words_, oldest_);
-    unitsToSkip_ = 0;
-    words_ = additive::jumped(fill_, overOneFill);
+    const additive::Extended next = additive::extend(words_, oldest_);
+    fill_ = Fill(next);
+    words_ = additive::jumped(next, overOneFill);
     oldest_ = 0;
 }
 
 std::size_t FeedbackSequence::produce(std::uint16_t* words, std::size_t made, std::size_t wanted) {
-    while (made < wanted) {
-        if (unitsToSkip_ != 0) {
-            fill_ = additive::extend(additive::jumped(fill_, jumpOverUnits(unitsToSkip_)), 0);
-        }
-        // The largest power of two of units that is still wanted, and at least one.
-        const std::size_t units = (wanted - made + additive::bulkUnit - 1) / additive::bulkUnit;
-        unitsToSkip_ = std::bit_floor(units);
-        additive::makeWords(fill_, words + made, unitsToSkip_ * additive::bulkUnit);
-        made += unitsToSkip_ * additive::bulkUnit;
-    }
-    return made;
+    return fill_.produce(words, made, wanted);
 }
 
 }  // namespace dorvanel

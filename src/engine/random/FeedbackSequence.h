@@ -3,7 +3,7 @@
 
 #include "engine/random/AdditiveFeedback.h"
 #include "engine/random/DrawSequence.h"
-#include "engine/random/FeedbackLanes.h"
+#include "engine/random/Fill.h"
 
 namespace dorvanel {
 
@@ -17,12 +17,12 @@ class FeedbackSequence final : public DrawSequence {
     std::uint32_t next() override;
     void takeFill() override;
     std::size_t produce(std::uint16_t* words, std::size_t made, std::size_t wanted) override;
+    [[nodiscard]] const Fill* fill() const override { return &fill_; }
 
   private:
     additive::Window words_{};  ///< a ring; the oldest word is at `oldest_`
     std::size_t oldest_ = 0;
-    additive::Extended fill_{};    ///< begins before the words of the fill made last
-    std::size_t unitsToSkip_ = 0;  ///< how many units those were; skipped when more are wanted
+    Fill fill_;
 };
 
 }  // namespace dorvanel

@@ -180,6 +180,11 @@ class LinuxSystemCalls final : public SystemCalls {
         readPastMemory(file, true);
         return 0;
     }
+    void startWriteBack(int file, std::uint64_t offset, std::uint64_t size) override {
+        ::sync_file_range(file, static_cast<off64_t>(offset), static_cast<off64_t>(size),
+                          SYNC_FILE_RANGE_WRITE);
+    }
+    [[nodiscard]] bool isForTwoThreads() const override { return true; }
     int flushFile(int file) override {
         return called([&] { return ::fdatasync(file); });
     }

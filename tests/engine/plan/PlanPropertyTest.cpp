@@ -14,6 +14,7 @@
 #include "support/Disk.h"
 #include "support/EngineFixture.h"
 #include "support/OnlyLookingSystemCalls.h"
+#include "support/Seeds.h"
 
 namespace dorvanel::test {
 namespace {
@@ -21,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 using Links = platform::SystemCalls::Links;
 
-constexpr unsigned seeds = 30;
+constexpr unsigned seeds = seedsOf(30);
 
 struct Sum {
     std::uint64_t files = 0;
