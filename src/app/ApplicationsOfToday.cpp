@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ApplicationsOfToday.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -21,7 +22,7 @@ RunningApplications::LockPaths locksBy(platform::SystemCalls& system) {
 }  // namespace
 
 ApplicationsOfToday::ApplicationsOfToday(const ControllerParts& parts, BrowserWatch& browserWatch,
-                                         std::function<void()> shred)
+                                         Shred shred)
     : services_(parts.today),
       files_(parts.files),
       defaults_(parts.defaults),
@@ -72,7 +73,12 @@ RunningApplications::Entries ApplicationsOfToday::chosenApplications() {
     return entries;
 }
 
-void ApplicationsOfToday::applicationHasQuit(const std::vector<std::string>&) {
+void ApplicationsOfToday::applicationHasQuit(const std::vector<std::string>& ids) {
+    for (const std::string& id : ids) {
+        const catalogue::Entry* entry = catalogue_.find(id);
+        const std::string& name = entry == nullptr ? id : entry->name;
+        if (std::ranges::find(haveQuit_, name) == haveQuit_.end()) haveQuit_.push_back(name);
+    }
     shredWhenIdle();
 }
 
@@ -84,7 +90,8 @@ void ApplicationsOfToday::shredWhenIdle() {
     if (takesIt || now == Activity::idle) {
         if (waiting_ != nullptr) waiting_->invalidate();
         waiting_ = nullptr;
-        if (!takesIt) shred_();
+        std::vector<std::string> names = std::exchange(haveQuit_, {});
+        if (!takesIt) shred_(std::move(names));
     } else if (waiting_ == nullptr) {
         waiting_ =
             runLoop_.scheduleRepeatingTimer(lookAgain, [this](ui::Timer&) { shredWhenIdle(); });

@@ -62,9 +62,11 @@ class MachinesTodayServices {
 /// but for what TraceCollection says otherwise.
 class ApplicationsOfToday final : private ApplicationWatchOwner {
   public:
-    /// What `parts` refers to, and `browserWatch`, outlive this. `shred` starts a run.
-    ApplicationsOfToday(const ControllerParts& parts, BrowserWatch& browserWatch,
-                        std::function<void()> shred);
+    /// Starts a run for the applications of these names, which have quit.
+    using Shred = std::function<void(std::vector<std::string> names)>;
+
+    /// What `parts` refers to, and `browserWatch`, outlive this.
+    ApplicationsOfToday(const ControllerParts& parts, BrowserWatch& browserWatch, Shred shred);
     ~ApplicationsOfToday() override;
     ApplicationsOfToday(const ApplicationsOfToday&) = delete;
     ApplicationsOfToday& operator=(const ApplicationsOfToday&) = delete;
@@ -85,7 +87,7 @@ class ApplicationsOfToday final : private ApplicationWatchOwner {
     platform::UserDefaults& defaults_;
     ui::RunLoop& runLoop_;
     BrowserWatch& browserWatch_;
-    std::function<void()> shred_;
+    Shred shred_;
     RunningApplications runsView_;
     RunningApplications watchsView_;
     TraceCollection traces_;
@@ -93,6 +95,7 @@ class ApplicationsOfToday final : private ApplicationWatchOwner {
     const ShreddingRun* run_ = nullptr;
     catalogue::Catalogue catalogue_;  ///< of the watch
     std::map<std::string, TraceChoice::Kinds> chosen_;
+    std::vector<std::string> haveQuit_;   ///< names; a run is to be started for them
     std::shared_ptr<ui::Timer> waiting_;  ///< until a run that is at work has ended
 };
 

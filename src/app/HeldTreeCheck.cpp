@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "app/Texts.h"
+
 namespace dorvanel {
 namespace {
 
@@ -15,16 +17,16 @@ using platform::FileStatus;
 /// closed to its owner: the engine opens it and sees for itself.
 std::optional<std::string> reasonOf(const std::string& path, int code) {
     if (code == ENOENT || code == EACCES) return std::nullopt;
-    return "holds \"" + path +
-           "\", which cannot be looked at: " + std::generic_category().message(code);
+    return tr("holds \"{}\", which cannot be looked at: {}", path,
+              std::generic_category().message(code));
 }
 
 /// Walks the folders only, and ends at the first that must not be shredded.
 class Inspector final : public TreeVisitor {
   public:
     Inspector(const HeldTreeCheck& check, platform::SystemCalls& system, const TreeWalk& walk,
-              const HeldItem& top)
-        : check_(check), system_(system), walk_(walk), top_(top) {}
+              const HeldItem& top, const std::function<bool()>& stop)
+        : check_(check), system_(system), walk_(walk), top_(top), stop_(stop) {}
 
     int enter(const TreeEntry& entry) override {
         if (entry.kind != EntryKind::folder && entry.kind != EntryKind::unknown) return -1;
@@ -36,9 +38,9 @@ class Inspector final : public TreeVisitor {
     }
     bool walksInto(const TreeEntry& entry, int, const FileStatus& found) override {
         if (check_.isProtected(found)) {
-            reason = "holds the home folder or a folder above it, \"" + pathOf(entry) + "\"";
+            reason = tr("holds the home folder or a folder above it, \"{}\"", pathOf(entry));
         } else if (found.isBeyondMountOf(top_.status)) {
-            reason = "holds the mount point \"" + pathOf(entry) + "\"";
+            reason = tr("holds the mount point \"{}\"", pathOf(entry));
         }
         return !reason;
     }
@@ -46,7 +48,7 @@ class Inspector final : public TreeVisitor {
     void missed(const std::string& relativePath, int code) override {
         if (!reason) reason = reasonOf(top_.path + "/" + relativePath, code);
     }
-    bool stops() override { return reason.has_value(); }
+    bool stops() override { return reason.has_value() || (stop_ && stop_()); }
 
     std::optional<std::string> reason;
 
@@ -59,6 +61,7 @@ class Inspector final : public TreeVisitor {
     platform::SystemCalls& system_;
     const TreeWalk& walk_;
     const HeldItem& top_;
+    const std::function<bool()>& stop_;
 };
 
 }  // namespace
@@ -77,12 +80,13 @@ std::optional<std::string> HeldTreeCheck::refuse(const HeldItem& folder) {
     FileStatus status;
     const int result = opened < 0 ? opened : system_.status(opened, status);
     if (result >= 0 && status.isSameAs(folder.status)) {
-        Inspector inspector(*this, system_, walk_, folder);
+        Inspector inspector(*this, system_, walk_, folder, stop_);
         walk_.walk(opened, TreeWalk::Order::forward, inspector);
         return inspector.reason;
     }
     if (opened >= 0) system_.close(opened);
-    return "cannot be looked at: " + std::generic_category().message(result < 0 ? -result : ESTALE);
+    return tr("cannot be looked at: {}",
+              std::generic_category().message(result < 0 ? -result : ESTALE));
 }
 
 }  // namespace dorvanel

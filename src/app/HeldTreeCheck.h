@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engine/HeldItem.h"
@@ -14,9 +16,11 @@ namespace dorvanel {
 /// them.
 class HeldTreeCheck {
   public:
-    /// Both must outlive the check.
-    HeldTreeCheck(platform::SystemCalls& system, const std::vector<Identity>& protectedFolders)
-        : system_(system), protected_(protectedFolders), walk_(system) {}
+    /// Both must outlive the check. `stop`, which may be empty, is asked now and then: true ends a
+    /// look, which then knows of no reason.
+    HeldTreeCheck(platform::SystemCalls& system, const std::vector<Identity>& protectedFolders,
+                  std::function<bool()> stop = {})
+        : system_(system), protected_(protectedFolders), stop_(std::move(stop)), walk_(system) {}
 
     [[nodiscard]] bool isProtected(const platform::FileStatus& status) const;
 
@@ -28,6 +32,7 @@ class HeldTreeCheck {
   private:
     platform::SystemCalls& system_;
     const std::vector<Identity>& protected_;
+    std::function<bool()> stop_;
     TreeWalk walk_;
 };
 

@@ -7,15 +7,17 @@
 #include <vector>
 
 #include "app/SizeText.h"
+#include "app/Texts.h"
 
 namespace dorvanel {
 namespace {
 
 /// What is taken out of files that stay: "120 rows and 3 keys".
 std::string amountCleaned(const Totals& totals) {
-    if (totals.keys == 0) return counted(totals.rows, "row");
-    if (totals.rows == 0) return counted(totals.keys, "key");
-    return counted(totals.rows, "row") + " and " + counted(totals.keys, "key");
+    std::string rows = trn("{} row", "{} rows", totals.rows);
+    if (totals.keys == 0) return rows;
+    std::string keys = trn("{} key", "{} keys", totals.keys);
+    return totals.rows == 0 ? keys : tr("{} and {}", rows, keys);
 }
 
 }  // namespace
@@ -32,25 +34,30 @@ std::string summaryLine(const Plan& plan) {
 
     struct Part {
         std::string what;
-        const char* fate;
+        const char* first;  ///< what is said of it where nothing is said before it
+        const char* later;
     };
     std::vector<Part> parts;
     if (whole > 0) {
         parts.push_back(
-            {fmt::format("{}, {}, {}", counted(static_cast<std::uint64_t>(whole), "item"),
-                         counted(totals.files, "file"), sizeText(totals.bytes)),
-             "shredded"});
+            {fmt::format("{}, {}, {}",
+                         trn("{} item", "{} items", static_cast<std::uint64_t>(whole)),
+                         trn("{} file", "{} files", totals.files), sizeText(totals.bytes)),
+             marked("{} would be shredded"), marked("{} shredded")});
     }
     if (std::ranges::any_of(plan.items, isCleaned)) {
-        parts.push_back({amountCleaned(totals), "cleaned"});
+        parts.push_back(
+            {amountCleaned(totals), marked("{} would be cleaned"), marked("{} cleaned")});
     }
-    if (totals.entries > 0) parts.push_back({counted(totals.entries, "mention"), "removed"});
-    if (parts.empty()) return "nothing would be shredded";
+    if (totals.entries > 0) {
+        parts.push_back({trn("{} mention", "{} mentions", totals.entries),
+                         marked("{} would be removed"), marked("{} removed")});
+    }
+    if (parts.empty()) return tr("nothing would be shredded");
 
     std::string line;
     for (const Part& part : parts) {
-        line += fmt::format("{}{} {}{}", line.empty() ? "" : "; ", part.what,
-                            line.empty() ? "would be " : "", part.fate);
+        line += line.empty() ? tr(part.first, part.what) : "; " + tr(part.later, part.what);
     }
     return line;
 }

@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "app/HeldTreeCheck.h"
+#include "app/Texts.h"
 #include "base/PathComponents.h"
 #include "platform/FileManager.h"
 #include "platform/MountPoints.h"
@@ -20,6 +21,7 @@ namespace fs = std::filesystem;
 using platform::EntryKind;
 using platform::FileStatus;
 using Links = platform::SystemCalls::Links;
+using Inside = ShredArguments::Inside;
 
 /// An argument on its way through the checks.
 struct Candidate {
@@ -33,20 +35,20 @@ bool saysFolder(const std::string& argument) {
 }
 
 std::string reasonOf(int code) {
-    if (code == ENOENT) return "does not exist";
-    return "cannot be looked at: " + std::generic_category().message(code);
+    if (code == ENOENT) return tr("does not exist");
+    return tr("cannot be looked at: {}", std::generic_category().message(code));
 }
 
 /// Turns arguments into absolute paths; keeps the last folder, since many arguments are of one.
 class PathMaker {
   public:
     Candidate make(const std::string& argument) {
-        if (argument.empty()) return {{}, "an empty name stands for nothing"};
+        if (argument.empty()) return {{}, tr("an empty name stands for nothing")};
         const std::string trimmed(withoutTrailingSlashes(argument));
-        if (trimmed == "/") return {{}, "is the root of the file system"};
+        if (trimmed == "/") return {{}, tr("is the root of the file system")};
         const std::size_t slash = trimmed.rfind('/');
         const std::string name = trimmed.substr(slash + 1);  // npos + 1 is 0
-        if (name == "." || name == "..") return {{}, "is never shredded"};
+        if (name == "." || name == "..") return {{}, tr("is never shredded")};
 
         const std::string folder = slash == std::string::npos ? "."
                                    : slash == 0               ? "/"
@@ -105,8 +107,12 @@ class HomeFolders {
 class Judge {
   public:
     Judge(const HomeFolders& home, const std::vector<std::string>& mountPoints,
-          platform::SystemCalls& system)
-        : home_(home), mountPoints_(mountPoints), system_(system), tree_(system, home.identities) {}
+          platform::SystemCalls& system, const std::function<bool()>& stop, Inside inside)
+        : home_(home),
+          mountPoints_(mountPoints),
+          system_(system),
+          inside_(inside),
+          tree_(system, home.identities, stop) {}
 
     std::optional<std::string> refuse(const HeldItem& item, bool asFolder) {
         if (!item.isThere()) return reasonOf(item.code);
@@ -119,22 +125,25 @@ class Judge {
             return reasonOf(ENOTDIR);
         }
         if (home_.includePath(item.path) || tree_.isProtected(item.status)) {
-            return "is the home folder or a folder above it";
+            return tr("is the home folder or a folder above it");
         }
         if (isLink) return std::nullopt;
         if (std::optional<std::string> reason = refuseMountPoint(item)) return reason;
-        return item.status.kind == EntryKind::folder ? tree_.refuse(item) : std::nullopt;
+        const bool isWalked = item.status.kind == EntryKind::folder && inside_ == Inside::checked;
+        return isWalked ? tree_.refuse(item) : std::nullopt;
     }
 
   private:
     std::optional<std::string> refuseLink(const HeldItem& item, bool asFolder) const {
-        if (item.code == ELOOP) return "is a symbolic link that leads in a circle";
+        if (item.code == ELOOP) return tr("is a symbolic link that leads in a circle");
         if (item.code != 0) {
             std::error_code error;
             const std::string text = fs::read_symlink(item.path, error);
-            const std::string what = "is a symbolic link to \"" + text + "\"";
-            if (item.code == ENOENT) return what + ", which does not exist";
-            return what + ": " + std::generic_category().message(item.code);
+            if (item.code == ENOENT) {
+                return tr("is a symbolic link to \"{}\", which does not exist", text);
+            }
+            return tr("is a symbolic link to \"{}\": {}", text,
+                      std::generic_category().message(item.code));
         }
         FileStatus target;
         const int result = system_.statusAt(platform::SystemCalls::workingFolder, item.path.c_str(),
@@ -147,19 +156,20 @@ class Judge {
     /// By the system's table, which knows mounted files too, and by where the item really is.
     [[nodiscard]] std::optional<std::string> refuseMountPoint(const HeldItem& item) const {
         for (const std::string& point : mountPoints_) {
-            if (point == item.path) return "is a mount point";
+            if (point == item.path) return tr("is a mount point");
             if (point.size() > item.path.size() && point[item.path.size()] == '/' &&
                 point.starts_with(item.path)) {
-                return "holds the mount point \"" + point + "\"";
+                return tr("holds the mount point \"{}\"", point);
             }
         }
-        if (item.status.isBeyondMountOf(item.parentStatus)) return "is a mount point";
+        if (item.status.isBeyondMountOf(item.parentStatus)) return tr("is a mount point");
         return std::nullopt;
     }
 
     const HomeFolders& home_;
     const std::vector<std::string>& mountPoints_;
     platform::SystemCalls& system_;
+    Inside inside_;
     HeldTreeCheck tree_;
 };
 
@@ -174,7 +184,8 @@ std::vector<std::string> ShredArguments::paths() const {
 ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
                                    const std::string& home,
                                    const std::vector<std::string>& mountPoints,
-                                   platform::SystemCalls& system, Links links) {
+                                   platform::SystemCalls& system, Links links,
+                                   const std::function<bool()>& stop, Inside inside) {
     std::vector<Candidate> candidates;
     std::vector<std::string> paths;
     std::unordered_map<std::string, std::size_t> known;
@@ -195,8 +206,9 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
     std::vector<bool> refused(held.size());
     ShredArguments checked;
     HomeFolders homeFolders(home, system);
-    Judge judge(homeFolders, mountPoints, system);
+    Judge judge(homeFolders, mountPoints, system, stop, inside);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (stop && stop()) return {};
         std::string reason = candidates[i].reason;
         if (reason.empty()) {
             const std::size_t item = candidates[i].item;
@@ -205,6 +217,7 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
         }
         if (!reason.empty()) checked.complaints.push_back({arguments[i], reason});
     }
+    if (stop && stop()) return {};  // what was looked into last may not be known to its end
     checked.items.reserve(held.size());
     for (std::size_t i = 0; i < held.size(); ++i) {
         if (!refused[i]) checked.items.push_back(std::move(held[i]));
@@ -214,11 +227,12 @@ ShredArguments checkShredArguments(const std::vector<std::string>& arguments,
 }
 
 Result<ShredArguments> checkShredArguments(const std::vector<std::string>& arguments,
-                                           platform::SystemCalls& system, Links links) {
+                                           platform::SystemCalls& system, Links links,
+                                           const std::function<bool()>& stop, Inside inside) {
     const Result<std::vector<std::string>> mounted = platform::mountPoints();
     if (!mounted) return mounted.error();
-    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system,
-                               links);
+    return checkShredArguments(arguments, platform::homeDirectory(), mounted.value(), system, links,
+                               stop, inside);
 }
 
 }  // namespace dorvanel

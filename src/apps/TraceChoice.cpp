@@ -28,10 +28,16 @@ bool TraceChoice::isChosen(const std::string& application, const std::string& ki
 }
 
 Result<Done> TraceChoice::select(const std::string& application, const Kinds& kinds) {
+    return select({{application, kinds}});
+}
+
+Result<Done> TraceChoice::select(const std::map<std::string, Kinds>& kinds) {
     auto choice = chosen();
-    Kinds& ofApplication = choice[application];
-    for (const std::string& kind : kinds) {
-        if (!holds(ofApplication, kind)) ofApplication.push_back(kind);
+    for (const auto& [application, added] : kinds) {
+        Kinds& ofApplication = choice[application];
+        for (const std::string& kind : added) {
+            if (!holds(ofApplication, kind)) ofApplication.push_back(kind);
+        }
     }
     return store(choice);
 }
@@ -46,12 +52,20 @@ Result<Done> TraceChoice::deselect(const std::string& application, const Kinds& 
 }
 
 Result<Done> TraceChoice::store(const std::map<std::string, Kinds>& choice) {
+    const auto former = chosen();
+    set(choice);
+    Result<Done> stored = defaults_.synchronize();
+    // Else it would be stored after all, with whatever is changed next.
+    if (!stored) set(former);
+    return stored;
+}
+
+void TraceChoice::set(const std::map<std::string, Kinds>& choice) {
     if (choice.empty()) {
         defaults_.removeObjectForKey(preferenceKey);
     } else {
         defaults_.setDictionary(choice, preferenceKey);
     }
-    return defaults_.synchronize();
 }
 
 }  // namespace dorvanel

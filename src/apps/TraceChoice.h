@@ -27,11 +27,14 @@ class TraceChoice {
 
     /// Adds kinds, and stores the choice. On failure it is as it was in the file.
     Result<Done> select(const std::string& application, const Kinds& kinds);
+    /// The same for several applications, all or none of them.
+    Result<Done> select(const std::map<std::string, Kinds>& kinds);
     /// Takes kinds away, all of the application's where `kinds` is empty, and stores the choice.
     Result<Done> deselect(const std::string& application, const Kinds& kinds);
 
   private:
     Result<Done> store(const std::map<std::string, Kinds>& choice);
+    void set(const std::map<std::string, Kinds>& choice);
 
     platform::UserDefaults& defaults_;
 };

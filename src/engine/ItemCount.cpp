@@ -15,8 +15,9 @@ using platform::SystemCalls;
 
 class Counter final : public TreeVisitor {
   public:
-    Counter(SystemCalls& system, const TreeWalk& walk, std::string folder, ItemCount& count)
-        : system_(system), walk_(walk), folder_(std::move(folder)), count_(count) {}
+    Counter(SystemCalls& system, const TreeWalk& walk, std::string folder,
+            const std::function<bool()>& stop, ItemCount& count)
+        : system_(system), walk_(walk), folder_(std::move(folder)), stop_(stop), count_(count) {}
 
     int enter(const TreeEntry& entry) override {
         if (entry.kind == EntryKind::folder) {
@@ -46,7 +47,7 @@ class Counter final : public TreeVisitor {
     void missed(const std::string& relativePath, int code) override {
         couldNotRead(relativePath, code);
     }
-    bool stops() override { return false; }
+    bool stops() override { return stop_ && stop_(); }
 
   private:
     void couldNotRead(const std::string& relativePath, int code) {
@@ -61,12 +62,14 @@ class Counter final : public TreeVisitor {
     SystemCalls& system_;
     const TreeWalk& walk_;
     std::string folder_;
+    const std::function<bool()>& stop_;
     ItemCount& count_;
 };
 
 }  // namespace
 
-ItemCount countItem(SystemCalls& system, const std::string& path) {
+ItemCount countItem(SystemCalls& system, const std::string& path,
+                    const std::function<bool()>& stop) {
     ItemCount count;
     const ItemPath parts(path);
     const int folder = system.openReference(SystemCalls::workingFolder, parts.folder.c_str(),
@@ -83,7 +86,7 @@ ItemCount countItem(SystemCalls& system, const std::string& path) {
     }
     if (result >= 0) {
         TreeWalk walk(system);
-        Counter counter(system, walk, parts.folder, count);
+        Counter counter(system, walk, parts.folder, stop, count);
         walk.walkEntry({folder, parts.name.c_str(), status.kind, &in}, TreeWalk::Order::forward,
                        counter);
     } else if (result != -ENOENT) {

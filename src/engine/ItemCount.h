@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,7 +26,9 @@ struct ItemCount {
 };
 
 /// Counts an item by one walk, relative to open folders, onto no other mount and through no link.
-/// Changes nothing. Nothing is counted where there is nothing.
-ItemCount countItem(platform::SystemCalls& system, const std::string& path);
+/// Changes nothing. Nothing is counted where there is nothing. `stop`, which may be empty, is asked
+/// before each entry; where it says true, the count ends with what has been counted.
+ItemCount countItem(platform::SystemCalls& system, const std::string& path,
+                    const std::function<bool()>& stop = {});
 
 }  // namespace dorvanel

@@ -23,7 +23,30 @@ void ProgressReport::setName(std::string_view name) {
 void ProgressReport::setPercent(double percent) {
     percent_ = percent;
     percentPending_ = true;
+    state_.phase = ui::WorkPhase::overwriting;
+    statePending_ = true;
     showIfDue();
+}
+
+void ProgressReport::setItem(std::size_t number, std::size_t count, const std::string& path) {
+    if (work_ == nullptr) return;
+    state_.item = number;
+    state_.items = count;
+    state_.path = path;
+    statePending_ = true;
+}
+
+void ProgressReport::setBytes(std::uint64_t done, std::uint64_t total) {
+    state_.done = done;
+    state_.total = total;
+    statePending_ = true;
+}
+
+void ProgressReport::enter(ui::WorkPhase phase) {
+    if (phase == ui::WorkPhase::none) state_ = {};
+    state_.phase = phase;
+    statePending_ = true;
+    flush();
 }
 
 void ProgressReport::showIfDue() {
@@ -52,6 +75,8 @@ void ProgressReport::show() {
         shreddingProgress_.display();
         percentPending_ = false;
     }
+    if (statePending_ && work_ != nullptr) work_->show(state_);
+    statePending_ = false;
 }
 
 }  // namespace dorvanel

@@ -17,6 +17,8 @@ std::FILE* gLog = nullptr;
 std::mutex gLogMutex;
 /// Why the last opening failed.
 std::optional<Error> gTrouble;
+/// How many silences this thread is in.
+thread_local int gSilences = 0;
 
 }  // namespace
 
@@ -48,6 +50,14 @@ std::optional<Error> activityLogTrouble() {
     return gTrouble;
 }
 
+LogSilence::LogSilence() {
+    ++gSilences;
+}
+
+LogSilence::~LogSilence() {
+    --gSilences;
+}
+
 std::string onOneLine(std::string_view name) {
     std::string line(name);
     std::ranges::replace_if(
@@ -56,6 +66,7 @@ std::string onOneLine(std::string_view name) {
 }
 
 void kalvet_logger(std::string_view message) {
+    if (gSilences > 0) return;
     const std::lock_guard lock(gLogMutex);
     if (gLog == nullptr) return;
     const std::time_t now = std::time(nullptr);

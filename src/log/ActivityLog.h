@@ -26,6 +26,16 @@ std::optional<Error> activityLogTrouble();
 /// are; an empty one makes a separator line.
 void kalvet_logger(std::string_view message);
 
+/// While one lives, what its thread writes to the log is dropped, whether the log is open or not:
+/// who only looks takes the steps of a run and has nothing to tell.
+class LogSilence {
+  public:
+    LogSilence();
+    ~LogSilence();
+    LogSilence(const LogSilence&) = delete;
+    LogSilence& operator=(const LogSilence&) = delete;
+};
+
 /// A name for the log, which anybody may have chosen: a blank stands for each line break in it, so
 /// that it forges no line.
 std::string onOneLine(std::string_view name);

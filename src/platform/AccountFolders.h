@@ -19,6 +19,9 @@ Result<Done> useHomeDirectory(const std::string& folder);
 /// Whether a folder stands in for the home folder by `useHomeDirectory`.
 [[nodiscard]] bool isHomeDirectoryReplaced();
 
+/// Whether the home folder is the one that the account's entry in the user database names.
+[[nodiscard]] bool isHomeDirectoryTheAccounts();
+
 /// Fails where HOME is empty or relative: "~" would then be the root folder, or lie below the
 /// folder that the program happens to stand in. Also where HOME is unset and the account has no
 /// home folder.

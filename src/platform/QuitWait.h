@@ -13,8 +13,10 @@ class QuitWait {
     virtual ~QuitWait() = default;
     /// Returns true after `time`, or false as soon as the waiting was cancelled. Main thread.
     virtual bool wait(std::chrono::microseconds time) = 0;
-    /// Ends this wait, and every later one before it begins. Any thread.
+    /// Ends this wait, and every later one before it begins, until `renew`. Any thread.
     virtual void cancel() = 0;
+    /// Lets later waits be waits again. Main thread.
+    virtual void renew() = 0;
 };
 
 /// One that sleeps, for programs whose main thread has nothing to draw.

@@ -12,4 +12,7 @@ std::string resourcesFolder();
 /// Where the shipped descriptions of applications lie: in ../share/dorvanel/applications, likewise.
 std::string catalogueFolder();
 
+/// Where the translations of the terminal program lie: in ../share/locale, likewise.
+std::string translationsFolder();
+
 }  // namespace dorvanel::platform

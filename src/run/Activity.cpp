@@ -30,6 +30,11 @@ void ActivityState::giveUp() {
     }
 }
 
+bool ActivityState::cancel() {
+    return change(Activity::waitingForApplications, Activity::givenUp) ||
+           change(Activity::collecting, Activity::givenUp);
+}
+
 bool ActivityState::change(Activity from, Activity to) {
     if (!now_.compare_exchange_strong(from, to)) return false;
     if (changed_) changed_(to);

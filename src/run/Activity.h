@@ -14,7 +14,7 @@ enum class Activity {
     collecting,              ///< the processes are listed, the collectors fill the shred list
     shredding,               ///< the worker is at work
     ending,   ///< the worker writes its closing lines and ends the session, if at all
-    givenUp,  ///< the program was asked to quit in time: the run unwinds, untouched
+    givenUp,  ///< given up before anything was touched: the run unwinds
 };
 
 /// The one place that knows what is going on. Whatever wants to start something asks it, by
@@ -41,6 +41,10 @@ class ActivityState {
     /// The program is asked to quit. A run that has not reached its worker is given up. The work of
     /// one that has goes on. Can be called from any thread at any moment; again does nothing.
     void giveUp();
+
+    /// Gives up a run that waits for applications or collects; the program goes on. False, and
+    /// nothing changed, at any other step. Any thread.
+    bool cancel();
 
   private:
     bool change(Activity from, Activity to);

@@ -36,6 +36,7 @@ class Collecting {
           collected_(collected) {
         for (const TraceItem& item : found.items) {
             if (std::ranges::find(request.kinds, item.trace->kind) == request.kinds.end()) continue;
+            if (!isAllowed(item.path, item)) continue;
             items_.push_back(&item);
             if (item.action == Action::shred) whole_.insert(item.path);
         }
@@ -54,7 +55,9 @@ class Collecting {
             if (item->action == Action::shred) {
                 shred(item->path, *item);
             } else if (!whole_.contains(item->path)) {
-                for (const std::string& leftover : leftovers_[item->path]) shred(leftover, *item);
+                for (const std::string& leftover : leftovers_[item->path]) {
+                    if (isAllowed(leftover, *item)) shred(leftover, *item);
+                }
                 take(*item);
             }
         }
@@ -69,6 +72,17 @@ class Collecting {
         Counts counts;
         PreparedFile prepared;
     };
+
+    /// Whether the limit leaves it to be taken. Rows and keys that have come since are not counted:
+    /// nobody has looked for them.
+    [[nodiscard]] bool isAllowed(const std::string& path, const TraceItem& item) {
+        const RunLimit* limit = request_.limit;
+        if (limit == nullptr || limit->allows(path, item.trace->kind)) return true;
+        if (item.action != Action::shred || limit->isKnown(path)) return false;
+        kalvet_logger("Skip: " + pathFromHome(path) + " (not in the preview)");
+        ++collected_.leftByLimit;
+        return false;
+    }
 
     [[nodiscard]] bool onlyLooks() const { return request_.purpose == CollectingPurpose::looking; }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "engine/Plan.h"
 #include "platform/SystemCalls.h"
 #include "run/RunItem.h"
+#include "run/RunLimit.h"
 #include "targets/cleaning/Cleaning.h"
 
 namespace dorvanel {
@@ -42,6 +44,7 @@ struct CollectedTraces {
     std::vector<RunItem> items{};  ///< all of it, in the order of the log
     std::vector<PlanSkip> skips{};
     std::vector<Outcome::Trouble> troubles{};  ///< with what was passed over
+    std::uint64_t leftByLimit = 0;             ///< places that the limit knew nothing of
 };
 
 /// What is to be collected of one application. All of it outlives the collecting, and the entry
@@ -52,6 +55,7 @@ struct TracesRequest {
     CollectingPurpose purpose;
     cleaning::Cleaner& cleaner;
     const std::function<bool()>& stop;  ///< asked now and then
+    const RunLimit* limit = nullptr;    ///< beyond which nothing is taken; null: none
 };
 
 /// Adds what there is of the chosen kinds, and writes a line of each to the Activity Log.

@@ -1,11 +1,48 @@
 // SPDX-License-Identifier: MIT
 #include "run/RunCollection.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
 #include <utility>
 
-namespace dorvanel {
+#include "log/ActivityLog.h"
 
-bool RunCollection::collect(bool withQuicktime, const std::function<bool()>& stop) {
+namespace dorvanel {
+namespace {
+
+bool isThere(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, error));
+}
+
+}  // namespace
+
+bool RunCollection::collect(bool withQuicktime, const std::function<bool()>& stop,
+                            const RunLimit* limit) {
+    leftByLimit_ = 0;
+    if (limit != nullptr) {
+        parts_.collectors.limitTo([this, limit](const std::string& path) {
+            if (limit->allows(path)) return true;
+            if (!limit->isKnown(path) && isThere(path)) ++leftByLimit_;
+            return false;
+        });
+    }
+    const bool isWhole = collectAll(withQuicktime, stop, limit);
+    parts_.collectors.limitTo({});
+    leftByLimit_ += parts_.traces.leftByLimit();
+    if (leftByLimit_ > 0) {
+        kalvet_logger(fmt::format("Came after the preview, and left for the next run: {} item{}",
+                                  leftByLimit_, leftByLimit_ == 1 ? "" : "s"));
+        kalvet_logger("");
+    }
+    return isWhole;
+}
+
+bool RunCollection::collectAll(bool withQuicktime, const std::function<bool()>& stop,
+                               const RunLimit* limit) {
     described_.clear();
     running_.clear();
     for (const SupportedApplication* application : runOrder) {
@@ -32,7 +69,7 @@ bool RunCollection::collect(bool withQuicktime, const std::function<bool()>& sto
         parts_.collectors.QuicktimeCache();
         noteItems(before, {});
     }
-    parts_.traces.collect(stop, purpose_);
+    parts_.traces.collect(stop, purpose_, limit);
     return !stop();
 }
 
@@ -78,6 +115,14 @@ std::vector<std::string> RunCollection::skipped() const {
 
 std::vector<std::string> RunCollection::takeUsedJournals() {
     return std::exchange(usedJournals_, {});
+}
+
+std::string RunCollection::nameIfRunning(const std::string& application) const {
+    const auto* it = std::ranges::find(applications, application, &SupportedApplication::name);
+    if (it == std::end(applications)) return parts_.traces.nameIfRunning(application);
+    const BrowserWatch& watch = parts_.browserWatch;
+    const bool runs = !watch.isKnown() || isRunning(*it, watch.isRunning());
+    return runs ? std::string(it->shownName()) : std::string();
 }
 
 std::vector<RunItem> RunCollection::items() {

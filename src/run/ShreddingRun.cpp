@@ -44,32 +44,50 @@ void ShreddingRun::shredAndRestart() {
     shred();
 }
 
+void ShreddingRun::shredPlanned(const Plan& shown) {
+    const RunLimit limit(shown);
+    mShutdownStatus = nothing;
+    shredWithin(&limit);
+}
+
 void ShreddingRun::shred() {
-    if (mAwaitingConfirmation == 1) return refuse(reasonToRefuse(), false);
+    shredWithin(nullptr);
+}
+
+/// `limit`: the most that may be taken, which somebody has agreed to; null where nobody has yet.
+void ShreddingRun::shredWithin(const RunLimit* limit) {
+    const StartedBy who = std::exchange(next_, {});
+    if (mAwaitingConfirmation == 1) return refuse(reasonToRefuse(), false, who);
     // Without the preferences nobody knows what to take, nor whether to ask.
-    if (!parts_.preferencesInstance.areKnown()) return refuse(Refusal::preferencesUnknown, false);
+    if (!parts_.preferencesInstance.areKnown()) {
+        return refuse(Refusal::preferencesUnknown, false, who);
+    }
     mAwaitingConfirmation = 1;
     ending_ = mShutdownStatus;
-    if (mThreadCount == 0) waitForWorker();  // it may still be at its closing lines
+    // It may still be at its closing lines. A countdown needs the main thread.
+    if (mThreadCount == 0 && !countingDown_) waitForWorker();
     const bool begun = state_.begin(Activity::asking);
     lookAtProcessesUnwatched();
     startLog();
-    if (refused(begun)) return;
+    if (refused(begun, who)) return;
+    startedBy_ = who;
 
     kalvet_logger("Dorvanel Initiated");
     kalvet_logger("");
-    if (!confirmed()) return;
+    if (!confirmed(limit != nullptr)) return;
     if (ending_ != nothing && !applicationsQuit()) return;
     if (!goesOn(Activity::collecting)) return;
     parts_.browserWatch.HandleBrowserWatchTimer(nullptr);
-    if (!collect()) return end(RunResult::givenUp);
+    if (!collect(limit)) return endGivenUp();
     if (hasNothingToDo()) {
         kalvet_logger("Nothing selected to shred");
         return end(RunResult::nothingSelected);
     }
     if (!goesOn(Activity::shredding)) return;
     kalvet_logger("Start Shredding Now");
-    startWorker({.ending = ending_, .closesLog = true});
+    left_ = {};
+    parts_.fileAccessInstance.clearStop();
+    startWorker({.ending = ending_, .closesLog = true, .startedBy = startedBy_});
     mAwaitingConfirmation = 0;
 }
 
@@ -86,12 +104,12 @@ void ShreddingRun::startLog() {
     if (!parts_.preferencesInstance.boolForKey("ActivityLog")) kalvet_logger_close();
 }
 
-bool ShreddingRun::refused(bool begun) {
+bool ShreddingRun::refused(bool begun, const StartedBy& who) {
     if (!begun) {
         kalvet_logger("Dorvanel *not* Initiated - thread already running");
         kalvet_logger("");
         mAwaitingConfirmation = 0;
-        refuse(Refusal::atWork, false);
+        refuse(Refusal::atWork, false, who);
         return true;
     }
     if (mAppNeedsToTerminate == 1 || isQuitting()) {
@@ -100,7 +118,7 @@ bool ShreddingRun::refused(bool begun) {
         // mAwaitingConfirmation stays 1: the application is about to go, and no run may start.
         state_.end();
         parts_.application.replyToApplicationShouldTerminate(true);
-        refuse(Refusal::quitting, false);
+        refuse(Refusal::quitting, false, who);
         return true;
     }
     return false;
@@ -116,7 +134,6 @@ bool ShreddingRun::askOf(const std::string& title, const std::string& message,
     kalvet_logger(lineOfNo);
     parts_.browserWatch.disableProcessDisplay();
     // mLogoutShutdownRestart stays as it is: a later plain run still takes the QuickTime cache.
-    mShutdownStatus = nothing;
     end(RunResult::cancelled);
     return false;
 }
@@ -124,15 +141,22 @@ bool ShreddingRun::askOf(const std::string& title, const std::string& message,
 /// Whether the run is at this step now; if not, it was given up, and has ended.
 bool ShreddingRun::goesOn(Activity step) {
     if (state_.goOn(step)) return true;
-    end(RunResult::givenUp);
+    endGivenUp();
     return false;
 }
 
-bool ShreddingRun::confirmed() {
+void ShreddingRun::endGivenUp() {
+    if (isQuitting()) return end(RunResult::givenUp);
+    kalvet_logger("User selected Cancel - Dorvanel Cancelled");
+    parts_.browserWatch.disableProcessDisplay();
+    end(RunResult::cancelled);
+}
+
+bool ShreddingRun::confirmed(bool isAgreed) {
     std::string summary = itemSummary(parts_.preferencesInstance);
     const std::string ofToday = parts_.traces.summary();
     if (!ofToday.empty()) summary += (summary.empty() ? "" : ", ") + ofToday;
-    if (parts_.preferencesInstance.boolForKey("ConfirmShredding")) {
+    if (!isAgreed && parts_.preferencesInstance.boolForKey("ConfirmShredding")) {
         parts_.myWindow.center();
         parts_.myWindow.makeKeyAndOrderFront();
         const std::string message = "Are you sure you want to shred these items: " + summary + " ?";
@@ -168,6 +192,7 @@ bool ShreddingRun::applicationsQuit() {
     watch.HandleBrowserWatchTimer(nullptr);
     kalvet_logger("");
 
+    parts_.quitWait.renew();  // before the step, so that a quit request that comes now is not lost
     if (!goesOn(Activity::waitingForApplications)) return false;
     const std::int16_t running = KillEveryone(parts_.processes, parts_.traces, parts_.quitWait);
     if (!goesOn(Activity::asking)) return false;
@@ -183,9 +208,12 @@ bool ShreddingRun::applicationsQuit() {
 
 /// Has the collectors fill the shred list, application by application. False when the run was given
 /// up meanwhile.
-bool ShreddingRun::collect() {
-    const bool isWhole = collection_.collect(
-        mLogoutShutdownRestart == 1, [this] { return state_.now() != Activity::collecting; });
+bool ShreddingRun::collect(const RunLimit* limit) {
+    const auto stop = [this] {
+        parts_.observer.stillCollecting();
+        return state_.now() != Activity::collecting;
+    };
+    const bool isWhole = collection_.collect(mLogoutShutdownRestart == 1, stop, limit);
     if (isWhole) mLogoutShutdownRestart = 0;
     return isWhole;
 }
@@ -197,6 +225,15 @@ bool ShreddingRun::hasNothingToDo() const {
 void ShreddingRun::giveUp() {
     state_.giveUp();
     parts_.quitWait.cancel();
+    if (parts_.countdown != nullptr) parts_.countdown->strike();
+}
+
+void ShreddingRun::stop() {
+    if (activity() == Activity::shredding) parts_.fileAccessInstance.requestPause();
+}
+
+void ShreddingRun::cancel() {
+    if (state_.cancel()) parts_.quitWait.cancel();
 }
 
 bool ShreddingRun::putOffQuit() {
@@ -208,6 +245,12 @@ bool ShreddingRun::putOffQuit() {
 void ShreddingRun::end(RunResult result) {
     RunReport report;
     report.result = result;
+    report.startedBy = startedBy_;
+    report.ending = endingOf(ending_);
+    if (result == RunResult::cancelled) {
+        mShutdownStatus = nothing;
+        parts_.mPathArray.clear();
+    }
     if (result == RunResult::nothingSelected) {
         addSkipped(report);
         report.listingUnknown = !parts_.browserWatch.isKnown();
@@ -229,13 +272,15 @@ void ShreddingRun::addSkipped(RunReport& report) const {
     report.skipped = collection_.skipped();
     report.plan.skipped = collection_.skips();
     report.catalogueFaults = parts_.traces.faults();
+    report.leftForNextRun = collection_.leftByLimit();
 }
 
-void ShreddingRun::refuse(Refusal refusal, bool handedOver) {
+void ShreddingRun::refuse(Refusal refusal, bool handedOver, const StartedBy& who) {
     RunReport report;
     report.result = RunResult::notInitiated;
     report.refusal = refusal;
     report.handedOver = handedOver;
+    report.startedBy = who;
     parts_.observer.runEnded(report);
 }
 

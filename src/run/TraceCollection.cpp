@@ -53,7 +53,8 @@ std::int16_t TraceCollection::stillRunning() {
     return static_cast<std::int16_t>(parts_.running.running(entries).size());
 }
 
-void TraceCollection::collect(const std::function<bool()>& stop, Purpose purpose) {
+void TraceCollection::collect(const std::function<bool()>& stop, Purpose purpose,
+                              const RunLimit* limit) {
     clear();
     const auto chosen = load();
     if (chosen.empty()) return;
@@ -79,7 +80,8 @@ void TraceCollection::collect(const std::function<bool()>& stop, Purpose purpose
                            .kinds = kinds,
                            .purpose = purpose,
                            .cleaner = *cleaner_,
-                           .stop = stop},
+                           .stop = stop,
+                           .limit = limit},
                           parts_.system, collected_);
         }
         kalvet_logger("");
@@ -102,6 +104,12 @@ void TraceCollection::clear() {
     faults_.clear();
     filesCleaned_ = 0;
     rowsRemoved_ = 0;
+}
+
+std::string TraceCollection::nameIfRunning(const std::string& id) const {
+    const catalogue::Entry* entry = catalogue_.find(id);
+    if (entry == nullptr) return id;
+    return parts_.running.running({entry}).empty() ? std::string() : entry->name;
 }
 
 bool TraceCollection::isEmpty() const {

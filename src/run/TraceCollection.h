@@ -55,7 +55,9 @@ class TraceCollection final : public OtherApplications {
     /// Finds what is chosen, prepares what is to be cleaned, and writes the lines of it to the
     /// Activity Log. Where nothing is chosen this does nothing at all. `stop` is asked now and
     /// then. Main thread.
-    void collect(const std::function<bool()>& stop, Purpose purpose = Purpose::shredding);
+    /// Beyond `limit` nothing is taken; null: there is none.
+    void collect(const std::function<bool()>& stop, Purpose purpose = Purpose::shredding,
+                 const RunLimit* limit = nullptr);
     /// Forgets what was collected; files that were prepared go.
     void clear();
 
@@ -67,8 +69,12 @@ class TraceCollection final : public OtherApplications {
     [[nodiscard]] std::vector<RunItem>& items() { return collected_.items; }
     /// What is passed over, and why.
     [[nodiscard]] const std::vector<PlanSkip>& skips() const { return collected_.skips; }
+    /// How many places there are that the limit knew nothing of, and which were left.
+    [[nodiscard]] std::uint64_t leftByLimit() const { return collected_.leftByLimit; }
     /// Applications that were left alone because they run, by name.
     [[nodiscard]] const std::vector<std::string>& skipped() const { return skipped_; }
+    /// The name of a described application if it runs, or may; else "". Main thread.
+    [[nodiscard]] std::string nameIfRunning(const std::string& id) const;
     /// Faults of descriptions, each a line for people.
     [[nodiscard]] const std::vector<std::string>& faults() const { return faults_; }
 

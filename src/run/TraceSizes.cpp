@@ -25,6 +25,13 @@ class Count {
         : system_(system), cleaner_(cleaner), stop_(stop), sizes_(sizes) {}
 
     void add(const traces::TraceItem& item, TraceSize& size) {
+        const std::size_t unseen = sizes_.unseen.size();
+        addItem(item, size);
+        size.isWhole = size.isWhole && sizes_.unseen.size() == unseen;
+    }
+
+  private:
+    void addItem(const traces::TraceItem& item, TraceSize& size) {
         if (item.action == Action::clean) {
             addCounts(item.path,
                       cleaner_.countRows(
@@ -42,7 +49,6 @@ class Count {
         }
     }
 
-  private:
     void addCounts(const std::string& path,
                    const cleaning::Cleaned<std::vector<std::uint64_t>>& counts,
                    std::uint64_t& sum) {
@@ -54,7 +60,7 @@ class Count {
     }
 
     void addFiles(const std::string& path, bool isEmptied, TraceSize& size) {
-        const ItemCount count = countItem(system_, path);
+        const ItemCount count = countItem(system_, path, stop_);
         if (isEmptied && count.bytes == 0) return;
         size.files += count.files;
         size.bytes += count.bytes;
@@ -84,6 +90,8 @@ TraceSizes countTraces(const catalogue::Entry& entry, platform::SystemCalls& sys
     for (const traces::Obstacle& obstacle : found.obstacles) {
         sizes.unseen.push_back(line(obstacle.path, obstacle.reason));
     }
+    // Nobody knows which kinds an obstacle hides.
+    for (TraceSize& size : sizes.traces) size.isWhole = found.obstacles.empty();
     Count count(system, cleaner, stop, sizes);
     for (const traces::TraceItem& item : found.items) {
         if (stop()) break;

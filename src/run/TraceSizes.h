@@ -19,6 +19,7 @@ struct TraceSize {
     std::uint64_t bytes = 0;                  ///< in them
     std::uint64_t rows = 0;                   ///< that databases would lose
     std::uint64_t keys = 0;                   ///< that JSON files would lose
+    bool isWhole = true;                      ///< nothing of it was out of sight
     [[nodiscard]] bool isNothing() const { return files == 0 && rows == 0 && keys == 0; }
 };
 

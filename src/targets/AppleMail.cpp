@@ -40,13 +40,16 @@ void Collectors::collectAccount(const std::string& account) {
     const bool trash = isOn("ShredMailTrash");
     for (const char* name : {"Deleted Items.mbox", "Deleted Messages.mbox", "Trash.mbox"}) {
         const std::string path = appendingPathComponent(account, name);
+        if (trash && !mayTake(path)) continue;
         kalvet_logger(onOneLine(trash ? path : "Skip: " + path));
         if (trash) mPathArray.push_back(path);
     }
     // The junk mailbox has the same line whether it is taken or not.
     const std::string junk = appendingPathComponent(account, "Junk.mbox");
+    const bool takesJunk = isOn("ShredAppleMailJunk");
+    if (takesJunk && !mayTake(junk)) return;
     kalvet_logger(onOneLine(junk));
-    if (isOn("ShredAppleMailJunk")) mPathArray.push_back(junk);
+    if (takesJunk) mPathArray.push_back(junk);
 }
 
 void Collectors::AppleMail20() {
@@ -66,6 +69,7 @@ void Collectors::updateIndex(const std::string& indexPath) {
             "Envelope Index does not exist - launch Mail 2 to create an Envelope Index database");
         return;
     }
+    if (!mayTake(indexPath)) return;
     std::unique_ptr<platform::CleaningCalls> calls;  // of an index that is only looked at
     if (onlyLooks_) calls = platform::makeCleaningCalls();
     const auto index = onlyLooks_ ? EnvelopeIndex::openToLook(indexPath, clock_, *calls)

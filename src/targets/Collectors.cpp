@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "targets/Collectors.h"
 
+#include "log/ActivityLog.h"
+
 namespace dorvanel {
 
 Collectors::Collectors(std::vector<std::string>& pathArray, PreferenceReader& preferences,
@@ -35,6 +37,12 @@ bool Collectors::isEnabled(std::string_view application) {
 
 bool Collectors::isOn(BoolKey key) const {
     return preferencesInstance.boolForKey(key);
+}
+
+bool Collectors::mayTake(const std::string& path) const {
+    if (!mayTake_ || mayTake_(path)) return true;
+    kalvet_logger(onOneLine("Skip: " + path) + " -- not in the preview");
+    return false;
 }
 
 }  // namespace dorvanel

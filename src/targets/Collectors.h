@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -62,6 +63,12 @@ class Collectors {
     /// From now on nothing is changed: the message index is looked at only. `files` must be such
     /// that moves and copies nothing either.
     void onlyLook() { onlyLooks_ = true; }
+
+    /// From now on only what `mayTake` says yes to is taken, moved or cleaned, by the path where it
+    /// lies; empty: everything.
+    void limitTo(std::function<bool(const std::string& path)> mayTake) {
+        mayTake_ = std::move(mayTake);
+    }
 
     /// Does what the row says: one of the operations below.
     void collect(const CollectorRow& row);
@@ -125,6 +132,8 @@ class Collectors {
   private:
     [[nodiscard]] bool isEnabled(std::string_view application);
     [[nodiscard]] bool isOn(BoolKey key) const;
+    /// Whether the limit, where there is one, leaves the path to be taken; if not, a line says so.
+    [[nodiscard]] bool mayTake(const std::string& path) const;
 
     /// With no name to ask for, the targets belong to no application.
     void collectFixedPaths(const FixedPathTargets& targets, std::string_view enableName);
@@ -155,6 +164,7 @@ class Collectors {
     std::optional<CleanedIndex> cleanedIndex_;
     std::map<std::string, std::string> movedFrom_;
     bool onlyLooks_ = false;
+    std::function<bool(const std::string& path)> mayTake_;
 };
 
 }  // namespace dorvanel

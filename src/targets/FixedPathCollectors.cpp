@@ -68,7 +68,11 @@ void Collectors::collectGroup(const FixedPathGroup& group) {
 }
 
 void Collectors::collectPath(bool on, const FixedPath& target) {
-    if (on) mPathArray.push_back(platform::expandingTilde(std::string(target.path())));
+    if (on) {
+        const std::string path = platform::expandingTilde(std::string(target.path()));
+        if (!mayTake(path)) return;
+        mPathArray.push_back(path);
+    }
     kalvet_logger(on ? "Shred: " + std::string(target.shredAs())
                      : "Skip: " + std::string(target.skipAs()));
 }

@@ -29,6 +29,9 @@ void Collectors::swapSpam(const std::string& templateFolder) {
     const std::string spam = platform::expandingTilde("~/Mail/Mailsmith User Data/Mail/(spam)");
     const std::string parked =
         platform::expandingTilde("~/Mail/Mailsmith User Data/Mail/(dorvanelspam)");
+    // What lies parked from an earlier run goes by its own name.
+    const bool takesOnlyParked = files_.fileExistsAtPath(parked) || !files_.fileExistsAtPath(spam);
+    if (!mayTake(takesOnlyParked ? parked : spam)) return;
     if (!files_.movePath(spam, parked)) {
         kalvet_logger("Skip: ~/Mail/Mailsmith User Data/Mail/(spam) -- move (spam) failed");
         kalvet_logger(

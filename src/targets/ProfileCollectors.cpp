@@ -104,6 +104,7 @@ void Collectors::collectPaths(BoolKey key, const std::vector<std::string>& paths
     const bool on = isOn(key);
     kalvet_logger(on ? "Shred:" : "Skip:");
     for (const std::string& path : paths) {
+        if (on && !mayTake(path)) continue;
         kalvet_logger(onOneLine(path));
         if (on) mPathArray.push_back(path);
     }

@@ -80,7 +80,7 @@ void BrowserWatch::HandleBrowserWatchTimer(ui::Timer* sender) {
         showStatus(kHaveQuit);
         browserWatchWasRunning = 0;
     }
-    if (anEnabledApplicationHasQuit() && sender != nullptr) owner_.shredAndNothing();
+    if (!haveQuit().empty() && sender != nullptr) owner_.shredAndNothing();
 }
 
 std::int16_t BrowserWatch::CheckStatus(const std::string& command,
@@ -164,11 +164,15 @@ void BrowserWatch::setColor(const SupportedApplication& application, Color color
     (outlets_.*application.label)->setTextColor(color);
 }
 
-bool BrowserWatch::anEnabledApplicationHasQuit() const {
-    return std::ranges::any_of(applications, [this](const SupportedApplication& application) {
-        return mWasRunning.*application.flag == 1 && mIsRunning.*application.flag == 0 &&
-               mIsEnabled.*application.flag != 0;
-    });
+std::vector<std::string> BrowserWatch::haveQuit() const {
+    std::vector<std::string> names;
+    for (const SupportedApplication& application : applications) {
+        if (mWasRunning.*application.flag == 1 && mIsRunning.*application.flag == 0 &&
+            mIsEnabled.*application.flag != 0) {
+            names.emplace_back(application.name);
+        }
+    }
+    return names;
 }
 
 }  // namespace dorvanel

@@ -85,6 +85,8 @@ class BrowserWatch {
     /// Whether the latest pass could tell what runs.
     [[nodiscard]] bool isKnown() const { return known_; }
     [[nodiscard]] const bw_typedef& wasRunning() const { return mWasRunning; }
+    /// The enabled applications that ran at the pass before and run no longer, by name.
+    [[nodiscard]] std::vector<std::string> haveQuit() const;
     /// Ends the watch and shows nothing of it; the poll starts it again.
     void invalidateTimer();
     void showNotEnabled();
@@ -97,7 +99,6 @@ class BrowserWatch {
     void startWatching();
     void showStatus(std::string_view text);
     void setColor(const SupportedApplication& application, ui::Color color);
-    [[nodiscard]] bool anEnabledApplicationHasQuit() const;
 
     BrowserWatchServices services_;
     BrowserWatchOutlets outlets_;

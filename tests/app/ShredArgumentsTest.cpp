@@ -256,6 +256,14 @@ TEST_F(ShredArgumentsTest, WhatIsReachedByAnotherMountThanItsFolderIsAMountPoint
     EXPECT_EQ(refusals("sub/deep/disk"), "is a mount point");
     EXPECT_EQ(refusals("sub"), "holds the mount point \"" + at("work/sub/deep/disk") + "\"");
     EXPECT_EQ(refusals("sub/inner"), "");
+
+    // Who does not have the inside checked learns the rest all the same.
+    const auto left =
+        checkShredArguments({"sub", "sub/deep/disk"}, home, mountPoints, mounting,
+                            platform::SystemCalls::Links::follow, {}, ShredArguments::Inside::left);
+    EXPECT_EQ(left.paths(), Strings{at("work/sub")});
+    ASSERT_EQ(left.complaints.size(), 1U);
+    EXPECT_EQ(left.complaints[0].reason, "is a mount point");
 }
 
 TEST_F(ShredArgumentsTest, AFolderThatCannotBeLookedIntoIsRefusedUnlessItsOwnerClosedIt) {

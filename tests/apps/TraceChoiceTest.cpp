@@ -4,6 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+
 #include "prefs/PropertyListDefaults.h"
 #include "support/FakeUserDefaults.h"
 #include "support/Python.h"
@@ -77,6 +80,32 @@ TEST_F(TraceChoiceTest, TheStoredFormIsADictionaryOfArraysThatOthersCanReadAndWr
     EXPECT_THAT(
         TraceChoice(*openUserDefaults(path, fail)).chosen(),
         ElementsAre(Pair("firefox", ElementsAre("history")), Pair("lynx", ElementsAre("cache"))));
+}
+
+TEST_F(TraceChoiceTest, SeveralApplicationsAreSelectedAtOnce) {
+    EXPECT_TRUE(choice.select({{"firefox", {"cache"}}, {"chromium", {"cache", "logs"}}}));
+    EXPECT_THAT(choice.chosen(), ElementsAre(Pair("chromium", ElementsAre("cache", "logs")),
+                                             Pair("firefox", ElementsAre("cache"))));
+    EXPECT_EQ(std::ranges::count(defaults.calls, "synchronize"), 1);
+}
+
+TEST_F(TraceChoiceTest, WhatCouldNotBeStoredIsNotStoredWithWhatIsChangedNext) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "prefs.plist";
+    const auto ignore = [](const Error&) {};
+    const auto stored = openUserDefaults(path, ignore);
+    TraceChoice chosen(*stored);
+    EXPECT_TRUE(chosen.select("firefox", {"cache"}));
+    std::filesystem::rename(path, folder / "aside");
+    std::filesystem::create_directory(path);
+    EXPECT_FALSE(chosen.select("firefox", {"cookies"}));
+    EXPECT_FALSE(chosen.isChosen("firefox", "cookies"));
+    std::filesystem::remove(path);
+    std::filesystem::rename(folder / "aside", path);
+    EXPECT_TRUE(chosen.select("chromium", {"cache"}));
+    EXPECT_THAT(
+        TraceChoice(*openUserDefaults(path, ignore)).chosen(),
+        ElementsAre(Pair("chromium", ElementsAre("cache")), Pair("firefox", ElementsAre("cache"))));
 }
 
 TEST_F(TraceChoiceTest, AFailedSaveIsTold) {

@@ -91,5 +91,42 @@ TEST_F(ProgressReportTest, TheBeginningAndTheEndAreShownWithoutWaiting) {
     EXPECT_EQ(name.texts, std::vector<std::string>{""});
 }
 
+/// Remembers the states.
+class FakeWorkProgress final : public ui::WorkProgress {
+  public:
+    void show(const ui::WorkState& state) override { states.push_back(state); }
+    std::vector<ui::WorkState> states;
+};
+
+TEST(WorkStateTest, IsToldAsOftenAsTheBarWithItemBytesAndPhase) {
+    FakeProgressIndicator bar;
+    FakeTextField name;
+    FakeClock clock;
+    FakeWorkProgress work;
+    ProgressReport report(bar, name, clock, &work);
+    report.enter(ui::WorkPhase::measuring);
+    ASSERT_EQ(work.states.size(), 1U);
+    EXPECT_EQ(work.states[0].phase, ui::WorkPhase::measuring);
+    report.setItem(2, 5, "/a/b");
+    report.setBytes(30, 100);
+    EXPECT_EQ(work.states.size(), 1U) << "the next percentage brings them";
+    for (int i = 0; i < 1000; ++i) {
+        report.setBytes(30, 100);
+        report.setPercent(30);
+    }
+    EXPECT_EQ(work.states.size(), 2U) << "no time has passed";
+    EXPECT_EQ(work.states[1].phase, ui::WorkPhase::overwriting);
+    EXPECT_EQ(work.states[1].done, 30U);
+    EXPECT_EQ(work.states[1].total, 100U);
+    EXPECT_EQ(work.states[1].item, 2U);
+    EXPECT_EQ(work.states[1].items, 5U);
+    EXPECT_EQ(work.states[1].path, "/a/b");
+    report.enter(ui::WorkPhase::flushing);
+    EXPECT_EQ(work.states.back().phase, ui::WorkPhase::flushing);
+    EXPECT_EQ(work.states.back().done, 30U);
+    report.enter(ui::WorkPhase::none);
+    EXPECT_EQ(work.states.back().item, 0U) << "nothing stays of a request that has ended";
+}
+
 }  // namespace
 }  // namespace dorvanel::test

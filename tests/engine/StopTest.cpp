@@ -98,6 +98,58 @@ TEST_F(StopTest, WithTheLastFileNothingIsLeft) {
     EXPECT_THAT(namesIn(folder.path()), IsEmpty());
 }
 
+TEST_F(StopTest, WhatAPauseHasLeftIsFinishedByTheSameEngine) {
+    const std::string original = recognisable(3 * 131072);
+    writeFile(folder / "one/file", original);
+    writeFile(folder / "two", "untouched");
+    hardLink(folder / "one/file", folder / "same");
+    faulty.before = [&](const std::string& operation, const std::string&) {
+        if (operation == "writeAt") access.requestPause();
+    };
+    EXPECT_TRUE(shred({folder / "one", folder / "two"}).stopped);
+    EXPECT_EQ(readFile(folder / "two"), "untouched");
+    faulty.before = {};
+    std::vector<HeldItem> left = access.takeLeft();
+    ASSERT_THAT(left, SizeIs(2));
+    for (const HeldItem& item : left) {
+        EXPECT_EQ(item.parent, nullptr) << "nothing is held open";
+        EXPECT_EQ(item.item, nullptr);
+    }
+    EXPECT_EQ(left[1].path, folder / "two");
+    EXPECT_THAT(access.takeLeft(), SizeIs(1)) << "items that were not begun are told once";
+
+    access.clearStop();
+    access.shredItems(left);
+    EXPECT_FALSE(access.outcome().stopped);
+    EXPECT_THAT(access.outcome().left, IsEmpty());
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("same"));
+    EXPECT_EQ(readFile(folder / "same").find(original.substr(0, 32)), std::string::npos);
+}
+
+TEST_F(StopTest, WhatHasComeInThePlaceOfAnItemThatWasNotBegunStays) {
+    writeFile(folder / "one", "x");
+    writeFile(folder / "two", "old");
+    access.requestPause();
+    shred({folder / "one", folder / "two"});
+    std::vector<HeldItem> left = access.takeLeft();
+    fs::rename(folder / "two", folder / "moved");
+    writeFile(folder / "two", "new");
+    access.clearStop();
+    access.shredItems(left);
+    EXPECT_EQ(readFile(folder / "two"), "new");
+    EXPECT_EQ(readFile(folder / "moved"), "old");
+    EXPECT_FALSE(fs::exists(folder / "one"));
+}
+
+TEST_F(StopTest, AStopForGoodIsNotCleared) {
+    writeFile(folder / "item", "kept");
+    access.requestPause();
+    access.requestStop();
+    access.clearStop();
+    shred({folder / "item"});
+    EXPECT_EQ(readFile(folder / "item"), "kept");
+}
+
 TEST_F(StopTest, WhatWasOverwrittenSoFarIsFlushed) {
     faulty.inMemory = 0;
     for (int i = 0; i < 3; ++i) writeFile(folder / ("tree/" + std::to_string(i)), "x");

@@ -8,6 +8,7 @@
 
 #include <ctime>
 #include <filesystem>
+#include <thread>
 #include <utility>
 
 #include "support/EnvironmentVariable.h"
@@ -32,6 +33,22 @@ TEST_F(ActivityLogTest, LiesInTheLogsFolderOfTheHome) {
 TEST_F(ActivityLogTest, WritingWhileClosedChangesNoFile) {
     kalvet_logger("lost");
     EXPECT_FALSE(std::filesystem::exists(activityLogPath()));
+}
+
+TEST_F(ActivityLogTest, InASilenceTheThreadWritesNothingAndAfterwardsAsEver) {
+    kalvet_logger_open();
+    {
+        const LogSilence silence;
+        {
+            const LogSilence inner;
+            kalvet_logger("lost");
+        }
+        kalvet_logger("lost");
+        std::thread([] { kalvet_logger("kept"); }).join();
+    }
+    kalvet_logger("kept");
+    EXPECT_EQ(text().find("lost"), std::string::npos);
+    EXPECT_EQ(text().size(), 2 * 30U) << "another thread is not silent";
 }
 
 TEST_F(ActivityLogTest, ALineIsTheTimeAsCtimeHasItABlankAndTheMessage) {

@@ -93,6 +93,20 @@ TEST_F(HidingFileSystemTest, AFileThatCannotBeFlushedKeepsAName) {
     EXPECT_THAT(ran.err, HasSubstr("Input/output error"));
 }
 
+TEST_F(HidingFileSystemTest, AFolderThatCannotBeListedIsRefusedAndByAPreviewTheSame) {
+    const Passthrough system(backing, mounted, {"fail=readdir:1"});
+    NEEDS(system.works());
+    fs::create_directories(backing + "/tree/inner");
+    const Ran ran = shred(system / "tree");
+    EXPECT_EQ(ran.status, 2) << ran;
+    EXPECT_THAT(ran.err, HasSubstr("which cannot be looked at: Input/output error"));
+    const Ran looked = dorvanel({"shred", "--preview", system / "tree"});
+    EXPECT_EQ(looked.status, 2) << looked;
+    EXPECT_EQ(looked.err, ran.err);
+    EXPECT_EQ(looked.out, "") << "no plan of what is not shredded";
+    EXPECT_TRUE(fs::exists(backing + "/tree/inner"));
+}
+
 TEST_F(HidingFileSystemTest, OnFatATreeIsShreddedAndNothingIsLeftOfIt) {
     const MountPointer fat = mountNewImage("vfat", base + "/image", mounted, 8);
     NEEDS(fat);

@@ -61,10 +61,26 @@ TEST_F(TraceSizesTest, FilesRowsAndKeysAreCountedApart) {
     EXPECT_EQ(of(sizes, "forms").rows, 50);
 }
 
+TEST_F(TraceSizesTest, ACountThatIsToldToStopStopsAlsoInTheMiddleOfAFolder) {
+    for (int i = 0; i < 500; ++i) {
+        writeFile(home_ / (".cache/chromium/Default/Cache/Cache_Data/more" + std::to_string(i)));
+    }
+    const auto files = [this](int asked) {
+        const TraceSizes sizes = countTraces(*catalogue_.find("chromium"), *system_, cleaner_,
+                                             [&asked] { return asked-- <= 0; });
+        return of(sizes, "cache").files;
+    };
+    EXPECT_GT(files(100'000), 500U);
+    EXPECT_EQ(files(0), 0U);
+    EXPECT_LT(files(20), 20U);
+}
+
 TEST_F(TraceSizesTest, SettingsThatCannotBeReadAreTold) {
     writeFile(home_ / ".config/chromium/Default/Preferences", "{ no settings");
     const TraceSizes sizes = chromium();
     EXPECT_EQ(of(sizes, "permissions").keys, 1);
+    EXPECT_FALSE(of(sizes, "permissions").isWhole);
+    EXPECT_TRUE(of(sizes, "cache").isWhole);
     ASSERT_FALSE(sizes.unseen.empty());
     EXPECT_THAT(sizes.unseen.front(), HasSubstr("Default/Preferences"));
 }

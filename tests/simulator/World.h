@@ -64,6 +64,7 @@ class World final : private ui::AlertPanel,
     void interrupt() override { interrupted_ = true; }
     bool wait(std::chrono::microseconds time) override;
     void cancel() override { waitCancelled_ = true; }
+    void renew() override { waitCancelled_ = false; }
     std::unique_ptr<platform::CommandOutput> open(const std::string& command) override;
     std::string userName() const override { return "alice"; }
     void hide() override {}

@@ -20,6 +20,7 @@ class FakeQuitWait final : public platform::QuitWait {
         return true;
     }
     void cancel() override { cancelled = true; }
+    void renew() override { cancelled = false; }
 
     std::function<void()> onWait;  ///< at the beginning of each wait
     std::atomic<bool> cancelled = false;

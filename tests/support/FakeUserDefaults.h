@@ -62,6 +62,7 @@ class FakeUserDefaults final : public platform::UserDefaults {
     }
     Result<Done> synchronize() override {
         calls.emplace_back("synchronize");
+        if (cannotStore) return Error{28, "save preferences", "/home/prefs.plist", {}};
         return Done{};
     }
 
@@ -74,6 +75,8 @@ class FakeUserDefaults final : public platform::UserDefaults {
 
     /// What `isKnown` answers.
     bool known = true;
+    /// Whether there is no room on the disk to save anything.
+    bool cannotStore = false;
     std::map<std::string, Value> values;
     std::vector<std::string> calls;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/AccountFolders.h"
 
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -57,6 +58,13 @@ Result<Done> useHomeDirectory(const std::string& folder) {
 
 bool isHomeDirectoryReplaced() {
     return gIsHomeReplaced;
+}
+
+bool isHomeDirectoryTheAccounts() {
+    const passwd* user = ::getpwuid(::geteuid());
+    if (user == nullptr || user->pw_dir == nullptr) return false;
+    std::error_code error;
+    return std::filesystem::equivalent(homeDirectory(), user->pw_dir, error) && !error;
 }
 
 Result<Done> checkHomeDirectory() {

@@ -22,6 +22,11 @@ class SleepingWait final : public QuitWait {
         wake_.notify_all();
     }
 
+    void renew() override {
+        const std::lock_guard lock(mutex_);
+        cancelled_ = false;
+    }
+
   private:
     std::mutex mutex_;
     std::condition_variable wake_;

@@ -26,4 +26,8 @@ std::string catalogueFolder() {
     return shared("dorvanel/applications");
 }
 
+std::string translationsFolder() {
+    return shared("locale");
+}
+
 }  // namespace dorvanel::platform
