@@ -24,7 +24,9 @@ using ui::TerminateReply;
 class Controller::QuitOfAnApplication final : public BrowserWatchOwner {
   public:
     explicit QuitOfAnApplication(Controller& controller) : controller_(controller) {}
-    void shredAndNothing() override { controller_.shredAndNothing(); }
+    void shredAndNothing() override {
+        controller_.shredAsQuit(controller_.browserWatch().haveQuit());
+    }
 
   private:
     Controller& controller_;
@@ -36,7 +38,8 @@ Controller::Controller(const ControllerParts& parts)
           EngineServices{.system = parts.system,
                          .clock = parts.clock,
                          .draws = parts.draws,
-                         .unfinished = parts.unfinished},
+                         .unfinished = parts.unfinished,
+                         .work = parts.work},
           parts.preferencesInstance, parts.shreddingProgress, parts.fileName)),
       collectors_(std::make_unique<Collectors>(mPathArray, parts.preferencesInstance, parts.files,
                                                parts.defaults, parts.clock)),
@@ -49,8 +52,8 @@ Controller::Controller(const ControllerParts& parts)
                                .runLoop = parts.runLoop,
                                .sound = parts.sound},
           parts.watchOutlets, *watchOwner_)),
-      today_(std::make_unique<ApplicationsOfToday>(parts, *browserWatch_,
-                                                   [this] { shredAndNothing(); })),
+      today_(std::make_unique<ApplicationsOfToday>(
+          parts, *browserWatch_, [this](auto names) { shredAsQuit(std::move(names)); })),
       mentions_(std::make_unique<MentionsOfItems>(
           mentions::Mentions::Parts{.system = parts.system,
                                     .cleaningCalls = parts.today.cleaningCalls,
@@ -70,7 +73,8 @@ Controller::Controller(const ControllerParts& parts)
                               .alertPanel = parts.alertPanel,
                               .myWindow = parts.myWindow,
                               .application = parts.application,
-                              .observer = parts.observer})) {
+                              .observer = parts.observer,
+                              .countdown = parts.countdown})) {
     makeDockMenu();
 }
 
@@ -90,6 +94,13 @@ void Controller::shredAndShutdown() {
 }
 void Controller::shredAndRestart() {
     run_->shredAndRestart();
+}
+
+/// A run that nothing follows, for applications that have quit.
+void Controller::shredAsQuit(std::vector<std::string> names) {
+    run_->nextIsStartedBy(
+        {.door = StartedBy::Door::browserWatch, .applications = std::move(names)});
+    shredAndNothing();
 }
 
 std::optional<Plan> Controller::previewRun(bool withQuicktime, const ItemPlanner::Parts& planning) {

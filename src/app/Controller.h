@@ -23,6 +23,7 @@ class BrowserWatch;
 class BundleInformation;
 class Collectors;
 class DrawSequence;
+class EndingCountdown;
 class FileAccess;
 class MentionsOfItems;
 class Preferences;
@@ -49,6 +50,7 @@ class Worker;
 namespace ui {
 class AlertPanel;
 class RunLoop;
+class WorkProgress;
 class Workspace;
 }  // namespace ui
 
@@ -80,6 +82,8 @@ struct ControllerParts {
     BrowserWatchOutlets watchOutlets;
     RunObserver& observer;
     UnfinishedRecord* unfinished = nullptr;  ///< where holding folders are written down, if at all
+    ui::WorkProgress* work = nullptr;        ///< shown how far a request is, if anybody
+    EndingCountdown* countdown = nullptr;    ///< asked before the session is ended, if anybody
 };
 
 /// The application controller: the application's delegate and the owner of the engine, Browser
@@ -147,6 +151,7 @@ class Controller final {
 
   private:
     void makeDockMenu();
+    void shredAsQuit(std::vector<std::string> names);
 
     class QuitOfAnApplication;
 

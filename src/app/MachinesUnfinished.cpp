@@ -29,4 +29,10 @@ std::size_t MachinesUnfinished::count() {
     return looked ? found.folders.size() : 0;
 }
 
+void MachinesUnfinished::forgetGone() {
+    LeftFolders found;
+    if (find(found) && !found.spent.empty()) folder_.shred(found.spent);
+    folder_.close();
+}
+
 }  // namespace dorvanel

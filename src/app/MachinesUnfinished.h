@@ -25,6 +25,10 @@ class MachinesUnfinished {
     /// How many of them there are, as far as can be told.
     [[nodiscard]] std::size_t count();
 
+    /// Shreds what was written down of holding folders that are gone: where one was finished by
+    /// another request than its own, nothing else does. What cannot be read now stays for later.
+    void forgetGone();
+
     /// The list's folder, for who changes it. Main thread.
     UnfinishedFolder& folder() { return folder_; }
 

@@ -6,6 +6,8 @@
 #include <array>
 #include <cstddef>
 
+#include "app/Texts.h"
+
 namespace dorvanel {
 
 std::string counted(std::uint64_t count, const char* noun) {
@@ -16,7 +18,7 @@ std::string sizeText(std::uint64_t bytes) {
     constexpr std::array units = {"KiB", "MiB", "GiB", "TiB", "PiB", "EiB"};
     constexpr double step = 1024;
     constexpr double nextByRounding = 1023.95;
-    if (bytes < 1024) return counted(bytes, "byte");
+    if (bytes < 1024) return trn("{} byte", "{} bytes", bytes);
     double size = static_cast<double>(bytes) / step;
     std::size_t unit = 0;
     for (; size >= nextByRounding && unit + 1 < units.size(); ++unit) size /= step;

@@ -3,24 +3,30 @@
 
 #include <utility>
 
+#include "app/desktop/Words.h"
+
 namespace dorvanel::desktop {
 namespace {
 
 constexpr std::chrono::seconds refusalStays{5};
+constexpr std::chrono::minutes resultStays{1};
 
 QString ready() {
-    return QStringLiteral("Ready.");
+    return Words::tr("Ready.");
 }
 
 }  // namespace
 
-ActivityView::ActivityView(Parts parts) : parts_(std::move(parts)), result_(ready()) {
+ActivityView::ActivityView(Parts parts) : parts_(std::move(parts)) {
     refusalTimer_.setSingleShot(true);
     refusalTimer_.setInterval(refusalStays);
     connect(&refusalTimer_, &QTimer::timeout, this, [this] {
         refusal_.clear();
         update();
     });
+    resultTimer_.setSingleShot(true);
+    resultTimer_.setInterval(resultStays);
+    connect(&resultTimer_, &QTimer::timeout, this, &ActivityView::forgetResult);
     pauseTimer_.setSingleShot(true);
     pauseTimer_.setInterval(pause);
     connect(&pauseTimer_, &QTimer::timeout, this, [this] { parts_.setCommandsEnabled(true); });
@@ -28,19 +34,34 @@ ActivityView::ActivityView(Parts parts) : parts_(std::move(parts)), result_(read
 
 void ActivityView::show(Activity now) {
     // How an older request ended is no news beside one that has begun.
-    if (activity_ == Activity::idle && now != Activity::idle) result_ = ready();
+    if (activity_ == Activity::idle && now != Activity::idle) result_.clear();
+    if (now == Activity::idle) isStopping_ = isCancelled_ = false;
     activity_ = now;
     update();
 }
 
 void ActivityView::setAsking(bool asking) {
     asking_ = asking;
+    if (asking) result_.clear();
     update();
 }
 
 void ActivityView::showResult(const QString& result) {
     result_ = result;
+    resultTimer_.start();
     update();
+}
+
+void ActivityView::forgetResult() {
+    if (result_.isEmpty()) return;
+    result_.clear();
+    update();
+}
+
+void ActivityView::setIdleLine(const QString& line) {
+    if (idleLine_ == line) return;
+    idleLine_ = line;
+    if (!isBusy() && result_.isEmpty() && refusal_.isEmpty()) parts_.showMessage(message());
 }
 
 void ActivityView::showRefusal(const QString& refusal) {
@@ -54,29 +75,50 @@ void ActivityView::setQuitDeferred() {
     update();
 }
 
+void ActivityView::setStopping() {
+    isStopping_ = true;
+    update();
+}
+
+void ActivityView::setCancelled() {
+    isCancelled_ = true;
+    update();
+}
+
+void ActivityView::showCountdown(const QString& countdown) {
+    countdown_ = countdown;
+    update();
+}
+
 bool ActivityView::isBusy() const {
     return activity_ != Activity::idle || asking_ || quitDeferred_;
 }
 
 QString ActivityView::message() const {
-    if (quitDeferred_) return QStringLiteral("Dorvanel quits when shredding has ended.");
+    if (quitDeferred_) return Words::tr("Dorvanel quits when shredding has ended.");
     if (!refusal_.isEmpty()) return refusal_;
+    if (!countdown_.isEmpty()) return countdown_;
     switch (activity_) {
         case Activity::asking:
-            return QStringLiteral("Waiting for your answer…");
+            return Words::tr("Waiting for your answer…");
         case Activity::waitingForApplications:
-            return QStringLiteral("Waiting for browsers and mail programs to quit…");
+            return Words::tr("Waiting for browsers and mail programs to quit…");
         case Activity::collecting:
-            return QStringLiteral("Looking for what is to be shredded…");
+            return Words::tr("Looking for what is to be shredded…");
         case Activity::shredding:
+            if (isStopping_) return Words::tr("Stopping after the block at hand…");
+            return Words::tr("Shredding…");
         case Activity::ending:
-            return QStringLiteral("Shredding…");
+            return Words::tr("Shredding…");
         case Activity::givenUp:
-            return QStringLiteral("Given up. Nothing was shredded.");
+            if (isCancelled_) return Words::tr("Cancelled. Nothing was shredded.");
+            return Words::tr("Given up. Nothing was shredded.");
         case Activity::idle:
             break;
     }
-    return asking_ ? QStringLiteral("Waiting for your answer…") : result_;
+    if (asking_) return Words::tr("Waiting for your answer…");
+    if (!result_.isEmpty()) return result_;
+    return idleLine_.isEmpty() ? ready() : idleLine_;
 }
 
 void ActivityView::update() {

@@ -18,9 +18,11 @@ QString displayText(std::string_view bytes) {
 }
 
 std::string pathOfUrl(const QUrl& url) {
-    if (!url.isLocalFile() || !url.host().isEmpty()) return {};
+    if (!url.isValid() || !url.isLocalFile() || !url.host().isEmpty()) return {};
     const QByteArray encoded = url.path(QUrl::FullyEncoded).toLatin1();
-    return QByteArray::fromPercentEncoding(encoded).toStdString();
+    const QByteArray path = QByteArray::fromPercentEncoding(encoded);
+    // The system would take what stands before a zero for the whole name.
+    return path.contains('\0') ? std::string() : path.toStdString();
 }
 
 QString urlOfPath(const std::string& path) {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/Colors.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <QStyle>
 
 namespace dorvanel::desktop {
 
@@ -57,6 +59,14 @@ QPixmap markFor(Color color, const QPalette& palette, qreal pixelRatio) {
         painter.drawLine(QPointF(4.5, 8), QPointF(11.5, 8));
     }
     return pixmap;
+}
+
+void keepOutlinesVisible() {
+    constexpr int nearlyBlack = 8;  // of 255
+    const bool isBlack = QApplication::palette().window().color().lightness() < nearlyBlack;
+    if (isBlack && QApplication::style()->name() == QLatin1String("fusion")) {
+        QApplication::setStyle(QStringLiteral("windows"));
+    }
 }
 
 }  // namespace dorvanel::desktop

@@ -16,6 +16,11 @@ QColor readableColor(ui::Color color, const QPalette& palette);
 /// (running), a ring with a tick for green (enabled), a dash for anything else (off).
 QPixmap markFor(ui::Color color, const QPalette& palette, qreal pixelRatio);
 
+/// The toolkit's own style outlines boxes and fields in something darker than the window. Where
+/// that is black, as in themes of the highest contrast, one that outlines them in lighter colours
+/// takes its place. Once the application is there.
+void keepOutlinesVisible();
+
 /// Side of the mark, in device-independent pixels.
 constexpr int markSide = 16;
 

@@ -5,10 +5,11 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QMessageBox>
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
+#include "app/desktop/applications/ApplicationsOverview.h"
+#include "app/desktop/results/RunResults.h"
 #include "log/ActivityLog.h"
 
 namespace dorvanel::desktop {
@@ -21,12 +22,17 @@ Desktop::Desktop(DesktopServices services)
               .sound = workspace_,
               .loadMainMenu =
                   [this] { return loadInterfaceFile(services_.resourcesFolder, "MainMenu"); },
-              .trouble = services_.preferencesTrouble}) {
+              .trouble = services_.preferencesTrouble,
+              .defaults = &services_.defaults,
+              .keepVisible = [this] { return progressArea(); },
+              .furnish = [this](QDialog& panel) { furnishPanel(panel); }}) {
     mainMenu_.addItemWithTitle("Profiles", {}, "").makeSubmenu();
 }
 
 Desktop::~Desktop() {
     reachable_ = nullptr;
+    if (plans_ != nullptr) plans_->looker.stop();
+    if (work_ != nullptr) work_->countdown().strike();
     if (controller_ != nullptr) controller_->run().waitForWorker();
     documents_.clear();
 }
@@ -56,19 +62,26 @@ bool Desktop::launch(const std::vector<std::string>& droppedItems) {
         workspace_.beep();
         return false;
     }
+    makePlans();
     makeController();
+    makeApplications();
     makeTray();
+    makeResults();
     window_->setActions(actions());
+    makeHelp();
+    takeDrops(window_->window());
     qApp->installEventFilter(this);
 
     tellUnfinished();
     if (!services_.preferencesInstance.areKnown()) tellRefusal(Refusal::preferencesUnknown);
     controller_->setDroppedItems(checkedItems(droppedItems));
     controller_->applicationDidFinishLaunching();
+    if (services_.startsHidden) startHidden();
     profilesView_->sync();
     // A menu without a single profile says nothing; it is dimmed, as its item in the main menu is.
     window_->profilesMenu().menuAction()->setEnabled(mainMenu_.itemAtIndex(0).isEnabled());
     launched_ = true;
+    plans_->idleLine.start();
     for (const auto& work : std::exchange(waiting_, {})) {
         if (!loop_.isStopping()) work();
     }
@@ -84,12 +97,13 @@ bool Desktop::makeWindow() {
         ActivityView::Parts{[this](const QString& message) { window_->showMessage(message); },
                             [this](bool enabled) {
                                 window_->setCommandsEnabled(enabled);
+                                if (work_ != nullptr) work_->setCommandsEnabled(enabled);
                                 if (tray_ != nullptr) tray_->setCommandsEnabled(enabled);
                             }});
     alerts_ = std::make_unique<QtAlertPanel>(window_->window(), loop_,
                                              [this](bool asking) { setAsking(asking); });
     myWindow_ = std::make_unique<QtWindow>(window_->window(), services_.defaults);
-    return true;
+    return makeWork();
 }
 
 void Desktop::makeController() {
@@ -122,6 +136,8 @@ void Desktop::makeController() {
         .watchOutlets = window_->watchOutlets(),
         .observer = *this,
         .unfinished = services_.unfinished,
+        .work = &work_->view().progress(),
+        .countdown = &work_->countdown(),
     });
     reachable_ = controller_.get();
     if (quitAsked_) controller_->giveUp();  // it came before there was anybody to tell
@@ -145,6 +161,7 @@ void Desktop::terminationDeferred() {
 
 void Desktop::willTerminate() {
     if (controller_ == nullptr) return;
+    if (overview_ != nullptr) overview_->end();
     // Saves the window's frame too, while there is still somebody to save it.
     myWindow_->saveFrame();
     static_cast<void>(controller_->applicationWillTerminate());
@@ -162,28 +179,35 @@ void Desktop::makeTray() {
             [this] {
                 if (!window_->window().isVisible()) activate();
             },
+        .showPreferences = [this] { panel_.showPanel(); },
+        .showLastRuns = [this] { showLastRuns(); },
+        .isWatching = [this] { return isBrowserWatchOn(); },
+        .setWatching = [this](bool on) { setBrowserWatch(on); },
     });
     tray_->check();
 }
 
 void Desktop::checkStatusArea() {
     // An alert may have come from the icon's own menu, which stays until it has been answered.
-    if (launched_ && !loop_.isHeld()) tray_->check();
+    if (!launched_ || loop_.isHeld()) return;
+    tray_->check();
+    // A status area often comes later than the programs that the session starts.
+    if (isBehindIcon_ && tray_->isThere() && window_->window().isMinimized()) {
+        window_->window().hide();
+    }
+    if (tray_->isThere()) isBehindIcon_ = false;
 }
 
 MainWindowActions Desktop::actions() {
     Controller* controller = controller_.get();
     MainWindowActions actions;
-    actions.about = [this] {
-        QMessageBox::about(&window_->window(), QStringLiteral("About Dorvanel X"),
-                           QStringLiteral("<h3>Dorvanel X %1</h3><p>Shreds files, and the traces "
-                                          "that browsers and mail programs leave.</p>")
-                               .arg(QStringLiteral(DORVANEL_VERSION)));
-    };
+    actions.about = [this] { showAbout(); };
     actions.showPanel = [this] { panel_.showPanel(); };
     actions.hide = [this] { application_.hide(); };
     actions.reallyQuit = [controller] { controller->reallyQuit(); };
     actions.openDoc = [this] { openDoc(); };
+    actions.preview = [this] { previewRun(); };
+    actions.shredTrash = [this] { shredTrash(); };
     actions.shredAndNothing = [controller] { controller->shredAndNothing(); };
     actions.shredAndLogout = [controller] { controller->shredAndLogout(); };
     actions.shredAndShutdown = [controller] { controller->shredAndShutdown(); };
@@ -191,7 +215,6 @@ MainWindowActions Desktop::actions() {
     actions.emailSupport = [controller] { controller->emailSupport(); };
     actions.webFAQ = [controller] { controller->webFAQ(); };
     actions.webDownloads = [controller] { controller->webDownloads(); };
-    actions.filesDropped = [this](const std::vector<std::string>& files) { filesDropped(files); };
     return actions;
 }
 
@@ -202,6 +225,9 @@ InstanceHandlers Desktop::instanceHandlers() {
             whenLaunched([this, files = std::move(files)] { openFiles(files); });
         },
         [this](const std::string& name) { whenLaunched([this, name] { performAction(name); }); },
+        [this](std::vector<std::string> files) {
+            whenLaunched([this, files = std::move(files)] { askAbout(files); });
+        },
     };
 }
 
@@ -215,20 +241,6 @@ void Desktop::activate() {
     myWindow_->makeKeyAndOrderFront();
 }
 
-void Desktop::openFiles(const std::vector<std::string>& files) {
-    for (const std::string& file : files) {
-        if (!controller_->applicationOpenFile(file)) return;
-    }
-    std::erase_if(documents_, [this](const auto& document) { return isClosed(*document); });
-    auto document = std::make_unique<MyDocument>(services_.preferencesInstance, files);
-    if (document->showWindows(services_.resourcesFolder)) {
-        documents_.push_back(std::move(document));
-    } else {
-        services_.log.log("Failed to load MyDocument.nib");
-        workspace_.beep();
-    }
-}
-
 void Desktop::hideWindows() {
     const auto hide = [this](QWidget* window) {
         if (window == nullptr || !window->isVisible()) return;
@@ -236,6 +248,7 @@ void Desktop::hideWindows() {
         window->hide();
     };
     hide(panel_.window());
+    hide(help_.get());
     for (const auto& document : documents_) hide(document->window());
     QMainWindow& window = window_->window();
     checkStatusArea();

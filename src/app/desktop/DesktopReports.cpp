@@ -3,10 +3,13 @@
 #include <QDateTime>
 #include <QFontMetrics>
 #include <QLocale>
+#include <memory>
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/Desktop.h"
 #include "app/desktop/OutcomeText.h"
+#include "app/desktop/Words.h"
+#include "app/desktop/results/RunResults.h"
 #include "engine/MediumNotice.h"
 #include "platform/FileManager.h"
 
@@ -28,36 +31,47 @@ QString shortPath(const std::string& path) {
 
 void Desktop::activityChanged(Activity now) {
     if (!isMainThread()) {
-        loop_.performOnMainThread([this] { activity_->show(controller_->activity()); });
+        loop_.performOnMainThread([this] { showActivity(controller_->activity()); });
         return;
     }
-    activity_->show(now);
+    showActivity(now);
     // The main thread may be at work itself for a while: listing what runs, collecting.
     window_->paintNow();
 }
 
 void Desktop::runEnded(const RunReport& report) {
-    if (isMainThread()) return tellEnd(report);
-    loop_.performOnMainThread([this, report] { tellEnd(report); });
+    if (isMainThread()) return tellEnd(withOutcomesInPlan(report));
+    if (report.wentOn && services_.forgetFinished) services_.forgetFinished();
+    const auto whole = std::make_shared<RunReport>(withOutcomesInPlan(report));
+    loop_.performOnMainThread([this, whole] { tellEnd(*whole); });
 }
 
 void Desktop::tellEnd(const RunReport& report) {
-    if (report.result == RunResult::notInitiated) return tellRefusal(report.refusal);
+    if (report.result == RunResult::notInitiated) {
+        // What passes by itself is no request that anybody looks for later.
+        const bool passes =
+            report.refusal == Refusal::atWork || report.refusal == Refusal::quitting;
+        return tellRefusal(report.refusal, passes ? 0 : results_->add(report));
+    }
     if (report.result != RunResult::completed) window_->showMediumNotice({}, {});
     activity_->showResult(messageOf(report));
+    tellStop(report);
     const QString failure = failureOf(report);
-    if (!failure.isEmpty()) tellFailure(failure, detailsOf(report.outcome));
+    const quint64 run = results_->add(report);
+    if (!failure.isEmpty()) tellFailure(failure, detailsOf(report.outcome), run);
+    if (!isWatched()) results_->notify(run, report);
+    showTrayStatus();
     for (const auto& document : documents_) document->refresh();
 }
 
-void Desktop::tellRefusal(Refusal refusal) {
+void Desktop::tellRefusal(Refusal refusal, quint64 run) {
     QString message = messageOf(refusal);
     QString wayOut;
     if (refusal == Refusal::preferencesUnknown) {
         if (services_.preferencesTrouble) {
             message += u' ' + displayText(services_.preferencesTrouble());
         }
-        wayOut = QStringLiteral(
+        wayOut = Words::tr(
             "“Factory Settings” in the preferences sets the file aside and begins again.");
     }
     workspace_.beep();
@@ -65,26 +79,23 @@ void Desktop::tellRefusal(Refusal refusal) {
     if (refusal == Refusal::atWork || refusal == Refusal::quitting) {
         return activity_->showRefusal(message);
     }
-    activity_->showResult(QStringLiteral("Not started. Nothing was shredded."));
-    tellFailure(message, wayOut);
+    activity_->showResult(Words::tr("Not started. Nothing was shredded."));
+    tellFailure(message, wayOut, run);
 }
 
 void Desktop::tellUnfinished() {
     const std::size_t count = services_.unfinishedFolders ? services_.unfinishedFolders() : 0;
     if (count == 0) return;
-    const bool isOne = count == 1;
-    tellFailure(QStringLiteral("%1 of an unfinished shredding %2 left.")
-                    .arg(isOne ? QStringLiteral("1 holding folder")
-                               : QStringLiteral("%1 holding folders").arg(count),
-                         isOne ? QStringLiteral("is") : QStringLiteral("are")),
-                QStringLiteral("“dorvanel recover” in a terminal finishes %1.")
-                    .arg(isOne ? QStringLiteral("it") : QStringLiteral("them")));
+    const int number = asNumber(count);
+    tellFailure(Words::tr("%n holding folder(s) of an unfinished shredding (is|are) left.", nullptr,
+                          number),
+                Words::tr("“dorvanel recover” in a terminal finishes (it|them).", nullptr, number));
 }
 
-void Desktop::tellFailure(const QString& message, const QString& details) {
+void Desktop::tellFailure(const QString& message, const QString& details, quint64 run) {
     const QDateTime now = QDateTime::fromSecsSinceEpoch(services_.clock.time());
     window_->failures().add(
-        {message, details, QLocale().toString(now.time(), QLocale::ShortFormat)});
+        {message, details, QLocale().toString(now.time(), QLocale::ShortFormat), run});
 }
 
 void Desktop::tellMedium(const std::vector<std::string>& items) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/desktop/Elision.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
 namespace {
@@ -16,7 +17,8 @@ namespace {
 constexpr std::size_t keptFailures = 100;
 
 QString sentenceOf(const Failure& failure) {
-    return QStringLiteral("%1: %2").arg(failure.when, failure.message);
+    //: %1: a time of day, %2: what went wrong
+    return Words::tr("%1: %2", "failure").arg(failure.when, failure.message);
 }
 
 }  // namespace
@@ -49,8 +51,22 @@ void FailureView::add(Failure failure) {
 }
 
 void FailureView::dismiss() {
-    if (!failures_.empty()) failures_.pop_front();
+    if (failures_.empty()) return show();
+    const quint64 run = failures_.front().run;
+    failures_.pop_front();
     show();
+    if (run != 0 && runDismissed_) runDismissed_(run);
+}
+
+void FailureView::dismissRun(quint64 run) {
+    std::erase_if(failures_, [run](const Failure& failure) { return failure.run == run; });
+    show();
+}
+
+void FailureView::leadTo(std::function<bool(quint64, const QString&)> show,
+                         std::function<void(quint64)> dismissed) {
+    showRun_ = std::move(show);
+    runDismissed_ = std::move(dismissed);
 }
 
 void FailureView::show() {
@@ -60,11 +76,12 @@ void FailureView::show() {
     }
     box_->setVisible(!failures_.empty());
     if (failures_.empty()) return;
-    QString text = sentenceOf(failures_.front());
+    const QString text = sentenceOf(failures_.front());
     const std::size_t older = failures_.size() - 1;
-    if (older == 1) text += QStringLiteral(" (One older failure is in the details.)");
-    if (older > 1) text += QStringLiteral(" (%1 older failures are in the details.)").arg(older);
-    showCut(*text_, text);
+    const QString more =
+        older == 1 ? Words::tr("(One older failure is in the details.)")
+                   : Words::tr("(%Ln older failures are in the details.)", nullptr, int(older));
+    showCut(*text_, older == 0 ? text : text + u' ' + more);
 }
 
 QString FailureView::message() const {
@@ -72,8 +89,13 @@ QString FailureView::message() const {
 }
 
 QString FailureView::allDetails() const {
+    return detailsFrom(0);
+}
+
+QString FailureView::detailsFrom(std::size_t first) const {
     QStringList parts;
-    for (const Failure& failure : failures_) {
+    for (std::size_t i = first; i < failures_.size(); ++i) {
+        const Failure& failure = failures_[i];
         parts << sentenceOf(failure) +
                      (failure.details.isEmpty() ? QString() : u'\n' + failure.details);
     }
@@ -82,8 +104,10 @@ QString FailureView::allDetails() const {
 
 void FailureView::showDetails() {
     if (failures_.empty()) return;
-    auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("Dorvanel X"),
-                                text_->text(), QMessageBox::Close, box_->window());
+    const quint64 run = failures_.front().run;
+    if (run != 0 && showRun_ && showRun_(run, detailsFrom(1))) return;
+    auto* box = new QMessageBox(QMessageBox::Information, Words::tr("Dorvanel X"), text_->text(),
+                                QMessageBox::Close, box_->window());
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     box->setDetailedText(allDetails());

@@ -1,31 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/MainWindow.h"
 
-#include <QDragEnterEvent>
-#include <QMimeData>
+#include <QEvent>
 #include <QProgressBar>
 
-#include "app/desktop/Bytes.h"
 #include "app/desktop/Elision.h"
 
 namespace dorvanel::desktop {
 namespace {
 
-constexpr std::array<const char*, 5> shreddingActions = {
-    "openDocAction", "shredAndNothingAction", "shredAndLogoutAction", "shredAndShutdownAction",
+// What is refused while something is at work.
+constexpr std::array<const char*, 7> shreddingActions = {
+    "openDocAction",         "shredTrashAction",     "previewAction",
+    "shredAndNothingAction", "shredAndLogoutAction", "shredAndShutdownAction",
     "shredAndRestartAction"};
-constexpr std::array<const char*, 3> shreddingButtons = {"shredNowButton", "shredAndButton",
-                                                         "shredFilesButton"};
-
-/// The paths of what is dragged; empty unless all of it is files of this machine.
-std::vector<std::string> draggedPaths(const QMimeData& data) {
-    std::vector<std::string> paths;
-    for (const QUrl& url : data.urls()) {
-        paths.push_back(pathOfUrl(url));
-        if (paths.back().empty()) return {};
-    }
-    return paths;
-}
+constexpr std::array<const char*, 4> shreddingButtons = {"previewButton", "shredNowButton",
+                                                         "shredAndButton", "shredFilesButton"};
 
 }  // namespace
 
@@ -64,8 +54,9 @@ bool MainWindow::connectOutlets() {
         const QString name = QLatin1String(applications[i].labelName);
         auto* label = window_->findChild<QLabel*>(name);
         auto* mark = window_->findChild<QLabel*>(name + "Mark");
-        if (label == nullptr || mark == nullptr) return false;
-        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark);
+        auto* word = window_->findChild<QLabel*>(name + "Word");
+        if (label == nullptr || mark == nullptr || word == nullptr) return false;
+        labels_[i] = std::make_unique<ApplicationLabel>(*label, *mark, *word);
         labels_[i]->setTextColor(ui::Color::lightGray);
     }
     // The keyboard is nobody's until somebody takes it: the first button shreds.
@@ -90,6 +81,8 @@ void MainWindow::setActions(const MainWindowActions& actions) {
     bind("hideAction", actions.hide);
     bind("reallyQuitAction", actions.reallyQuit);
     bind("openDocAction", actions.openDoc, "shredFilesButton");
+    bind("previewAction", actions.preview, "previewButton");
+    bind("shredTrashAction", actions.shredTrash);
     bind("shredAndNothingAction", actions.shredAndNothing, "shredNowButton");
     bind("shredAndLogoutAction", actions.shredAndLogout);
     bind("shredAndShutdownAction", actions.shredAndShutdown);
@@ -137,6 +130,16 @@ void MainWindow::setCommandsEnabled(bool enabled) {
         if (!enabled && button == focused) window_->setFocus();
         button->setEnabled(enabled);
     }
+    commandsEnabled_ = enabled;
+    for (const QPointer<QWidget>& control : others_) {
+        if (control != nullptr) control->setEnabled(enabled);
+    }
+    others_.removeAll(nullptr);
+}
+
+void MainWindow::addShreddingControl(QWidget& control) {
+    control.setEnabled(commandsEnabled_);
+    others_ << &control;
 }
 
 void MainWindow::showMediumNotice(const QString& notice, const QString& details) {
@@ -170,26 +173,6 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Resize:
             fileName_->restyle();
             break;
-        case QEvent::DragEnter:
-        case QEvent::DragMove:
-        case QEvent::Drop: {
-            auto* drop = static_cast<QDropEvent*>(event);
-            std::vector<std::string> paths = draggedPaths(*drop->mimeData());
-            if (paths.empty()) {
-                event->ignore();
-                return true;
-            }
-            // A copy: the source must keep its hands off what is dropped.
-            drop->setDropAction(Qt::CopyAction);
-            drop->accept();
-            if (event->type() == QEvent::Drop && actions_.filesDropped) {
-                // The source waits for the end of the drop; the question comes after.
-                QMetaObject::invokeMethod(
-                    this, [this, paths = std::move(paths)] { actions_.filesDropped(paths); },
-                    Qt::QueuedConnection);
-            }
-            return true;
-        }
         default:
             break;
     }

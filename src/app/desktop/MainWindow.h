@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <array>
 #include <functional>
@@ -21,11 +22,9 @@ namespace dorvanel::desktop {
 /// What the main window's commands do; main thread.
 struct MainWindowActions {
     using Action = std::function<void()>;
-    Action about, showPanel, hide, reallyQuit, openDoc;
+    Action about, showPanel, hide, reallyQuit, openDoc, preview, shredTrash;
     Action shredAndNothing, shredAndLogout, shredAndShutdown, shredAndRestart;
     Action emailSupport, webFAQ, webDownloads;
-    /// Files were dropped on the window: absolute paths in bytes, one at least.
-    std::function<void(std::vector<std::string>)> filesDropped;
 };
 
 /// The main window as the interface file "MainMenu" makes it, with its outlets connected.
@@ -55,6 +54,8 @@ class MainWindow final : public QObject {
     FailureView& failures() { return *failures_; }
     /// Whether the commands that shred something can be given.
     void setCommandsEnabled(bool enabled);
+    /// A control of another window is one of these commands too, as long as it lives.
+    void addShreddingControl(QWidget& control);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -65,6 +66,8 @@ class MainWindow final : public QObject {
 
     std::unique_ptr<QWidget> owner_;
     QMainWindow* window_ = nullptr;
+    QList<QPointer<QWidget>> others_;
+    bool commandsEnabled_ = true;
     QLabel* runMessage_ = nullptr;
     QMenu* profilesMenu_ = nullptr;
     std::unique_ptr<FailureView> failures_;

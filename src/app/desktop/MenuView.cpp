@@ -1,15 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/MenuView.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <utility>
 
 #include "app/desktop/Bytes.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
+namespace {
 
-MenuView::MenuView(QMenu& view, const ui::Menu& menu, Items items, ToolTip toolTip)
-    : view_(view), menu_(menu), items_(items), toolTip_(std::move(toolTip)) {
+/// How much room an item has, in pixels.
+constexpr int itemWidth = 420;
+
+}  // namespace
+
+MenuView::MenuView(QMenu& view, const ui::Menu& menu, Items items, Text text)
+    : view_(view), menu_(menu), items_(items), text_(std::move(text)) {
     connect(&view_, &QMenu::aboutToShow, this, &MenuView::sync);
+    if (items_ == Items::choices) view_.installEventFilter(this);
     sync();
 }
 
@@ -26,12 +36,14 @@ void MenuView::addItem(ui::MenuItem& item) {
         drawn_ << view_.addSeparator();
         return;
     }
+    QString text = text_ ? text_(item) : QString();
+    if (text.isEmpty()) text = displayText(item.title());
+    QString title = view_.fontMetrics().elidedText(text, Qt::ElideMiddle, itemWidth);
     // An ampersand in a profile's name is a letter, not a mnemonic.
-    QString title = displayText(item.title());
     title.replace(u'&', QStringLiteral("&&"));
     QAction* action = view_.addAction(title);
     action->setCheckable(items_ == Items::choices && item.isEnabled());
-    if (toolTip_) action->setToolTip(toolTip_(item));
+    action->setToolTip(text);
     connect(action, &QAction::triggered, this, [this, &item] {
         item.performAction();
         syncStates();
@@ -46,6 +58,24 @@ void MenuView::syncStates() {
         drawn_[index]->setEnabled(item.isEnabled());
         if (drawn_[index]->isCheckable()) drawn_[index]->setChecked(item.state());
     }
+}
+
+bool MenuView::tick(QAction* action) {
+    if (action == nullptr || !action->isCheckable() || !action->isEnabled()) return false;
+    action->trigger();
+    return true;
+}
+
+bool MenuView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (tick(view_.actionAt(mouse->position().toPoint()))) return true;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Space && tick(view_.activeAction())) return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 }  // namespace dorvanel::desktop

@@ -1,30 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/MyDocument.h"
 
+#include <QAccessible>
+#include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
-#include <filesystem>
-#include <system_error>
+#include <QPushButton>
 #include <utility>
 
-#include "app/desktop/Bytes.h"
 #include "app/desktop/InterfaceFile.h"
 #include "app/desktop/QtWindow.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
-namespace {
 
-/// Only what is known not to be there: a file that cannot be looked at may be there.
-bool isGone(const std::string& file) {
-    std::error_code error;
-    return std::filesystem::symlink_status(file, error).type() ==
-           std::filesystem::file_type::not_found;
-}
-
-}  // namespace
-
-MyDocument::MyDocument(const PreferenceReader& preferences, std::vector<std::string> files)
-    : preferences_(preferences), files_(std::move(files)) {}
+MyDocument::MyDocument(const PreferenceReader& preferences, std::vector<std::string> files,
+                       Parts parts)
+    : preferences_(preferences),
+      parts_(std::move(parts)),
+      model_(std::move(files)),
+      survey_([this](std::size_t row, const FileFacts& facts) { found(row, facts); }) {}
 
 std::string MyDocument::displayName() const {
     // Read for the reading's sake; the title never depends on it.
@@ -32,42 +26,78 @@ std::string MyDocument::displayName() const {
     return "Dorvanel";
 }
 
-void MyDocument::windowControllerDidLoadNib(QWidget& window) const {
+void MyDocument::windowControllerDidLoadNib(QWidget& window) {
     window.setWindowTitle(QString::fromStdString(displayName()));
-    showFiles(window);
+    list_ = window.findChild<QTreeView*>("documentFiles");
+    if (list_ != nullptr) {
+        list_->setModel(&model_);
+        QHeaderView& header = *list_->header();
+        header.setStretchLastSection(false);
+        header.setSectionResizeMode(DocumentModel::pathColumn, QHeaderView::Stretch);
+        header.setSectionResizeMode(DocumentModel::sizeColumn, QHeaderView::ResizeToContents);
+        list_->setFocus();  // the button is one that shreds
+    }
+    if (auto* button = window.findChild<QPushButton*>("documentShredButton")) {
+        QObject::connect(button, &QPushButton::clicked, &window, [this] { shredChosen(); });
+    }
+    refresh();
     closeByKey(window);
     centerOnScreen(window);
 }
 
-void MyDocument::refresh() const {
-    if (window_ != nullptr) showFiles(*window_);
+void MyDocument::refresh() {
+    // What is shredded at this moment is not counted at the same time.
+    survey_.start(model_.files(), !parts_.refusal || parts_.refusal().isEmpty());
 }
 
-void MyDocument::showFiles(QWidget& window) const {
-    auto* list = window.findChild<QListWidget*>("documentFiles");
-    if (list == nullptr) return;
-    list->clear();
-    std::size_t missing = 0;
-    for (const std::string& file : files_) {
-        const QString path = displayText(file);
-        const bool gone = isGone(file);
-        missing += gone ? 1 : 0;
-        auto* item = new QListWidgetItem(gone ? path + QStringLiteral(" (not there)") : path, list);
-        item->setToolTip(path);
-        if (gone) item->setFlags(Qt::NoItemFlags);
+void MyDocument::found(std::size_t row, const FileFacts& facts) {
+    model_.setFacts(row, facts);
+    const int line = static_cast<int>(row);
+    if (model_.isMissing(line) && list_ != nullptr) {
+        list_->selectionModel()->select(model_.index(line, 0),
+                                        QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
     }
-    QString text = QStringLiteral("These were handed to Dorvanel. They have not been shredded.");
-    if (missing == files_.size()) {
-        text = QStringLiteral("These were handed to Dorvanel. Nothing is there by these names.");
+    tellMissing();
+}
+
+void MyDocument::tellMissing() {
+    if (window_ == nullptr) return;
+    const std::size_t missing = model_.missing();
+    const bool isAnyThere = missing < model_.files().size();
+    QString text = Words::tr("These were handed to Dorvanel. They have not been shredded.");
+    if (!isAnyThere) {
+        text = Words::tr("These were handed to Dorvanel. Nothing is there by these names.");
     } else if (missing > 0) {
-        text = QStringLiteral(
-            "These were handed to Dorvanel. Those that are there have not been "
-            "shredded.");
+        text = Words::tr(
+            "These were handed to Dorvanel. Those that are there have not been shredded.");
     }
-    if (auto* label = window.findChild<QLabel*>("documentText")) label->setText(text);
-    if (auto* hint = window.findChild<QLabel*>("documentHint")) {
-        hint->setVisible(missing < files_.size());
+    auto* label = window_->findChild<QLabel*>("documentText");
+    if (label != nullptr && label->text() != text) {
+        label->setText(text);
+        QAccessibleEvent said(label, QAccessible::Alert);
+        QAccessible::updateAccessibility(&said);
     }
+    if (auto* hint = window_->findChild<QLabel*>("documentHint")) hint->setVisible(isAnyThere);
+    auto* button = window_->findChild<QPushButton*>("documentShredButton");
+    if (button == nullptr) return;
+    if (!isAnyThere && button->hasFocus()) window_->setFocus();
+    button->setEnabled(isAnyThere);
+}
+
+std::vector<std::string> MyDocument::chosenFiles() const {
+    std::vector<std::string> chosen;
+    const QItemSelectionModel* selection = list_ != nullptr ? list_->selectionModel() : nullptr;
+    const bool isAll = selection == nullptr || !selection->hasSelection();
+    for (int row = 0; row < model_.rowCount(); ++row) {
+        if (model_.isMissing(row) || (!isAll && !selection->isRowSelected(row))) continue;
+        chosen.push_back(model_.files()[static_cast<std::size_t>(row)]);
+    }
+    return chosen;
+}
+
+void MyDocument::shredChosen() {
+    const std::vector<std::string> chosen = chosenFiles();
+    if (!chosen.empty() && parts_.shred) parts_.shred(chosen);
 }
 
 bool MyDocument::showWindows(const std::string& resourcesFolder) {

@@ -3,27 +3,22 @@
 
 #include <QStandardItemModel>
 
-#include "engine/PassPlan.h"
+#include "app/PassMeaning.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
 namespace {
-
-constexpr int passesOfAFullCounter = 65536;
 
 /// What the engine does with a number that no item stands for.
 QString meaningOf(IndexKey key, int stored) {
     if (key == IndexKey("NumberOfWrites")) {
         OverwriteSettings settings;
         settings.numberOfWrites = stored;
-        const int counter = passCount(settings, 0);
-        const int passes = counter == 0 ? passesOfAFullCounter : counter;
-        return (passes == 1 ? QStringLiteral("%1 pass (stored: %2)")
-                            : QStringLiteral("%1 passes (stored: %2)"))
-            .arg(passes)
+        return Words::tr("%n (pass|passes) (stored: %1)", nullptr, meaningOf(settings).fewest)
             .arg(stored);
     }
     // The buffer keeps what it held: zeros, until something else was asked for.
-    return QStringLiteral("As used last, or zeros (stored: %1)").arg(stored);
+    return Words::tr("As used last, or zeros (stored: %1)").arg(stored);
 }
 
 }  // namespace

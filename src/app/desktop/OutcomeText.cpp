@@ -1,36 +1,33 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/OutcomeText.h"
 
-#include <QLocale>
 #include <QStringList>
+#include <algorithm>
 #include <system_error>
 
 #include "app/desktop/Bytes.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
-
-QString counted(quint64 count, const QString& noun) {
-    return QLocale().toString(count) + u' ' + noun + (count == 1 ? QString() : QStringLiteral("s"));
-}
 
 namespace {
 
 QString whatWasDone(const Outcome& outcome) {
-    QString done = outcome.items == 0
-                       ? QStringLiteral("There was nothing to shred.")
-                       : QStringLiteral("Shredded: %1, %2 overwritten.")
-                             .arg(counted(outcome.filesOverwritten, QStringLiteral("file")),
-                                  QLocale().formattedDataSize(qint64(outcome.bytesOverwritten)));
+    QStringList sentences;
+    sentences << (outcome.items == 0 ? Words::tr("There was nothing to shred.")
+                                     : Words::tr("Shredded: %Ln file(s), %1 overwritten.", nullptr,
+                                                 asNumber(outcome.filesOverwritten))
+                                           .arg(sizeWords(outcome.bytesOverwritten)));
     if (outcome.filesVerified > 0) {
-        done += QStringLiteral(" Verified: %1.")
-                    .arg(counted(outcome.filesVerified, QStringLiteral("file")));
+        sentences << Words::tr("Verified: %Ln file(s).", nullptr, asNumber(outcome.filesVerified));
     }
     if (outcome.filesCleaned > 0) {
-        done += QStringLiteral(" Cleaned: %1, %2 removed.")
-                    .arg(counted(outcome.filesCleaned, QStringLiteral("file")),
-                         counted(outcome.rowsRemoved, QStringLiteral("row")));
+        //: %1: "3 files", %2: "120 rows"
+        sentences << Words::tr("Cleaned: %1, %2 removed.")
+                         .arg(Words::tr("%Ln file(s)", nullptr, asNumber(outcome.filesCleaned)),
+                              Words::tr("%Ln row(s)", nullptr, asNumber(outcome.rowsRemoved)));
     }
-    return done;
+    return sentences.join(u' ');
 }
 
 /// The applications that were passed over.
@@ -38,63 +35,93 @@ QString whatWasSkipped(const RunReport& report) {
     if (report.skipped.empty() || report.listingUnknown) return {};
     QStringList names;
     for (const std::string& name : report.skipped) names << displayText(name);
-    return QStringLiteral(" Left alone, as running: %1.").arg(names.join(u", "));
+    return Words::tr("Left alone, as running: %1.").arg(names.join(u", "));
 }
+
+/// What came after the preview that the run carried out.
+QString whatWasLeft(const RunReport& report) {
+    if (report.leftForNextRun == 0) return {};
+    return Words::tr("%n item(s) that came after the preview (is|are) left for the next run.",
+                     nullptr, asNumber(report.leftForNextRun));
+}
+
+QString joined(const QString& sentence, const QString& more) {
+    return more.isEmpty() ? sentence : sentence + u' ' + more;
+}
+
+/// Marked for translation; the engine has the words.
+[[maybe_unused]] constexpr const char* operations[] = {
+    QT_TRANSLATE_NOOP("Words", "clean"),     QT_TRANSLATE_NOOP("Words", "follow"),
+    QT_TRANSLATE_NOOP("Words", "look into"), QT_TRANSLATE_NOOP("Words", "look for mentions"),
+    QT_TRANSLATE_NOOP("Words", "find"),      QT_TRANSLATE_NOOP("Words", "flush"),
+    QT_TRANSLATE_NOOP("Words", "list"),      QT_TRANSLATE_NOOP("Words", "look at"),
+    QT_TRANSLATE_NOOP("Words", "move"),      QT_TRANSLATE_NOOP("Words", "open"),
+    QT_TRANSLATE_NOOP("Words", "read"),      QT_TRANSLATE_NOOP("Words", "remove"),
+    QT_TRANSLATE_NOOP("Words", "rename"),    QT_TRANSLATE_NOOP("Words", "shred"),
+    QT_TRANSLATE_NOOP("Words", "verify"),    QT_TRANSLATE_NOOP("Words", "write"),
+};
 
 }  // namespace
 
 QString messageOf(const RunReport& report) {
     switch (report.result) {
         case RunResult::nothingSelected:
-            return QStringLiteral("Nothing was selected to shred.") + whatWasSkipped(report);
+            return joined(
+                joined(Words::tr("Nothing was selected to shred."), whatWasSkipped(report)),
+                whatWasLeft(report));
         case RunResult::cancelled:
-            return QStringLiteral("Cancelled. Nothing was shredded.");
+            return Words::tr("Cancelled. Nothing was shredded.");
         case RunResult::givenUp:
-            return QStringLiteral("Given up. Nothing was shredded.");
+            return Words::tr("Given up. Nothing was shredded.");
         case RunResult::notInitiated:
             return messageOf(report.refusal);
         case RunResult::completed:
             break;
     }
-    return whatWasDone(report.outcome) + whatWasSkipped(report);
+    return joined(joined(whatWasDone(report.outcome), whatWasSkipped(report)), whatWasLeft(report));
+}
+
+std::uint64_t stillThere(const Outcome& outcome) {
+    std::uint64_t told = 0;
+    for (const ItemOutcome& item : outcome.perItem) told += item.left.size();
+    const bool isAllTold = told > 0 && told < Outcome::keptTroubles;
+    return isAllTold ? std::min(told, outcome.notRemoved) : outcome.notRemoved;
 }
 
 QString failureOf(const RunReport& report) {
     const Outcome& outcome = report.outcome;
     QStringList parts;
-    if (outcome.notRemoved > 0) {
-        parts << counted(outcome.notRemoved, QStringLiteral("item")) +
-                     (outcome.notRemoved == 1 ? QStringLiteral(" is still there.")
-                                              : QStringLiteral(" are still there."));
+    if (const std::uint64_t left = stillThere(outcome); left > 0) {
+        parts << Words::tr("%Ln item(s) (is|are) still there.", nullptr, asNumber(left));
     }
     if (outcome.notOverwritten > 0) {
-        parts << counted(outcome.notOverwritten, QStringLiteral("file")) +
-                     QStringLiteral(" not wholly overwritten.");
+        parts << Words::tr("%Ln file(s) not wholly overwritten.", nullptr,
+                           asNumber(outcome.notOverwritten));
     }
     if (outcome.notVerified > 0) {
-        parts << counted(outcome.notVerified, QStringLiteral("file")) +
-                     QStringLiteral(" read back otherwise or not at all.");
+        parts << Words::tr("%Ln file(s) read back otherwise or not at all.", nullptr,
+                           asNumber(outcome.notVerified));
     }
     if (outcome.vanished > 0) {
-        parts << counted(outcome.vanished, QStringLiteral("item")) +
-                     QStringLiteral(" vanished before being shredded.");
+        parts << Words::tr("%Ln item(s) vanished before being shredded.", nullptr,
+                           asNumber(outcome.vanished));
     }
     if (outcome.notFlushed > 0) {
-        parts << counted(outcome.notFlushed, QStringLiteral("file")) +
-                     QStringLiteral(" perhaps not on the medium yet.");
+        parts << Words::tr("%Ln file(s) perhaps not on the medium yet.", nullptr,
+                           asNumber(outcome.notFlushed));
     }
     if (outcome.notCleaned > 0) {
-        parts << counted(outcome.notCleaned, QStringLiteral("place")) +
-                     QStringLiteral(" could not be cleaned.");
+        parts << Words::tr("%Ln place(s) could not be cleaned.", nullptr,
+                           asNumber(outcome.notCleaned));
     }
     if (outcome.stopped || !outcome.left.empty()) {
-        parts << QStringLiteral("Shredding ended early.");
+        parts << Words::tr("Shredding ended early.");
     }
     if (parts.isEmpty() && !outcome.troubles.empty()) {
-        parts << QStringLiteral("Something did not go as it should.");
+        parts << Words::tr("Something did not go as it should.");
     }
     if (report.listingUnknown) {
-        parts << QStringLiteral("What runs could not be listed: all applications were left alone.");
+        parts << Words::tr("What runs could not be listed: all applications were left alone.");
     }
     return parts.join(u' ');
 }
@@ -102,29 +129,36 @@ QString failureOf(const RunReport& report) {
 QString messageOf(Refusal refusal) {
     switch (refusal) {
         case Refusal::quitting:
-            return QStringLiteral("Not started: Dorvanel is about to quit.");
+            return Words::tr("Not started: Dorvanel is about to quit.");
         case Refusal::preferencesUnknown:
-            return QStringLiteral("Not started: the preferences cannot be read.");
+            return Words::tr("Not started: the preferences cannot be read.");
         case Refusal::noThread:
-            return QStringLiteral("Not started: the computer has no thread to give.");
+            return Words::tr("Not started: the computer has no thread to give.");
         case Refusal::atWork:
         case Refusal::none:
             break;
     }
-    return QStringLiteral("Not started: a run is still in progress.");
+    return Words::tr("Not started: a run is still in progress.");
+}
+
+QString reasonOf(const Outcome::Trouble& trouble) {
+    const std::string reason =
+        trouble.reason.empty() ? std::generic_category().message(trouble.code) : trouble.reason;
+    //: %1: a word for what was tried, as "remove"; %2: why it failed
+    return Words::tr("could not %1: %2")
+        .arg(displayText(Words::tr(trouble.operation.c_str()).toStdString()), displayText(reason));
 }
 
 QString detailsOf(const Outcome& outcome) {
     QStringList lines;
     for (const Outcome::Trouble& trouble : outcome.troubles) {
-        const std::string reason =
-            trouble.reason.empty() ? std::generic_category().message(trouble.code) : trouble.reason;
-        lines << QStringLiteral("%1: could not %2: %3")
-                     .arg(displayText(trouble.path), displayText(trouble.operation),
-                          displayText(reason));
+        //: %1: a path; %2: "could not remove: Operation not permitted"
+        lines << (trouble.path.empty()
+                      ? reasonOf(trouble)
+                      : Words::tr("%1: %2").arg(displayText(trouble.path), reasonOf(trouble)));
     }
     for (const std::string& path : outcome.left) {
-        lines << QStringLiteral("Left: %1").arg(displayText(path));
+        lines << Words::tr("Left: %1").arg(displayText(path));
     }
     return lines.join(u'\n');
 }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QString>
+#include <cstdint>
 
+#include "app/desktop/Words.h"
 #include "engine/Outcome.h"
 #include "run/RunReport.h"
 
@@ -15,13 +17,17 @@ QString messageOf(const RunReport& report);
 /// went well.
 QString failureOf(const RunReport& report);
 
+/// How many things are still there: files and the like that could not be removed; folders only
+/// where nothing in them could not be.
+std::uint64_t stillThere(const Outcome& outcome);
+
 /// Why a request did not begin.
 QString messageOf(Refusal refusal);
 
 /// What could not be done, a line each, with path and reason; "" when all went well.
 QString detailsOf(const Outcome& outcome);
 
-/// "1 item", "3 items".
-QString counted(quint64 count, const QString& noun);
+/// Why something was not done: "could not remove: Operation not permitted".
+QString reasonOf(const Outcome::Trouble& trouble);
 
 }  // namespace dorvanel::desktop

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop/PreferencesPanel.h"
 
+#include <QAccessible>
 #include <QEvent>
+#include <QScreen>
 
 #include "app/desktop/Bytes.h"
 #include "app/desktop/Elision.h"
 #include "app/desktop/PanelControls.h"
 #include "app/desktop/QtWindow.h"
+#include "app/desktop/Words.h"
+#include "app/desktop/preferences/PanelPlace.h"
+#include "app/desktop/preferences/PassText.h"
 #include "apps/Applications.h"
 
 namespace dorvanel::desktop {
@@ -60,14 +65,31 @@ void PreferencesPanel::showPanel() {
 }
 
 void PreferencesPanel::prepareToShow() {
+    if (!mPreferencesWindow->isVisible()) rememberOpened();
     reallyupdateUI();
     if (!parts_.preferences.areKnown()) {
-        showMessage(QStringLiteral("The stored preferences cannot be read, and nothing is shredded "
-                                   "until they can. “Factory Settings” sets the file aside and "
-                                   "begins again. ") +
-                    trouble());
+        showMessage(Words::tr("The stored preferences cannot be read, and nothing is shredded "
+                              "until they can. “Factory Settings” sets the file aside and begins "
+                              "again. %1")
+                        .arg(trouble()));
     }
+    place();
+}
+
+void PreferencesPanel::rememberOpened() {
+    opened_.reset();
+    // What nobody knows cannot be brought back.
+    if (parts_.defaults == nullptr || !parts_.preferences.areKnown()) return;
+    opened_.emplace(parts_.preferences, *parts_.defaults);
+}
+
+void PreferencesPanel::place() {
     centerOnScreen(*mPreferencesWindow);
+    const QScreen* screen = mPreferencesWindow->screen();
+    if (screen == nullptr || !parts_.keepVisible) return;
+    const QPoint shift = shiftToKeepVisible(mPreferencesWindow->frameGeometry(),
+                                            parts_.keepVisible(), screen->availableGeometry());
+    mPreferencesWindow->move(mPreferencesWindow->pos() + shift);
 }
 
 std::optional<PreferencesPanel::Controls> PreferencesPanel::findControls(const QWidget& mainMenu) {
@@ -92,6 +114,13 @@ std::optional<PreferencesPanel::Controls> PreferencesPanel::findControls(const Q
          {"shredMailsmith1Textbox", "shredMailsmith2Textbox", "shredMailsmith3Textbox"}) {
         find(name, found.mailsmithTexts.emplace_back());
     }
+    find("panelPages", found.pages);
+    find("preferencesSearch", found.searchField);
+    find("searchResults", found.searchResults);
+    find("preferencesMessage", found.message);
+    find("passText", found.passText);
+    find("undoButton", found.undoButton);
+    find("revertButton", found.revertButton);
     return all ? std::optional(found) : std::nullopt;
 }
 
@@ -121,6 +150,13 @@ void PreferencesPanel::connectControls(const Controls& found) {
     shredMailsmithSpamCheckbox = button("shredMailsmithSpamCheckbox");
     enableMozillaCheckbox = button("enableMozillaCheckbox");
     enableNetscapeCheckbox = button("enableNetscapeCheckbox");
+    pages_ = found.pages;
+    message_ = found.message;
+    passText_ = found.passText;
+    undoButton_ = found.undoButton;
+    revertButton_ = found.revertButton;
+    if (parts_.furnish) parts_.furnish(*mPreferencesWindow);
+    search_ = std::make_unique<PanelSearch>(*found.searchField, *found.searchResults, *pages_);
     connectCommands();
 }
 
@@ -129,10 +165,12 @@ void PreferencesPanel::connectCommands() {
         auto* found = mPreferencesWindow->findChild<QAbstractButton*>(QLatin1String(name));
         if (found != nullptr) connect(found, &QAbstractButton::clicked, this, command);
     };
-    onClick("revertButton", [this] { parts_.preferences.revert(); });
+    onClick("revertButton", [this] { revertToOpened(); });
+    onClick("undoButton", [this] { undoFactorySettings(); });
     onClick("revertToDefaultButton", [this] { beginAgain(); });
     onClick("closeButton", [this] { mPreferencesWindow->close(); });
-    message_ = mPreferencesWindow->findChild<QLabel*>("preferencesMessage");
+    // Escape sends no close event.
+    connect(mPreferencesWindow, &QDialog::finished, this, [this] { windowWillClose(); });
     closeByKey(*mPreferencesWindow);
     mPreferencesWindow->installEventFilter(this);
 }
@@ -149,6 +187,42 @@ void PreferencesPanel::reallyupdateUI() {
     for (NumberPopUp& popUp : popUps_) popUp.show(value(popUp.key()).intValue());
     showMailsmith();
     showEnabledBrowsers();
+    showPasses();
+    showRevert();
+}
+
+void PreferencesPanel::showPasses() {
+    OverwriteSettings settings;
+    for (const auto& [button, key] : buttons_) {
+        if (key == BoolKey("DoDSanitize")) settings.doDSanitize = button->isChecked();
+        if (key == BoolKey("NSA")) settings.nsa = button->isChecked();
+    }
+    for (const NumberPopUp& popUp : popUps_) {
+        const int number = popUp.value();
+        if (popUp.key() == IndexKey("NumberOfWrites")) settings.numberOfWrites = number;
+        if (popUp.key() == IndexKey("OverwritePattern")) {
+            settings.pattern = static_cast<unsigned>(number);
+        }
+    }
+    const QString text = passText(settings);
+    if (text == passText_->text()) return;
+    passText_->setText(text);
+    QAccessibleEvent said(passText_, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&said);
+}
+
+void PreferencesPanel::showRevert() {
+    const bool differs = opened_ && opened_->differsFrom(parts_.preferences);
+    // A button that is dimmed would hand the keyboard on to the next.
+    if (!differs && revertButton_->hasFocus()) mPreferencesWindow->setFocus();
+    revertButton_->setEnabled(differs);
+}
+
+void PreferencesPanel::revertToOpened() {
+    if (!opened_) return parts_.preferences.revert();
+    const auto saved = opened_->restore(parts_.preferences, *parts_.defaults);
+    reallyupdateUI();
+    showSaved(saved);
 }
 
 void PreferencesPanel::showMailsmith() {
@@ -182,6 +256,7 @@ void PreferencesPanel::showMozillaAndNetscape() {
 void PreferencesPanel::enableChanged(const QAbstractButton& box) {
     if (showing_ > 0) return;
     showSaved(parts_.preferences.enableChanged(titleOf(box)));
+    showRevert();
 }
 
 void PreferencesPanel::miscChanged() {
@@ -194,18 +269,42 @@ void PreferencesPanel::miscChanged() {
         shown.insert_or_assign(popUp.key(), Number::fromInt(popUp.value()));
     }
     showSaved(parts_.preferences.commitDisplayedValues());
+    showPasses();
+    showRevert();
 }
 
 void PreferencesPanel::beginAgain() {
     const bool wereKnown = parts_.preferences.areKnown();
+    std::optional<PreferenceSnapshot> before;
+    if (wereKnown && parts_.defaults != nullptr) {
+        before.emplace(parts_.preferences, *parts_.defaults);
+    }
     if (const auto started = parts_.preferences.startAfresh(); !started) {
-        return showMessage(QStringLiteral("Not done: ") + displayText(started.error().message()));
+        return showMessage(Words::tr("Not done: %1").arg(displayText(started.error().message())));
     }
     parts_.preferences.revertToDefault();
+    if (before && before->differsFrom(parts_.preferences)) return offerUndo(*before);
     if (wereKnown) return;
     const auto saved = parts_.preferences.saveDefaults();
+    rememberOpened();
+    showRevert();
     if (!saved) return showSaved(saved);
-    showMessage(QStringLiteral("The preferences begin again. ") + trouble());
+    showMessage(Words::tr("The preferences begin again. %1").arg(trouble()));
+}
+
+void PreferencesPanel::offerUndo(const PreferenceSnapshot& before) {
+    showMessage(Words::tr("The factory settings are set."));
+    beforeFactory_ = before;
+    undoButton_->show();
+    QAccessibleEvent said(message_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
+}
+
+void PreferencesPanel::undoFactorySettings() {
+    if (!beforeFactory_) return;
+    const auto saved = beforeFactory_->restore(parts_.preferences, *parts_.defaults);
+    reallyupdateUI();
+    showSaved(saved);
 }
 
 QString PreferencesPanel::trouble() const {
@@ -216,18 +315,23 @@ void PreferencesPanel::showSaved(const Result<Done>& saved) {
     if (saved) return showMessage({});
     const QString reason = displayText(saved.error().message());
     showMessage(parts_.preferences.areKnown()
-                    ? QStringLiteral("In force, but not saved: ") + reason
-                    : QStringLiteral("Not saved, and nothing is shredded by it: ") + reason);
+                    ? Words::tr("In force, but not saved: %1").arg(reason)
+                    : Words::tr("Not saved, and nothing is shredded by it: %1").arg(reason));
 }
 
 void PreferencesPanel::showMessage(const QString& message) {
-    if (message_ == nullptr) return;
+    // What could be undone was another message's.
+    beforeFactory_.reset();
+    if (undoButton_->hasFocus()) mPreferencesWindow->setFocus();
+    undoButton_->hide();
     message_->setVisible(!message.isEmpty());
     showCut(*message_, message);
 }
 
 void PreferencesPanel::windowWillClose() {
     mPreferencesWindow->setFocus();
+    search_->clear();
+    if (beforeFactory_) showMessage({});
 }
 
 bool PreferencesPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -9,8 +9,10 @@
 #include <QPushButton>
 #include <array>
 
+#include "app/desktop/AlertWords.h"
 #include "app/desktop/Bytes.h"
 #include "app/desktop/Elision.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
 
@@ -24,6 +26,24 @@ constexpr int alertWidth = 420;
 /// The names of the buttons as objects, in the order of AlertButton.
 constexpr std::array<const char*, 3> buttonNames = {"defaultButton", "alternateButton",
                                                     "otherButton"};
+
+/// What the controller's alerts are titled and answered with, for whoever translates them.
+[[maybe_unused]] constexpr std::array<const char*, 10> knownTexts = {
+    QT_TRANSLATE_NOOP("Words", "Dorvanel Confirmation"),
+    QT_TRANSLATE_NOOP("Words", "Dorvanel Quit Browsers"),
+    QT_TRANSLATE_NOOP("Words", "Multiple Mozilla Profiles"),
+    QT_TRANSLATE_NOOP("Words", "Yes"),
+    QT_TRANSLATE_NOOP("Words", "No"),
+    QT_TRANSLATE_NOOP("Words", "OK"),
+    QT_TRANSLATE_NOOP("Words", "Cancel"),
+    QT_TRANSLATE_NOOP("Words", "Hide"),
+    QT_TRANSLATE_NOOP("Words", "Quit"),
+    QT_TRANSLATE_NOOP("Words", "Shred")};
+
+/// A title as the person reads it.
+QString inWords(const std::string& title) {
+    return displayText(Words::tr(title.c_str()).toStdString());
+}
 
 /// An alert's message with its own line breaks kept.
 QString messageText(const std::string& message) {
@@ -40,18 +60,18 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
     auto* box = new QMessageBox(parent);
     box->setIconPixmap(QApplication::windowIcon().pixmap(iconSide));
     box->setTextFormat(Qt::PlainText);
-    box->setWindowTitle(displayText(text.title));
-    box->setText(displayText(text.title));
-    const QString message = messageText(text.message);
+    box->setWindowTitle(inWords(text.title));
+    box->setText(inWords(text.title));
+    const QString message = messageText(alertWords(text.message));
     box->setInformativeText(withLongWordsCut(message, box->fontMetrics(), alertNameWidth));
     if (auto* shown = box->findChild<QLabel*>("qt_msgbox_informativelabel")) {
-        const QString whole = text.whole.empty() ? message : messageText(text.whole);
+        const QString whole = text.whole.empty() ? message : messageText(alertWords(text.whole));
         if (shown->text() != whole) {
             shown->setToolTip(whole);
             shown->setAccessibleName(whole);
         }
     }
-    box->setAccessibleName(displayText(text.title));
+    box->setAccessibleName(inWords(text.title));
     if (auto* title = box->findChild<QLabel*>("qt_msgbox_label")) {
         QFont bold = title->font();
         bold.setBold(true);
@@ -70,7 +90,7 @@ QMessageBox* makeAlert(QWidget* parent, const AlertText& text) {
         const auto role = isCancel ? QMessageBox::RejectRole
                           : i == 2 ? QMessageBox::DestructiveRole
                                    : QMessageBox::AcceptRole;
-        QPushButton* button = box->addButton(displayText(*titles[i]), role);
+        QPushButton* button = box->addButton(inWords(*titles[i]), role);
         button->setObjectName(QLatin1String(buttonNames[i]));
         if (i == 0) box->setDefaultButton(button);
         if (i == 0 || isCancel) box->setEscapeButton(button);

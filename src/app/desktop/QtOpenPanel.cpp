@@ -4,14 +4,16 @@
 #include <QFile>
 #include <QFileDialog>
 
+#include "app/desktop/Words.h"
+
 namespace dorvanel::desktop {
 
 std::optional<std::vector<std::string>> QtOpenPanel::runModalForDirectory(
     const std::string& directory) {
-    QFileDialog dialog(&parent_, QStringLiteral("Shred Files"),
+    QFileDialog dialog(&parent_, Words::tr("Shred Files: What You Choose Is Shredded at Once"),
                        QFile::decodeName(QByteArray::fromStdString(directory)));
     dialog.setFileMode(multiple_ ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
-    dialog.setLabelText(QFileDialog::Accept, QStringLiteral("&Shred"));
+    dialog.setLabelText(QFileDialog::Accept, Words::tr("&Shred"));
     // A link stands for the link: what it leads to must not be picked in its place.
     dialog.setOption(QFileDialog::DontResolveSymlinks);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/desktop/AlertWords.h"
 #include "app/desktop/Bytes.h"
 #include "app/desktop/Colors.h"
+#include "app/desktop/Words.h"
 
 namespace dorvanel::desktop {
 
@@ -53,7 +55,8 @@ void QtTextField::show() {
         color.swap(pendingColor_);
     }
     if (text) {
-        text_ = displayText(*text);
+        // What is cut is a name, in nobody's language.
+        text_ = displayText(elide_ == Elide::no ? statusWords(*text) : *text);
         showText();
     }
     if (color && color != color_) {
@@ -84,25 +87,31 @@ void QtTextField::showColor(Color color) {
     label_.setPalette(palette);
 }
 
-ApplicationLabel::ApplicationLabel(QLabel& label, QLabel& mark) : QtTextField(label), mark_(mark) {}
+ApplicationLabel::ApplicationLabel(QLabel& label, QLabel& mark, QLabel& word)
+    : QtTextField(label), mark_(mark), word_(word) {}
 
 void ApplicationLabel::showColor(Color color) {
     QtTextField::showColor(color);
     const QPalette base = mark_.parentWidget()->palette();
     mark_.setPixmap(markFor(color, base, mark_.devicePixelRatioF()));
-    QString state = QStringLiteral("%1 is not watched.");
-    QString word = QStringLiteral("not watched");
+    word_.setPalette(label().palette());
+    const QString name = label().text();
+    QString state = Words::tr("%1 is not watched.").arg(name);
+    QString spoken = Words::tr("not watched");
+    QString word = Words::tr("off", "an application that is not watched");
     if (color == Color::red) {
-        state = QStringLiteral("%1 is running. Its traces are left alone until it quits.");
-        word = QStringLiteral("running");
+        state = Words::tr("%1 is running. Its traces are left alone until it quits.").arg(name);
+        spoken = Words::tr("running");
+        word = Words::tr("runs", "an application");
     } else if (color == Color::green) {
-        state = QStringLiteral("%1 is watched. It is not running.");
-        word = QStringLiteral("watched, not running");
+        state = Words::tr("%1 is watched. It is not running.").arg(name);
+        spoken = Words::tr("watched, not running");
+        word = Words::tr("watched", "an application");
     }
-    state = state.arg(label().text());
-    for (QLabel* part : {&label(), &mark_}) part->setToolTip(state);
+    for (QLabel* part : {&label(), &mark_, &word_}) part->setToolTip(state);
     label().setAccessibleDescription(state);
-    mark_.setAccessibleName(word);
+    mark_.setAccessibleName(spoken);
+    word_.setText(word);
 }
 
 QtProgressIndicator::QtProgressIndicator(QProgressBar& bar)

@@ -49,16 +49,19 @@ class QtTextField : public ui::TextField {
     MainThreadWake wake_;
 };
 
-/// The label of a supported application: its colour also shows in the mark beside it and in words.
+/// The label of a supported application: its colour also shows in the mark before it and in the
+/// word behind it.
 class ApplicationLabel final : public QtTextField {
   public:
-    ApplicationLabel(QLabel& label, QLabel& mark);
+    /// All three outlive the outlet.
+    ApplicationLabel(QLabel& label, QLabel& mark, QLabel& word);
 
   protected:
     void showColor(ui::Color color) override;
 
   private:
     QLabel& mark_;
+    QLabel& word_;
 };
 
 /// The progress bar.

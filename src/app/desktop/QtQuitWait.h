@@ -19,6 +19,7 @@ class QtQuitWait : public platform::QuitWait {
 
     bool wait(std::chrono::microseconds time) override;
     void cancel() override;
+    void renew() override { cancelled_ = false; }
 
   private:
     QtRunLoop& loop_;

@@ -4,6 +4,8 @@
 #include <QEvent>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyle>
+#include <algorithm>
 #include <utility>
 
 #include "app/desktop/QtAlertPanel.h"
@@ -29,16 +31,30 @@ SheetCode sheetCode(ui::AlertButton button) {
     return SheetCode::otherButton;
 }
 
+/// How much wider and higher a window is with its frame; as the style has frames, where the window
+/// has none yet.
+QSize frameSize(const QWidget& window) {
+    const QSize known = window.frameSize() - window.size();
+    if (!known.isNull()) return known;
+    const int border = 2 * window.style()->pixelMetric(QStyle::PM_DefaultFrameWidth);
+    return {border, border + window.style()->pixelMetric(QStyle::PM_TitleBarHeight)};
+}
+
 }  // namespace
 
 void centerOnScreen(QWidget& window) {
     const QScreen* screen = window.screen();
     if (screen == nullptr) return;
     const QRect available = screen->availableGeometry();
-    window.resize(window.size().boundedTo(available.size()));
+    const QSize around = frameSize(window);
+    window.resize(window.size().boundedTo(available.size() - around));
     QRect frame = window.frameGeometry();
     frame.moveCenter(available.center());
-    window.move(frame.topLeft());
+    // With the frame that it is to get it stays on the screen as well.
+    const QRect room = available.adjusted(0, 0, -window.width() - around.width() + 1,
+                                          -window.height() - around.height() + 1);
+    window.move(std::clamp(frame.left(), room.left(), std::max(room.left(), room.right())),
+                std::clamp(frame.top(), room.top(), std::max(room.top(), room.bottom())));
 }
 
 void bringToFront(QWidget& window) {

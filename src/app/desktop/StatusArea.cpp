@@ -42,6 +42,7 @@ bool screenHasTray() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     if (x11 == nullptr) return false;
     xcb_connection_t* screen = x11->connection();
+    if (screen == nullptr) return false;  // drawn without one: nobody sees an icon
     constexpr std::string_view selection = "_NET_SYSTEM_TRAY_S0";
     const auto atom = owned(xcb_intern_atom_reply(
         screen, xcb_intern_atom(screen, 0, selection.size(), selection.data()), nullptr));

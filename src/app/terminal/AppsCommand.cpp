@@ -4,6 +4,7 @@
 #include <memory>
 #include <ostream>
 
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "apps/Applications.h"
@@ -24,7 +25,7 @@ ExitStatus list(Terminal& terminal) {
 ExitStatus enable(Terminal& terminal, const std::string& name, bool enabled) {
     if (std::find(applicationNames.begin(), applicationNames.end(), name) ==
         applicationNames.end()) {
-        terminal.complain("there is no application \"" + name + "\"; \"dorvanel apps\" lists them");
+        terminal.complain(tr("there is no application \"{}\"; \"dorvanel apps\" lists them", name));
         return ExitStatus::usage;
     }
     OpenedPreferences opened(terminal);
@@ -37,27 +38,27 @@ ExitStatus enable(Terminal& terminal, const std::string& name, bool enabled) {
 
 void addAppsCommand(CLI::App& program, Action& chosen) {
     auto name = std::make_shared<std::string>();
-    CLI::App* apps =
-        program.add_subcommand("apps", "List the supported applications, enable and disable them");
+    CLI::App* apps = program.add_subcommand(
+        "apps", tr("List the supported applications, enable and disable them"));
     apps->require_subcommand(0, 1)->fallthrough();
     apps->callback([&chosen] {
         if (!chosen) chosen = list;
     });
-    apps->add_subcommand("list", "Print every application and YES or NO (also without a word)")
+    apps->add_subcommand("list", tr("Print every application and YES or NO (also without a word)"))
         ->fallthrough()
         ->callback([&chosen] { chosen = list; });
 
-    const auto addSwitch = [&](const char* word, const char* description, bool enabled) {
+    const auto addSwitch = [&](const char* word, const std::string& description, bool enabled) {
         CLI::App* command = apps->add_subcommand(word, description);
-        command->fallthrough()->add_option("NAME", *name, "The application's name")->required();
+        command->fallthrough()->add_option("NAME", *name, tr("The application's name"))->required();
         command->callback([&chosen, name, enabled] {
             chosen = [name, enabled](Terminal& terminal) {
                 return enable(terminal, *name, enabled);
             };
         });
     };
-    addSwitch("enable", "Shred what the application left (Mozilla with Netscape)", true);
-    addSwitch("disable", "Leave the application alone (Mozilla with Netscape)", false);
+    addSwitch("enable", tr("Shred what the application left (Mozilla with Netscape)"), true);
+    addSwitch("disable", tr("Leave the application alone (Mozilla with Netscape)"), false);
 }
 
 }  // namespace dorvanel::terminal

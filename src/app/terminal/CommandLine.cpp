@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "app/CommandLineWords.h"
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "platform/AccountFolders.h"
 #include "platform/UserSwitch.h"
@@ -18,7 +19,7 @@ namespace {
 ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Terminal& terminal) {
     if (outcome.get_exit_code() != 0) {
         terminal.complain(outcome.what());
-        terminal.complain("\"dorvanel --help\" tells how it is used");
+        terminal.complain(tr("\"dorvanel --help\" tells how it is used"));
         return ExitStatus::usage;
     }
     program.exit(outcome, terminal.out, terminal.err);
@@ -26,6 +27,31 @@ ExitStatus tell(const CLI::App& program, const CLI::ParseError& outcome, Termina
 }
 
 using Words = std::vector<std::string>;
+
+/// Words of the parser's own, in the language of the person; those of its complaints stay as it has
+/// them.
+void speakOfHelp(CLI::App& program) {
+    program.set_help_flag("-h,--help", tr("Print this help message and exit"));
+    program.option_defaults()->group(tr("Options"));
+    program.group(tr("Subcommands"));
+    const auto& formatter = program.get_formatter();
+    formatter->label("Usage", tr("Usage"));
+    formatter->label("OPTIONS", tr("OPTIONS"));
+    formatter->label("SUBCOMMAND", tr("SUBCOMMAND"));
+    formatter->label("SUBCOMMANDS", tr("SUBCOMMANDS"));
+    formatter->label("Positionals", tr("Positionals"));
+    formatter->label("REQUIRED", tr("REQUIRED"));
+    formatter->label("Excludes", tr("Excludes"));
+}
+
+/// Puts the option for help of each command beside its others: a command has it before these have
+/// a name for their group.
+void groupHelp(CLI::App& command) {
+    command.get_help_ptr()->group(tr("Options"));
+    for (CLI::App* inner : command.get_subcommands([](CLI::App*) { return true; })) {
+        groupHelp(*inner);
+    }
+}
 
 /// The word that names the command.
 Words::const_iterator commandOf(const Words& arguments) {
@@ -41,13 +67,15 @@ Words::const_iterator commandOf(const Words& arguments) {
 
 std::optional<Command> readCommandLine(const std::vector<std::string>& arguments,
                                        Terminal& terminal, ExitStatus& ended) {
-    CLI::App program("Shreds files for good: their contents are overwritten before they go.",
+    CLI::App program(tr("Shreds files for good: their contents are overwritten before they go."),
                      "dorvanel");
+    speakOfHelp(program);
     Command command;
     Action& chosen = command.action;
     program.require_subcommand(0, 1);  // an unknown command is then told by its name
-    program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION);
-    program.add_option("--home", command.home, "Use DIR as the home folder")->type_name("DIR");
+    program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION,
+                             tr("Display program version information and exit"));
+    program.add_option("--home", command.home, tr("Use DIR as the home folder"))->type_name("DIR");
     addShredCommand(program, chosen);
     addRecoverCommand(program, chosen);
     addWatchCommand(program, chosen);
@@ -58,6 +86,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     addTracesCommand(program, chosen);
     addTrashCommand(program, chosen);
     addLogCommand(program, chosen);
+    groupHelp(program);
 
     const auto first = commandOf(arguments);
     const bool isShred = first != arguments.end() && *first == "shred";
@@ -65,7 +94,7 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     const auto named = takesNames ? first : arguments.end();
     if (isShred && asksAmongFileNames({first + 1, arguments.end()})) {
         terminal.complain(
-            "help or version among the files: a file of such a name is shredded behind \"--\"");
+            tr("help or version among the files: a file of such a name is shredded behind \"--\""));
         ended = ExitStatus::usage;
         return std::nullopt;
     }

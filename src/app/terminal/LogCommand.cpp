@@ -7,6 +7,7 @@
 #include <ostream>
 #include <system_error>
 
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "log/ActivityLog.h"
 
@@ -29,19 +30,19 @@ void printAsItIs(std::istream& log, Terminal& terminal) {
 ExitStatus print(Terminal& terminal) {
     const std::string path = activityLogPath();
     if (path.empty()) {
-        terminal.complain("there is no Activity Log: HOME is not set");
+        terminal.complain(tr("there is no Activity Log: HOME is not set"));
         return ExitStatus::done;
     }
     std::error_code ignored;
     const std::filesystem::file_status status = std::filesystem::status(path, ignored);
     if (std::filesystem::is_other(status)) {  // a pipe, say, which nobody might ever write to
-        terminal.complain(path + ": not a regular file");
+        terminal.complain(tr("{}: not a regular file", path));
         return ExitStatus::incomplete;
     }
     errno = 0;
     std::ifstream log(path, std::ios::binary);
     if (!log && errno == ENOENT) {
-        terminal.complain("there is no Activity Log yet: " + path);
+        terminal.complain(tr("there is no Activity Log yet: {}", path));
         return ExitStatus::done;
     }
     if (log) terminal.outIsTerminal ? printEscaped(log, terminal) : printAsItIs(log, terminal);
@@ -53,7 +54,7 @@ ExitStatus print(Terminal& terminal) {
 }  // namespace
 
 void addLogCommand(CLI::App& program, Action& chosen) {
-    program.add_subcommand("log", "Print the Activity Log")->fallthrough()->callback([&chosen] {
+    program.add_subcommand("log", tr("Print the Activity Log"))->fallthrough()->callback([&chosen] {
         chosen = print;
     });
 }

@@ -5,6 +5,7 @@
 
 #include "app/ApplicationsOfToday.h"
 #include "app/MachinesUnfinished.h"
+#include "app/Texts.h"
 #include "app/terminal/TerminalSession.h"
 #include "platform/PollLoop.h"
 
@@ -20,7 +21,7 @@ class MachineServices {
             return std::unique_ptr<MachineServices>(
                 new MachineServices(std::move(runLoop.value())));
         }
-        terminal.complain("no main loop: out of descriptors");
+        terminal.complain(tr("no main loop: out of descriptors"));
         return nullptr;
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/terminal/OpenedPreferences.h"
 
+#include "app/Texts.h"
 #include "apps/Applications.h"
 #include "platform/AccountFolders.h"
 #include "platform/UserSwitch.h"
@@ -21,15 +22,15 @@ OpenedPreferences::OpenedPreferences(Terminal& terminal, Unreadable unreadable, 
     PreferencesOwner owner{.defaults = *defaults_, .applications = supportedApplications};
     preferences_ = dorvanel::Preferences::sharedInstance(owner);
     if (!areKnown() && unreadable == Unreadable::stopsIt) {
-        terminal.complain(
+        terminal.complain(tr(
             "without knowing the preferences nothing is shredded or changed; "
-            "\"dorvanel prefs revert\" sets the file aside and goes back to the factory values");
+            "\"dorvanel prefs revert\" sets the file aside and goes back to the factory values"));
     }
 }
 
 ExitStatus OpenedPreferences::statusOf(const Result<Done>& saved) const {
     if (saved) return ExitStatus::done;
-    terminal_.complain("not saved: " + saved.error().message());
+    terminal_.complain(tr("not saved: {}", saved.error().message()));
     return ExitStatus::incomplete;
 }
 

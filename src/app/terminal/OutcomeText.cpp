@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/terminal/OutcomeText.h"
 
-#include <fmt/format.h>
-
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <ostream>
 #include <system_error>
 
-#include "app/SizeText.h"
+#include "app/Texts.h"
 
 namespace dorvanel::terminal {
 namespace {
@@ -17,55 +17,95 @@ std::uint64_t troublesOf(const Outcome& outcome) {
            outcome.vanished + outcome.notCleaned;
 }
 
+/// What cannot be done, each a sentence that a language can put in its own order.
+constexpr const char* failures[] = {marked("could not chmod: {}"),
+                                    marked("could not chown: {}"),
+                                    marked("could not clean: {}"),
+                                    marked("could not create: {}"),
+                                    marked("could not find: {}"),
+                                    marked("could not find its traces: {}"),
+                                    marked("could not look for mentions: {}"),
+                                    marked("could not make folder: {}"),
+                                    marked("could not flush: {}"),
+                                    marked("could not fsync: {}"),
+                                    marked("could not list: {}"),
+                                    marked("could not lock: {}"),
+                                    marked("could not look at: {}"),
+                                    marked("could not look into: {}"),
+                                    marked("could not move: {}"),
+                                    marked("could not open: {}"),
+                                    marked("could not overwrite: {}"),
+                                    marked("could not read: {}"),
+                                    marked("could not remove: {}"),
+                                    marked("could not rename: {}"),
+                                    marked("could not replace: {}"),
+                                    marked("could not stat: {}"),
+                                    marked("could not truncate: {}"),
+                                    marked("could not verify: {}"),
+                                    marked("could not write: {}")};
+
+std::string textOf(const std::string& operation, const std::string& reason) {
+    const auto isIt = [&](const char* text) { return "could not " + operation + ": {}" == text; };
+    const auto* known = std::ranges::find_if(failures, isIt);
+    return known == std::end(failures) ? tr("could not {}: {}", operation, reason)
+                                       : tr(*known, reason);
+}
+
 }  // namespace
 
 void tellOutcome(const Outcome& outcome, Terminal& terminal) {
     for (const Outcome::Trouble& trouble : outcome.troubles) {
         const std::string reason =
             trouble.reason.empty() ? std::generic_category().message(trouble.code) : trouble.reason;
-        const char* separator = trouble.path.empty() ? "" : ": ";
-        terminal.complain(fmt::format("{}{}could not {}: {}", trouble.path, separator,
-                                      trouble.operation, reason));
+        const std::string text = textOf(trouble.operation, reason);
+        terminal.complain(trouble.path.empty() ? text : trouble.path + ": " + text);
     }
     if (outcome.notOverwritten > 0) {
-        terminal.complain(counted(outcome.notOverwritten, "file") + " not wholly overwritten");
+        terminal.complain(trn("{} file not wholly overwritten", "{} files not wholly overwritten",
+                              outcome.notOverwritten));
     }
     if (outcome.notRemoved > 0) {
-        terminal.complain(counted(outcome.notRemoved, "item") + " still there");
+        terminal.complain(trn("{} item still there", "{} items still there", outcome.notRemoved));
     }
     if (outcome.notVerified > 0) {
-        terminal.complain(counted(outcome.notVerified, "file") +
-                          " read back otherwise or not at all");
+        terminal.complain(trn("{} file read back otherwise or not at all",
+                              "{} files read back otherwise or not at all", outcome.notVerified));
     }
     if (outcome.notFlushed > 0) {
-        terminal.complain(counted(outcome.notFlushed, "file") +
-                          " overwritten, but perhaps not on the medium");
+        terminal.complain(trn("{} file overwritten, but perhaps not on the medium",
+                              "{} files overwritten, but perhaps not on the medium",
+                              outcome.notFlushed));
     }
     if (outcome.vanished > 0) {
-        terminal.complain(fmt::format("{} vanished before {} turn",
-                                      counted(outcome.vanished, "item"),
-                                      outcome.vanished == 1 ? "its" : "their"));
+        terminal.complain(trn("{} item vanished before its turn",
+                              "{} items vanished before their turn", outcome.vanished));
     }
     if (outcome.notCleaned > 0) {
-        terminal.complain(counted(outcome.notCleaned, "place") + " could not be cleaned");
+        terminal.complain(trn("{} place could not be cleaned", "{} places could not be cleaned",
+                              outcome.notCleaned));
     }
-    for (const std::string& path : outcome.left) terminal.complain("left: " + path);
+    for (const std::string& path : outcome.left) {
+        terminal.complain(tr("left: {}", path));
+    }
 
-    terminal.out << fmt::format("{}: {} overwritten ({}), {} and {} removed{}\n",
-                                counted(outcome.items, "item"),
-                                counted(outcome.filesOverwritten, "file"),
-                                counted(outcome.bytesOverwritten, "byte"),
-                                counted(outcome.filesRemoved, "file"),
-                                counted(outcome.foldersRemoved, "folder"),
-                                outcome.stopped ? "; stopped" : "")
+    const char* whole = outcome.stopped
+                            ? marked("{}: {} overwritten ({}), {} and {} removed; stopped")
+                            : marked("{}: {} overwritten ({}), {} and {} removed");
+    terminal.out << tr(whole, trn("{} item", "{} items", outcome.items),
+                       trn("{} file", "{} files", outcome.filesOverwritten),
+                       trn("{} byte", "{} bytes", outcome.bytesOverwritten),
+                       trn("{} file", "{} files", outcome.filesRemoved),
+                       trn("{} folder", "{} folders", outcome.foldersRemoved))
+                 << '\n'
                  << std::flush;
     if (outcome.filesVerified > 0) {
-        terminal.out << counted(outcome.filesVerified, "file") + " verified\n" << std::flush;
+        terminal.out << trn("{} file verified", "{} files verified", outcome.filesVerified) << '\n'
+                     << std::flush;
     }
     if (outcome.filesCleaned > 0) {
-        terminal.out << fmt::format("{} cleaned ({} removed)\n",
-                                    counted(outcome.filesCleaned, "file"),
-                                    counted(outcome.rowsRemoved, "row"))
+        terminal.out << trn("{} file cleaned ({} removed)", "{} files cleaned ({} removed)",
+                            outcome.filesCleaned, trn("{} row", "{} rows", outcome.rowsRemoved))
+                     << '\n'
                      << std::flush;
     }
 }

@@ -13,6 +13,7 @@
 
 #include "app/PlanSummary.h"
 #include "app/SizeText.h"
+#include "app/Texts.h"
 #include "app/terminal/EscapedText.h"
 #include "app/terminal/WrappedText.h"
 #include "targets/traces/HomeRoot.h"
@@ -32,40 +33,41 @@ constexpr std::size_t mostNoted = 20;  ///< notes of a kind that are shown
 /// How many files an item is; "" where its size says it all.
 std::string countCell(const PlanItem& item) {
     if (item.action == Action::clean || item.isOfList()) return {};
-    if (item.files == 0 && item.folders > 0) return counted(item.folders, "folder");
-    return counted(item.files, "file");
+    if (item.files == 0 && item.folders > 0) return trn("{} folder", "{} folders", item.folders);
+    return trn("{} file", "{} files", item.files);
 }
 
 std::string sizeCell(const PlanItem& item) {
-    if (item.isOfList()) return counted(item.entries, "mention");
+    if (item.isOfList()) return trn("{} mention", "{} mentions", item.entries);
     if (item.action != Action::clean) return sizeText(item.bytes);
-    if (item.keys == 0) return counted(item.rows, "row");
-    if (item.rows == 0) return counted(item.keys, "key");
-    return counted(item.rows, "row") + ", " + counted(item.keys, "key");
+    std::string rows = trn("{} row", "{} rows", item.rows);
+    if (item.keys == 0) return rows;
+    std::string keys = trn("{} key", "{} keys", item.keys);
+    return item.rows == 0 ? keys : rows + ", " + keys;
 }
 
 std::string reasonOf(const PlanSkip& skip) {
-    const char* reason = "others can write there";
+    const char* reason = marked("others can write there");
     switch (skip.reason) {
         case PlanSkip::Reason::running:
-            reason = "is running";
+            reason = marked("is running");
             break;
         case PlanSkip::Reason::mount:
-            reason = "another file system is mounted there";
+            reason = marked("another file system is mounted there");
             break;
         case PlanSkip::Reason::unreadable:
-            reason = "cannot be looked into";
+            reason = marked("cannot be looked into");
             break;
         case PlanSkip::Reason::locked:
-            reason = "another program has locked it";
+            reason = marked("another program has locked it");
             break;
         case PlanSkip::Reason::corrupt:
-            reason = "is damaged";
+            reason = marked("is damaged");
             break;
         case PlanSkip::Reason::insecure:
             break;
     }
-    return skip.detail.empty() ? reason : fmt::format("{}: {}", reason, skip.detail);
+    return skip.detail.empty() ? tr(reason) : fmt::format("{}: {}", tr(reason), skip.detail);
 }
 
 /// The kinds of notes in the order in which they are told: what else would go, what would remain,
@@ -75,17 +77,20 @@ struct NoteKind {
     const char* meaning;
 };
 constexpr NoteKind noteKinds[] = {
-    {PlanNote::Kind::link, "Links that lead to what would be overwritten too"},
-    {PlanNote::Kind::hardLink, "Files with several names, all of which would show what is written"},
-    {PlanNote::Kind::medium, "Old contents may survive on the medium"},
-    {PlanNote::Kind::shared, "Shared with a snapshot or a copy, which keeps the old contents"},
-    {PlanNote::Kind::unreadable, "Cannot be looked into, or not be overwritten"},
-    {PlanNote::Kind::open, "Open in another program"}};
+    {PlanNote::Kind::link, marked("Links that lead to what would be overwritten too:")},
+    {PlanNote::Kind::hardLink,
+     marked("Files with several names, all of which would show what is written:")},
+    {PlanNote::Kind::medium, marked("Old contents may survive on the medium:")},
+    {PlanNote::Kind::shared,
+     marked("Shared with a snapshot or a copy, which keeps the old contents:")},
+    {PlanNote::Kind::unreadable, marked("Cannot be looked into, or not be overwritten:")},
+    {PlanNote::Kind::open, marked("Open in another program:")}};
 
 std::string remarkOf(const PlanNote& note) {
     if (note.kind != PlanNote::Kind::hardLink) return note.detail;
-    return fmt::format("{}, {} of them here{}", counted(note.links, "name"), note.names.size(),
-                       note.detail.empty() ? "" : "; " + note.detail);
+    const std::string names =
+        trn("{} name, {} of them here", "{} names, {} of them here", note.links, note.names.size());
+    return note.detail.empty() ? names : names + "; " + note.detail;
 }
 
 /// The items of a plan, those that belong together beside one another, otherwise in their order.
@@ -152,7 +157,7 @@ class Telling {
 
     void tellSkipped() {
         if (plan_.skipped.empty()) return;
-        tellLine("Passed over", 0);
+        tellLine(tr("Passed over"), 0);
         for (const PlanSkip& skip : plan_.skipped) {
             const bool isAnApplication = skip.path.empty();
             tellNamed(isAnApplication ? shown(skip.application) : shownPath(skip.path),
@@ -169,7 +174,7 @@ class Telling {
         for (const PlanItem& item : plan_.items) more += item.moreNotes;
         if (more == 0) return;
         terminal_.out << '\n';
-        tellText(counted(more, "more note") + " not shown", 0);
+        tellText(trn("{} more note not shown", "{} more notes not shown", more), 0);
     }
 
   private:
@@ -188,9 +193,13 @@ class Telling {
     }
 
     [[nodiscard]] std::string headingOf(const PlanItem& item) const {
-        if (item.action == Action::mention) return "Remembered by the desktop";
-        std::string heading = item.action == Action::clean ? "Clean" : "Shred";
-        if (!item.application.empty()) heading += " " + item.application;
+        if (item.action == Action::mention) return tr("Remembered by the desktop");
+        const bool isCleaned = item.action == Action::clean;
+        std::string heading = isCleaned ? tr("Clean") : tr("Shred");
+        if (!item.application.empty()) {
+            heading =
+                isCleaned ? tr("Clean {}", item.application) : tr("Shred {}", item.application);
+        }
         if (!item.trace.empty()) heading += ": " + item.trace;
         return shown(heading);
     }
@@ -244,7 +253,7 @@ class Telling {
                 if (note.kind != kind.kind || ++met > mostNoted) continue;
                 if (met == 1) {
                     terminal_.out << '\n';
-                    tellText(std::string(kind.meaning) + ":", 0);
+                    tellText(tr(kind.meaning), 0);
                 }
                 if (kind.kind == PlanNote::Kind::link) {
                     tellLink(note);
@@ -253,7 +262,7 @@ class Telling {
                 }
             }
         }
-        if (met > mostNoted) tellLine(fmt::format("and {} more", met - mostNoted), margin);
+        if (met > mostNoted) tellLine(trn("and {} more", "and {} more", met - mostNoted), margin);
     }
 
     const Plan& plan_;

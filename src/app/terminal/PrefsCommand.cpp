@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <memory>
 #include <ostream>
 
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "prefs/Keys.h"
@@ -26,14 +25,15 @@ std::string shown(Number value) {
 std::optional<Key> findKey(Terminal& terminal, const std::string& name) {
     const std::optional<Key> found = Key::find(name);
     if (!found) {
-        terminal.complain("there is no preference \"" + name + "\"; \"dorvanel prefs\" lists them");
+        terminal.complain(tr("there is no preference \"{}\"; \"dorvanel prefs\" lists them", name));
     }
     return found;
 }
 
-std::string allowedValues(const PreferenceKey& key) {
-    if (key.isBool()) return fmt::format("{} takes YES or NO", key.name);
-    return fmt::format("{} takes 0 or {} to {}", key.name, separatorIndex + 1, key.lastIndex);
+std::string refusalOf(const PreferenceKey& key, const std::string& value) {
+    if (key.isBool()) return tr("{} takes YES or NO, not \"{}\"", key.name, value);
+    return tr("{} takes 0 or {} to {}, not \"{}\"", key.name, separatorIndex + 1, key.lastIndex,
+              value);
 }
 
 /// The value that the words stand for, if the panel could store it.
@@ -75,7 +75,7 @@ ExitStatus set(Terminal& terminal, const Words& words) {
     if (!key) return ExitStatus::usage;
     const std::optional<Number> value = parsed(key->row(), words.value);
     if (!value) {
-        terminal.complain(allowedValues(key->row()) + ", not \"" + words.value + "\"");
+        terminal.complain(refusalOf(key->row(), words.value));
         return ExitStatus::usage;
     }
     OpenedPreferences opened(terminal);
@@ -97,29 +97,29 @@ ExitStatus revert(Terminal& terminal) {
 
 void addPrefsCommand(CLI::App& program, Action& chosen) {
     auto words = std::make_shared<Words>();
-    CLI::App* prefs = program.add_subcommand("prefs", "List, read and change the preferences");
+    CLI::App* prefs = program.add_subcommand("prefs", tr("List, read and change the preferences"));
     prefs->require_subcommand(0, 1)->fallthrough();
     prefs->callback([&chosen] {
         if (!chosen) chosen = list;
     });
-    prefs->add_subcommand("list", "Print every preference and its value (also without a word)")
+    prefs->add_subcommand("list", tr("Print every preference and its value (also without a word)"))
         ->fallthrough()
         ->callback([&chosen] { chosen = list; });
 
-    CLI::App* getter = prefs->add_subcommand("get", "Print the value of one preference");
-    getter->fallthrough()->add_option("KEY", words->key, "The preference's name")->required();
+    CLI::App* getter = prefs->add_subcommand("get", tr("Print the value of one preference"));
+    getter->fallthrough()->add_option("KEY", words->key, tr("The preference's name"))->required();
     getter->callback([&chosen, words] {
         chosen = [words](Terminal& terminal) { return get(terminal, *words); };
     });
 
-    CLI::App* setter = prefs->add_subcommand("set", "Change one preference");
-    setter->fallthrough()->add_option("KEY", words->key, "The preference's name")->required();
-    setter->add_option("VALUE", words->value, "YES, NO, or an index of a menu")->required();
+    CLI::App* setter = prefs->add_subcommand("set", tr("Change one preference"));
+    setter->fallthrough()->add_option("KEY", words->key, tr("The preference's name"))->required();
+    setter->add_option("VALUE", words->value, tr("YES, NO, or an index of a menu"))->required();
     setter->callback([&chosen, words] {
         chosen = [words](Terminal& terminal) { return set(terminal, *words); };
     });
 
-    prefs->add_subcommand("revert", "Go back to the factory values")
+    prefs->add_subcommand("revert", tr("Go back to the factory values"))
         ->fallthrough()
         ->callback([&chosen] { chosen = revert; });
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <ostream>
 
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/TerminalAlertPanel.h"
@@ -74,7 +75,7 @@ ExitStatus select(Terminal& terminal, const std::string& name, bool selected) {
         isSelected = isSelected || item.state();
     });
     if (first == nullptr) {
-        terminal.complain("there is no profile \"" + name + "\"; \"dorvanel profiles\" lists them");
+        terminal.complain(tr("there is no profile \"{}\"; \"dorvanel profiles\" lists them", name));
         return ExitStatus::usage;
     }
     if (isSelected != selected) first->performAction();
@@ -86,28 +87,30 @@ ExitStatus select(Terminal& terminal, const std::string& name, bool selected) {
 void addProfilesCommand(CLI::App& program, Action& chosen) {
     auto name = std::make_shared<std::string>();
     CLI::App* profiles = program.add_subcommand(
-        "profiles", "List the Mozilla and Firefox profiles, select those to shred");
+        "profiles", tr("List the Mozilla and Firefox profiles, select those to shred"));
     profiles->require_subcommand(0, 1)->fallthrough();
     profiles->callback([&chosen] {
         if (!chosen) chosen = list;
     });
     profiles
         ->add_subcommand("list",
-                         "Print every profile, [x] before the selected (also without a word)")
+                         tr("Print every profile, [x] before the selected (also without a word)"))
         ->fallthrough()
         ->callback([&chosen] { chosen = list; });
 
-    const auto addSwitch = [&](const char* word, const char* description, bool selected) {
+    const auto addSwitch = [&](const char* word, const std::string& description, bool selected) {
         CLI::App* command = profiles->add_subcommand(word, description);
-        command->fallthrough()->add_option("NAME", *name, "The profile's folder name")->required();
+        command->fallthrough()
+            ->add_option("NAME", *name, tr("The profile's folder name"))
+            ->required();
         command->callback([&chosen, name, selected] {
             chosen = [name, selected](Terminal& terminal) {
                 return select(terminal, *name, selected);
             };
         });
     };
-    addSwitch("select", "Shred the profile's traces", true);
-    addSwitch("deselect", "Leave the profile alone", false);
+    addSwitch("select", tr("Shred the profile's traces"), true);
+    addSwitch("deselect", tr("Leave the profile alone"), false);
 }
 
 }  // namespace dorvanel::terminal

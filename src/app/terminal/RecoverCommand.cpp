@@ -16,6 +16,7 @@
 #include "app/MachinesUnfinished.h"
 #include "app/ShredArguments.h"
 #include "app/SizeText.h"
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
@@ -37,7 +38,7 @@ struct Options {
     ReportOptions report;
 };
 
-constexpr const char* isAbsent = "the folder that holds it is not there now";
+constexpr const char* isAbsent = marked("the folder that holds it is not there now");
 
 /// One call of the command.
 class Recovery {
@@ -125,11 +126,10 @@ bool Recovery::resolveFolders() {
         }
         if (code == 0 && status.kind != platform::EntryKind::folder) code = ENOTDIR;
         if (code != 0) {
-            std::string reason = "does not exist";
-            if (code != ENOENT) {
-                reason = "cannot be looked through: " + std::generic_category().message(code);
-            }
-            terminal_.complain(fmt::format("\"{}\" {}", argument, reason));
+            const std::string why = std::generic_category().message(code);
+            terminal_.complain(code == ENOENT
+                                   ? tr("\"{}\" does not exist", argument)
+                                   : tr("\"{}\" cannot be looked through: {}", argument, why));
             return false;
         }
         folders_.push_back(real);
@@ -199,30 +199,32 @@ Plan Recovery::planOf(const LeftFolders& found) {
     }
     plan.skipped = found.skipped;
     for (const std::string& path : found.absent) {
-        plan.skipped.push_back({path, {}, PlanSkip::Reason::unreadable, isAbsent});
+        plan.skipped.push_back({path, {}, PlanSkip::Reason::unreadable, tr(isAbsent)});
     }
     return plan;
 }
 
 void Recovery::tellPlan() {
     for (const PlanItem& item : plan_.items) {
-        report_.words().out << report_.words().forOut(fmt::format(
-                                   "{}: {}, {}, {}", item.path, counted(item.files, "file"),
-                                   counted(item.folders, "folder"), sizeText(item.bytes)))
+        report_.words().out << report_.words().forOut(
+                                   fmt::format("{}: {}, {}, {}", item.path,
+                                               trn("{} file", "{} files", item.files),
+                                               trn("{} folder", "{} folders", item.folders),
+                                               sizeText(item.bytes)))
                             << '\n';
     }
-    if (plan_.items.empty()) report_.words().out << "No holding folders are left.\n";
+    if (plan_.items.empty()) report_.words().out << tr("No holding folders are left.") << '\n';
     report_.words().out << std::flush;
 }
 
 void Recovery::tellPassedOver(const LeftFolders& found) {
     for (const PlanSkip& skip : found.skipped) {
         const bool isRunning = skip.reason == PlanSkip::Reason::running;
-        terminal_.complain(skip.path + ": passed over: " +
-                           (isRunning ? "another process works on it" : skip.detail));
+        terminal_.complain(tr("{}: passed over: {}", skip.path,
+                              isRunning ? tr("another process works on it") : skip.detail));
     }
     for (const std::string& path : found.absent) {
-        terminal_.complain(path + ": kept for later: " + isAbsent);
+        terminal_.complain(tr("{}: kept for later: {}", path, tr(isAbsent)));
     }
 }
 
@@ -256,7 +258,7 @@ ExitStatus Recovery::finish(OpenedPreferences& opened, const std::vector<std::st
             terminal_.in.interrupt();
         });
         if (!signals) {
-            terminal_.complain("signals cannot be caught: one would end this midway");
+            terminal_.complain(tr("signals cannot be caught: one would end this midway"));
         }
         const bool isAgreed = agreed(paths.size());
         if (isStopped_) return ExitStatus::interrupted;
@@ -327,12 +329,12 @@ void Recovery::forgetFinished(LeftFolders& found) {
 void addRecoverCommand(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<Options>();
     CLI::App* command = program.add_subcommand(
-        "recover", "Finish what a shredding that was cut off has left: its holding folders");
+        "recover", tr("Finish what a shredding that was cut off has left: its holding folders"));
     command->fallthrough();
     command->add_option("FOLDER", options->folders,
-                        "Look for holding folders in here, in place of those that are known");
+                        tr("Look for holding folders in here, in place of those that are known"));
     addReportOptions(*command, options->report);
-    command->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
+    command->add_flag("--yes", options->yes, tr("Answer \"Yes\" without asking"));
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) { return Recovery(terminal, *options).run(); };
     });

@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "app/ReportDocument.h"
+#include "app/Texts.h"
 #include "app/terminal/PlanText.h"
 #include "platform/Clock.h"
 
@@ -24,30 +25,32 @@ Terminal withoutOutput(const Terminal& terminal) {
 }  // namespace
 
 void addReportOptions(CLI::App& command, ReportOptions& options) {
-    command.add_flag("--preview", options.preview, "Say what would go, and touch nothing");
-    command.add_flag("--json", options.json, "Print one JSON document, and nothing else");
+    command.add_flag("--preview", options.preview, tr("Say what would go, and touch nothing"));
+    command.add_flag("--json", options.json, tr("Print one JSON document, and nothing else"));
 }
 
 void addVerifyOption(CLI::App& command, ReportOptions& options) {
-    command.add_flag("--verify", options.verifies, "Read back what was overwritten");
+    command.add_flag("--verify", options.verifies, tr("Read back what was overwritten"));
 }
 
 void addDiscardOption(CLI::App& command, ReportOptions& options) {
     command.add_flag("--discard", options.discards,
-                     "Have the medium forget all free space when all is done");
+                     tr("Have the medium forget all free space when all is done"));
 }
 
 Report::Report(Terminal& terminal, const ReportOptions& options)
     : terminal_(terminal),
       options_(options),
       started_(platform::systemClock().time()),
-      words_(options.json ? withoutOutput(terminal) : terminal) {}
+      words_(options.json ? withoutOutput(terminal) : terminal) {
+    if (options.json) platform::speakEnglish();  // the reasons in it are what programs compare
+}
 
 ExitStatus Report::preview(const Plan& plan, bool stopped) {
     const auto status =
         stopped ? ExitStatus::interrupted : static_cast<ExitStatus>(previewStatus(plan));
     if (stopped) {
-        terminal_.complain("ended by a signal; not all was looked at");
+        terminal_.complain(tr("ended by a signal; not all was looked at"));
     } else if (!options_.json) {
         tellPlan(plan, terminal_, terminal_.columns ? terminal_.columns() : 0);
     }

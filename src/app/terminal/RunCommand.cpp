@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/MachinesPlanning.h"
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MachineServices.h"
 #include "app/terminal/Report.h"
@@ -116,7 +117,7 @@ ExitStatus Run::shred(TerminalSession& session, SessionServices services,
             session.requestQuit();
         });
         if (!signals) {
-            words.complain("signals cannot be caught: out of threads or descriptors");
+            words.complain(tr("signals cannot be caught: out of threads or descriptors"));
             return end(ExitStatus::notInitiated);
         }
         controller.applicationDidFinishLaunching();
@@ -139,12 +140,12 @@ ExitStatus Run::shred(TerminalSession& session, SessionServices services,
 void addRunCommand(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<Options>();
     CLI::App* command =
-        program.add_subcommand("run", "Shred the traces that the preferences select");
+        program.add_subcommand("run", tr("Shred the traces that the preferences select"));
     command->fallthrough();
-    command->add_option("--then", options->then, "End with this")
+    command->add_option("--then", options->then, tr("End with this"))
         ->type_name("logout|shutdown|restart")
         ->check(CLI::IsMember({"logout", "shutdown", "restart"}));
-    command->add_flag("--yes", options->yes, "Answer \"Yes\" and \"OK\" without asking");
+    command->add_flag("--yes", options->yes, tr("Answer \"Yes\" and \"OK\" without asking"));
     addReportOptions(*command, options->report);
     addVerifyOption(*command, options->report);
     addDiscardOption(*command, options->report);

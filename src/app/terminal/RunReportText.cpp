@@ -6,40 +6,37 @@
 
 #include <ostream>
 
+#include "app/Texts.h"
 #include "app/terminal/OutcomeText.h"
 #include "log/ActivityLog.h"
 
 namespace dorvanel::terminal {
 namespace {
 
-const char* reasonOf(Refusal refusal) {
+const char* textOf(Refusal refusal) {
     switch (refusal) {
         case Refusal::atWork:
-            return ": another request is at work";
+            return marked("not initiated: another request is at work; nothing was shredded");
         case Refusal::quitting:
-            return ": the program is about to quit";
+            return marked("not initiated: the program is about to quit; nothing was shredded");
         case Refusal::preferencesUnknown:
-            return ": the preferences cannot be read";
+            return marked("not initiated: the preferences cannot be read; nothing was shredded");
         case Refusal::noThread:
-            return ": the machine has no thread to give";
+            return marked("not initiated: the machine has no thread to give; nothing was shredded");
         case Refusal::none:
             break;
     }
-    return "";
+    return marked("not initiated; nothing was shredded");
 }
-
-}  // namespace
-
-namespace {
 
 void tellLog(bool wroteLog, Terminal& terminal) {
     const std::optional<Error> trouble = activityLogTrouble();
     if (wroteLog && !trouble) {
-        terminal.out << "Activity Log: " << terminal.forOut(activityLogPath()) << '\n';
+        terminal.out << tr("Activity Log: {}", terminal.forOut(activityLogPath())) << '\n';
     }
     // Also where nothing was to be written: the log of the run before should be empty now.
     if (trouble && (wroteLog || !activityLogPath().empty())) {
-        terminal.complain("no Activity Log: " + trouble->message());
+        terminal.complain(tr("no Activity Log: {}", trouble->message()));
     }
 }
 
@@ -51,26 +48,27 @@ void tellReport(const RunReport& report, bool wroteLog, Terminal& terminal) {
             tellOutcome(report.outcome, terminal);
             break;
         case RunResult::nothingSelected:
-            terminal.out << "nothing selected to shred\n";
+            terminal.out << tr("nothing selected to shred") << '\n';
             break;
         case RunResult::cancelled:
-            terminal.complain("cancelled; nothing was shredded");
+            terminal.complain(tr("cancelled; nothing was shredded"));
             break;
         case RunResult::givenUp:
-            terminal.complain("ended by a signal; nothing was shredded");
+            terminal.complain(tr("ended by a signal; nothing was shredded"));
             break;
         case RunResult::notInitiated:
-            terminal.complain(std::string("not initiated") + reasonOf(report.refusal) +
-                              "; nothing was shredded");
+            terminal.complain(tr(textOf(report.refusal)));
             break;
     }
     for (const std::string& fault : report.catalogueFaults) terminal.complain(fault);
     if (report.listingUnknown) {
-        terminal.complain("the processes could not be listed: every application may be running");
+        terminal.complain(
+            tr("the processes could not be listed: every application may be running"));
     }
     if (!report.skipped.empty()) {
-        terminal.out << fmt::format("not touched, because running: {}\n",
-                                    fmt::join(report.skipped, ", "));
+        terminal.out << tr("not touched, because running: {}",
+                           fmt::format("{}", fmt::join(report.skipped, ", ")))
+                     << '\n';
     }
     tellLog(wroteLog, terminal);
     terminal.out << std::flush;

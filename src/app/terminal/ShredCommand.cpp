@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <optional>
@@ -7,6 +8,7 @@
 
 #include "app/MachinesPlanning.h"
 #include "app/ShredArguments.h"
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
@@ -22,6 +24,7 @@ namespace {
 
 using Paths = std::vector<std::string>;
 using Links = platform::SystemCalls::Links;
+using Inside = ShredArguments::Inside;
 
 struct Options {
     Paths paths;
@@ -30,6 +33,15 @@ struct Options {
     bool noFollow = false;    ///< what links lead to stays
     ReportOptions report;
 };
+
+/// Whether the plan tells of something for which a check of the folders may refuse an item.
+bool tellsTrouble(const Plan& plan) {
+    return !plan.skipped.empty() || std::ranges::any_of(plan.items, [](const PlanItem& item) {
+        return item.moreNotes > 0 || std::ranges::any_of(item.notes, [](const PlanNote& note) {
+                   return note.kind == PlanNote::Kind::unreadable;
+               });
+    });
+}
 
 /// One call of the command.
 class Shred {
@@ -40,10 +52,11 @@ class Shred {
     ExitStatus run();
 
   private:
-    bool check();
+    bool check(Inside inside = Inside::checked);
     [[nodiscard]] bool wantsMentions(const PreferenceReader& preferences) const;
     void findMentions();
-    Plan plan();
+    Plan planOfItems();
+    void planMentions(Plan& plan);
     ExitStatus preview();
     ExitStatus shred(const PreferenceReader& preferences);
     [[nodiscard]] bool isStopped() const { return stop_; }
@@ -60,26 +73,29 @@ class Shred {
 };
 
 ExitStatus Shred::run() {
+    if (options_.report.preview) return preview();
     if (!check()) return ExitStatus::usage;
-    const bool onlyLooks = options_.report.preview;
     OpenedPreferences opened(report_.words(), OpenedPreferences::Unreadable::stopsIt,
-                             onlyLooks ? Saving::never : Saving::allowed);
+                             Saving::allowed);
     if (!opened.areKnown()) return ExitStatus::usage;
     takesMentions_ = wantsMentions(opened.preferences());
-    return onlyLooks ? preview() : shred(opened.preferences());
+    return shred(opened.preferences());
 }
 
 /// Holds what is to be shredded. False, and every reason told, when some of it must not be touched.
-bool Shred::check() {
+bool Shred::check(Inside inside) {
     Terminal& words = report_.words();
     Result<ShredArguments> items = checkShredArguments(
-        options_.paths, *system_, options_.noFollow ? Links::stay : Links::follow);
+        options_.paths, *system_, options_.noFollow ? Links::stay : Links::follow,
+        [this] { return isStopped(); }, inside);
+    // All that is wrong is told at once.
+    if (items && inside == Inside::left && !items.value().complaints.empty()) return check();
     if (!items) {
         words.complain(items.error().message());
         return false;
     }
     for (const ShredArguments::Complaint& complaint : items.value().complaints) {
-        words.complain("\"" + complaint.argument + "\" " + complaint.reason);
+        words.complain(tr("\"{}\" {}", complaint.argument, complaint.reason));
     }
     checked_ = std::move(items.value());
     return checked_.complaints.empty();
@@ -95,21 +111,32 @@ void Shred::findMentions() {
                    [this] { return isStopped(); });
 }
 
-Plan Shred::plan() {
-    Plan plan = planOf(checked_.items,
-                       planning_.parts(
-                           *system_, [this] { return isStopped(); }, checked_.protectedFolders));
-    if (!takesMentions_) return plan;
+Plan Shred::planOfItems() {
+    return planOf(checked_.items,
+                  planning_.parts(
+                      *system_, [this] { return isStopped(); }, checked_.protectedFolders));
+}
+
+void Shred::planMentions(Plan& plan) {
+    if (!takesMentions_) return;
     for (PlanItem& item : mentions_.planItems()) plan.items.push_back(std::move(item));
     for (PlanSkip& skip : mentions_.planSkips()) plan.skipped.push_back(std::move(skip));
-    return plan;
 }
 
 ExitStatus Shred::preview() {
     // Where signals cannot be caught one ends this at once, which does no harm.
     const auto signals = platform::catchQuitSignals([this] { stop_ = true; });
+    // The plan walks through all folders as the check would, which a large tree shows: they are
+    // checked only where the plan met something.
+    if (!check(Inside::left)) return ExitStatus::usage;
+    Plan planned = planOfItems();
+    if (!stop_ && tellsTrouble(planned) && !check()) return ExitStatus::usage;
+    OpenedPreferences opened(report_.words(), OpenedPreferences::Unreadable::stopsIt,
+                             Saving::never);
+    if (!opened.areKnown()) return ExitStatus::usage;
+    takesMentions_ = wantsMentions(opened.preferences());
     findMentions();
-    const Plan planned = plan();
+    planMentions(planned);
     return report_.preview(planned, stop_);
 }
 
@@ -129,9 +156,12 @@ ExitStatus Shred::shred(const PreferenceReader& preferences) {
             stop_ = true;
             engine.access().requestStop();
         });
-        if (!signals) words.complain("signals cannot be caught: one would end this midway");
+        if (!signals) words.complain(tr("signals cannot be caught: one would end this midway"));
         findMentions();
-        if (options_.report.json || options_.report.discards) planned = plan();
+        if (options_.report.json || options_.report.discards) {
+            planned = planOfItems();
+            planMentions(planned);
+        }
         if (options_.report.discards) discarding.add(planned);
         engine.access().shredItems(checked_.items);
         outcome = engine.access().outcome();
@@ -148,21 +178,22 @@ ExitStatus Shred::shred(const PreferenceReader& preferences) {
 
 void addShredCommand(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<Options>();
-    CLI::App* command = program.add_subcommand("shred", "Shred files and folders now");
+    CLI::App* command = program.add_subcommand("shred", tr("Shred files and folders now"));
     command->fallthrough()
         ->add_option("PATH", options->paths,
-                     "A file or a folder; after \"--\" it may begin with a dash")
+                     tr("A file or a folder; after \"--\" it may begin with a dash"))
         ->required();
     addReportOptions(*command, options->report);
     addVerifyOption(*command, options->report);
     addDiscardOption(*command, options->report);
     command->add_flag("--no-follow", options->noFollow,
-                      "Links go, and what they lead to stays as it is");
+                      tr("Links go, and what they lead to stays as it is"));
     CLI::Option* mentions = command->add_flag(
         "--mentions", options->mentions,
-        "Also thumbnails of the files, and their entries in lists of recent documents");
+        tr("Also thumbnails of the files, and their entries in lists of recent documents"));
     command
-        ->add_flag("--no-mentions", options->noMentions, "Not those, whatever ShredMentions says")
+        ->add_flag("--no-mentions", options->noMentions,
+                   tr("Not those, whatever ShredMentions says"))
         ->excludes(mentions);
     command->callback([&chosen, options] {
         chosen = [options](Terminal& terminal) { return Shred(terminal, *options).run(); };

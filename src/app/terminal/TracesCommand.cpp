@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "app/terminal/TracesList.h"
@@ -73,22 +74,26 @@ void tellWhatIsLost(const catalogue::Entry& entry, const std::vector<std::string
     }
 }
 
+std::string noSuchApplication(const std::string& id) {
+    return tr("there is no application \"{}\"; \"dorvanel traces --all\" lists them", id);
+}
+
 ExitStatus select(Terminal& terminal, const Options& options) {
     const Catalogue applications = loadedCatalogue(terminal);
     const catalogue::Entry* entry = applications.find(options.application);
     if (entry == nullptr) {
-        terminal.complain("there is no application \"" + options.application +
-                          "\"; \"dorvanel traces --all\" lists them");
+        terminal.complain(noSuchApplication(options.application));
         return ExitStatus::usage;
     }
     for (const std::string& kind : options.kinds) {
         if (traceOf(*entry, kind) != nullptr) continue;
-        terminal.complain(fmt::format("{} has no traces of the kind \"{}\"", entry->name, kind));
+        terminal.complain(tr("{} has no traces of the kind \"{}\"", entry->name, kind));
         return ExitStatus::usage;
     }
     const auto kinds = options.kinds.empty() ? recommendedKinds(*entry) : options.kinds;
     if (kinds.empty()) {
-        terminal.complain(entry->name + " has no kinds that are recommended: say which you mean");
+        terminal.complain(
+            tr("{} has no kinds that are recommended: say which you mean", entry->name));
         return ExitStatus::usage;
     }
     OpenedPreferences opened(terminal);
@@ -106,14 +111,13 @@ ExitStatus deselect(Terminal& terminal, const Options& options) {
     // What was chosen once can always be taken back, whoever describes it today.
     if (!choice.chosen().contains(options.application) &&
         loadedCatalogue(terminal).find(options.application) == nullptr) {
-        terminal.complain("there is no application \"" + options.application +
-                          "\"; \"dorvanel traces --all\" lists them");
+        terminal.complain(noSuchApplication(options.application));
         return ExitStatus::usage;
     }
     for (const std::string& kind : options.kinds) {
         if (std::ranges::find(catalogue::traceKinds, kind) == catalogue::traceKinds.end() &&
             !choice.isChosen(options.application, kind)) {
-            terminal.complain("there is no kind of traces \"" + kind + "\"");
+            terminal.complain(tr("there is no kind of traces \"{}\"", kind));
             return ExitStatus::usage;
         }
     }
@@ -134,35 +138,35 @@ void addTracesCommand(CLI::App& program, Action& chosen) {
         };
     };
     const auto addListOptions = [&](CLI::App* command) {
-        command->add_flag("--all", options->list.all, "Also what is not found in this home");
-        command->add_flag("--json", options->list.json, "Print one JSON document");
+        command->add_flag("--all", options->list.all, tr("Also what is not found in this home"));
+        command->add_flag("--json", options->list.json, tr("Print one JSON document"));
         command->callback(acts([](Terminal& terminal, const Options& chosenOptions) {
             return listTraces(terminal, chosenOptions.list);
         }));
     };
-    CLI::App* traces =
-        program.add_subcommand("traces", "List and choose the traces that applications have left");
+    CLI::App* traces = program.add_subcommand(
+        "traces", tr("List and choose the traces that applications have left"));
     traces->require_subcommand(0, 1)->fallthrough();
     addListOptions(traces);
     CLI::App* list = traces->add_subcommand(
-        "list", "Print what is found, with sizes, [x] where chosen (also without a word)");
+        "list", tr("Print what is found, with sizes, [x] where chosen (also without a word)"));
     addListOptions(list->fallthrough());
 
-    const auto addChoice = [&](const char* word, const char* description, auto function) {
+    const auto addChoice = [&](const char* word, const std::string& description, auto function) {
         CLI::App* command = traces->add_subcommand(word, description);
         command->fallthrough()
-            ->add_option("APP", options->application, "The application's ID")
+            ->add_option("APP", options->application, tr("The application's ID"))
             ->required();
-        command->add_option("KIND", options->kinds, "Kinds of traces: cache, history, ...");
+        command->add_option("KIND", options->kinds, tr("Kinds of traces: cache, history, ..."));
         command->callback(acts(function));
     };
-    addChoice("select", "Have runs take these kinds too; without KIND the recommended ones",
+    addChoice("select", tr("Have runs take these kinds too; without KIND the recommended ones"),
               select);
-    addChoice("deselect", "Have runs leave these kinds; without KIND all of them", deselect);
+    addChoice("deselect", tr("Have runs leave these kinds; without KIND all of them"), deselect);
 
-    CLI::App* checker = traces->add_subcommand("check", "Say what is wrong with a description");
+    CLI::App* checker = traces->add_subcommand("check", tr("Say what is wrong with a description"));
     checker->fallthrough()
-        ->add_option("FILE", options->file, "The description, ID.toml")
+        ->add_option("FILE", options->file, tr("The description, ID.toml"))
         ->required();
     checker->callback(acts([](Terminal& terminal, const Options& chosenOptions) {
         return check(terminal, chosenOptions.file);

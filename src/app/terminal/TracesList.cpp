@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/SizeText.h"
+#include "app/Texts.h"
 #include "app/terminal/OpenedPreferences.h"
 #include "apps/TraceChoice.h"
 #include "platform/CleaningCalls.h"
@@ -48,13 +49,13 @@ bool isChosen(const Choice& choice, const Entry& entry, const std::string& kind)
 /// What there is of one kind: "812 files, 1.2 GiB, 12 rows, 1 key".
 std::string amountOf(const TraceSize& size) {
     std::string text;
-    const auto add = [&](std::uint64_t count, const char* unit) {
-        if (count > 0) text += (text.empty() ? "" : ", ") + counted(count, unit);
+    const auto add = [&](std::uint64_t count, const std::string& amount) {
+        if (count > 0) text += (text.empty() ? "" : ", ") + amount;
     };
-    add(size.files, "file");
-    if (size.files > 0) text += ", " + sizeText(size.bytes);
-    add(size.rows, "row");
-    add(size.keys, "key");
+    add(size.files, trn("{} file", "{} files", size.files));
+    add(size.files, sizeText(size.bytes));
+    add(size.rows, trn("{} row", "{} rows", size.rows));
+    add(size.keys, trn("{} key", "{} keys", size.keys));
     return text.empty() ? "-" : text;
 }
 
@@ -64,14 +65,16 @@ void print(const Listed& listed, const Choice& choice, bool all, Terminal& termi
         return all || isChosen(choice, entry, size.trace->kind) || !size.isNothing();
     };
     if (std::ranges::none_of(listed.sizes.traces, isShown)) return;
-    const char* state = listed.runs ? ", running" : listed.sizes.isFound ? "" : ", not found";
-    terminal.out << terminal.forOut(fmt::format("{} ({}){}", entry.name, entry.id, state)) << '\n';
+    const char* heading = listed.runs            ? marked("{} ({}), running")
+                          : listed.sizes.isFound ? "{} ({})"
+                                                 : marked("{} ({}), not found");
+    terminal.out << terminal.forOut(tr(heading, entry.name, entry.id)) << '\n';
     for (const TraceSize& size : listed.sizes.traces) {
         if (!isShown(size)) continue;
         const bool chosen = isChosen(choice, entry, size.trace->kind);
         const std::string line =
             fmt::format("  [{}] {:<12} {:<44} {}", chosen ? 'x' : ' ', size.trace->kind,
-                        amountOf(size), size.trace->recommended ? "recommended" : "");
+                        amountOf(size), size.trace->recommended ? tr("recommended") : "");
         terminal.out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
     }
 }
@@ -156,7 +159,7 @@ ExitStatus listTraces(Terminal& terminal, const TracesListOptions& options) {
     bool isWhole = survey.isWhole;
     for (const auto& [id, kinds] : choice) {
         if (applications.find(id) != nullptr) continue;
-        terminal.complain(id + ": is chosen, but nothing describes it");
+        terminal.complain(tr("{}: is chosen, but nothing describes it", id));
         isWhole = false;
     }
     if (options.json) {
@@ -165,7 +168,8 @@ ExitStatus listTraces(Terminal& terminal, const TracesListOptions& options) {
                      << '\n';
     } else {
         for (const Listed& listed : list) print(listed, choice, options.all, terminal);
-        if (list.empty()) terminal.out << "no application that is described has left anything\n";
+        if (list.empty())
+            terminal.out << tr("no application that is described has left anything") << '\n';
     }
     return isWhole ? ExitStatus::done : ExitStatus::incomplete;
 }

@@ -10,6 +10,7 @@
 #include "app/MachinesPlanning.h"
 #include "app/ShredArguments.h"
 #include "app/SizeText.h"
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MediumText.h"
 #include "app/terminal/OpenedPreferences.h"
@@ -73,7 +74,7 @@ ExitStatus shredTrash(Terminal& terminal, const TrashOptions& options,
             terminal.in.interrupt();
         });
         if (!signals && !onlyLooks) {
-            words.complain("signals cannot be caught: one would end this midway");
+            words.complain(tr("signals cannot be caught: one would end this midway"));
         }
         trash.find(userDataFolder(), mountPoints,
                    planning.parts(
@@ -82,7 +83,7 @@ ExitStatus shredTrash(Terminal& terminal, const TrashOptions& options,
         planned = trash.plan();
         if (onlyLooks) return report.preview(planned, access.stopRequested());
         if (trash.isEmpty() && planned.skipped.empty()) {
-            words.out << "Nothing is in the trash\n" << std::flush;
+            words.out << tr("Nothing is in the trash") << '\n' << std::flush;
             return report.end(planned, ExitStatus::done);
         }
         std::vector<std::string> paths;
@@ -102,8 +103,8 @@ ExitStatus shredTrash(Terminal& terminal, const TrashOptions& options,
 
 void addTrashCommand(CLI::App& program, Action& chosen) {
     auto options = std::make_shared<TrashOptions>();
-    CLI::App* command = program.add_subcommand("trash", "Shred what is in the trash");
-    command->fallthrough()->add_flag("--yes", options->yes, "Answer \"Yes\" without asking");
+    CLI::App* command = program.add_subcommand("trash", tr("Shred what is in the trash"));
+    command->fallthrough()->add_flag("--yes", options->yes, tr("Answer \"Yes\" without asking"));
     addReportOptions(*command, options->report);
     addVerifyOption(*command, options->report);
     command->callback([&chosen, options] {

@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "app/terminal/UnfinishedText.h"
 
-#include <fmt/format.h>
-
-#include "app/SizeText.h"
+#include "app/Texts.h"
 
 namespace dorvanel::terminal {
 
 void tellUnfinished(std::size_t count, const Terminal& terminal) {
     if (count == 0) return;
-    terminal.complain(fmt::format(
-        "{} of an unfinished shredding {} left: \"dorvanel recover\" finishes {}",
-        counted(count, "holding folder"), count == 1 ? "is" : "are", count == 1 ? "it" : "them"));
+    terminal.complain(trn(
+        "{} holding folder of an unfinished shredding is left: \"dorvanel recover\" finishes it",
+        "{} holding folders of an unfinished shredding are left: \"dorvanel recover\" finishes "
+        "them",
+        count));
 }
 
 void tellNotWrittenDown(const Error& error, const Terminal& terminal) {
     terminal.complain(
-        "\"dorvanel recover\" will not know of this shredding should it be cut off: " +
-        error.message());
+        tr("\"dorvanel recover\" will not know of this shredding should it be cut off: {}",
+           error.message()));
 }
 
 }  // namespace dorvanel::terminal

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <memory>
 
+#include "app/Texts.h"
 #include "app/terminal/Commands.h"
 #include "app/terminal/MachineServices.h"
 #include "app/terminal/RunReportText.h"
@@ -43,7 +44,7 @@ ExitStatus watch(Terminal& terminal, bool yes) {
             session.requestQuit();
         });
         if (!signals) {
-            terminal.complain("signals cannot be caught: out of threads or descriptors");
+            terminal.complain(tr("signals cannot be caught: out of threads or descriptors"));
             return ExitStatus::notInitiated;
         }
         status.onGone = [&session] { session.requestQuit(); };
@@ -60,8 +61,8 @@ ExitStatus watch(Terminal& terminal, bool yes) {
 void addWatchCommand(CLI::App& program, Action& chosen) {
     auto yes = std::make_shared<bool>(false);
     CLI::App* command = program.add_subcommand(
-        "watch", "Follow the supported applications and shred when one quits, until a signal");
-    command->fallthrough()->add_flag("--yes", *yes, "Answer \"Yes\" and \"OK\" without asking");
+        "watch", tr("Follow the supported applications and shred when one quits, until a signal"));
+    command->fallthrough()->add_flag("--yes", *yes, tr("Answer \"Yes\" and \"OK\" without asking"));
     command->callback(
         [&chosen, yes] { chosen = [yes](Terminal& terminal) { return watch(terminal, *yes); }; });
 }

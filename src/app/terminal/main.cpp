@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "app/Texts.h"
 #include "app/terminal/CommandLine.h"
 #include "platform/ProcessStart.h"
+#include "platform/Resources.h"
 #include "platform/StandardStreams.h"
 
 namespace {
@@ -18,7 +20,7 @@ terminal::ExitStatus run(int argc, char** argv) {
     const auto medium = platform::makeMediumInspector();
     auto answers = platform::makeAnswerInput();
     if (!answers) {
-        std::cerr << "dorvanel: no descriptor is left to read answers with\n";
+        std::cerr << "dorvanel: " + tr("no descriptor is left to read answers with") + "\n";
         return terminal::ExitStatus::notInitiated;
     }
     terminal::Terminal terminal{
@@ -33,7 +35,7 @@ terminal::ExitStatus run(int argc, char** argv) {
     const terminal::ExitStatus status = terminal::runCommandLine(
         std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);
     if (std::cout.flush()) return status;
-    terminal.complain("the output could not be written");
+    terminal.complain(tr("the output could not be written"));
     return status == terminal::ExitStatus::done ? terminal::ExitStatus::incomplete : status;
 }
 
@@ -52,6 +54,7 @@ void tell(const std::exception& failure) {
 int main(int argc, char** argv) {
     platform::prepareProcess();
     try {
+        platform::speakLanguageOfEnvironment(platform::translationsFolder());
         std::ios::sync_with_stdio(false);
         return static_cast<int>(run(argc, argv));
     } catch (const std::bad_alloc&) {

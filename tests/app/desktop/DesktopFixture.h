@@ -31,6 +31,7 @@
 #include "support/FakeMedium.h"
 #include "support/FakeProcessListing.h"
 #include "support/FakeProcessManager.h"
+#include "support/FakeProgramListing.h"
 #include "support/LogCapture.h"
 #include "support/SharedPreferences.h"
 #include "support/TemporaryFolder.h"
@@ -52,6 +53,7 @@ class HeldSequence final : public DrawSequence {
     void hold(int fills = 0) {
         fillsBefore_ = fills;
         held_ = std::make_shared<std::promise<void>>();
+        released_ = false;
     }
     void release() {
         if (held_ && !std::exchange(released_, true)) held_->set_value();
@@ -108,6 +110,27 @@ class DesktopFixture : public ::testing::Test {
         };
         if (makeWorker) services.makeWorker = makeWorker;
         services.unfinishedFolders = [this] { return unfinishedFolders; };
+        // A look at what would be shredded sees what the test has run by now.
+        services.makeLookServices = [this] {
+            auto made = std::make_unique<LookServices>();
+            auto seen = std::make_unique<FakeProcessListing>();
+            seen->lines = listing.lines;
+            made->listing = std::move(seen);
+            made->mountPoints = [] { return std::vector<std::string>(); };
+            return made;
+        };
+        services.makeSurvey = [this] {
+            desktop::SurveyServices survey = desktop::machinesSurvey();
+            auto nothingRuns = std::make_unique<FakeProgramListing>();
+            todaysListing = nothingRuns.get();
+            survey.listing = std::move(nothingRuns);
+            return survey;
+        };
+        services.countdown = countdown;
+        services.launcher = launcher;
+        services.sessionBus = sessionBus;
+        services.startsHidden = startsHidden;
+        services.systemctl = "/nowhere/systemctl";
         desktop = std::make_unique<desktop::Desktop>(std::move(services));
     }
     /// Starts the program; false when it could not be.
@@ -162,6 +185,33 @@ class DesktopFixture : public ::testing::Test {
         });
         timer->start(1);
     }
+    /// Has `answer` deal with the next question about what would be shredded, once it shows all
+    /// that there is to show.
+    void onQuestion(std::function<void(QDialog&)> answer) {
+        auto* timer = new QTimer(&alertContext_);
+        QObject::connect(timer, &QTimer::timeout, [timer, answer = std::move(answer)] {
+            for (QWidget* widget : QApplication::topLevelWidgets()) {
+                auto* dialog = qobject_cast<QDialog*>(widget);
+                if (dialog == nullptr || !dialog->isVisible()) continue;
+                const auto* busy = dialog->findChild<QWidget*>("busyBar");
+                if (busy == nullptr || busy->isVisible()) continue;
+                timer->stop();
+                timer->deleteLater();
+                answer(*dialog);
+                return;
+            }
+        });
+        timer->start(1);
+    }
+    static void press(QDialog& dialog, const char* button) {
+        auto* found = dialog.findChild<QPushButton*>(QLatin1String(button));
+        ASSERT_NE(found, nullptr) << button;
+        EXPECT_TRUE(found->isEnabled() && found->isVisible()) << button;
+        found->click();
+    }
+    static void agree(QDialog& dialog) { press(dialog, "shredPlannedButton"); }
+    static void decline(QDialog& dialog) { press(dialog, "cancelButton"); }
+
     static void click(QMessageBox& box, const QString& title) {
         for (QAbstractButton* button : box.buttons()) {
             if (button->text() == title) return button->click();
@@ -181,6 +231,7 @@ class DesktopFixture : public ::testing::Test {
     FakeClock clock;
     FakeProcessListing listing;
     FakeProcessManager processes;
+    FakeProgramListing* todaysListing = nullptr;  ///< of the window; another thread's
     FakeSystemEvents events{calls};
     FakeSystemLog log;
     FakeBundle bundle;
@@ -194,6 +245,10 @@ class DesktopFixture : public ::testing::Test {
     std::size_t unfinishedFolders = 0;  ///< that earlier shreddings have left
     std::string trouble;                ///< with the stored preferences
     bool hasStatusArea = false;
+    std::chrono::seconds countdown{0};  ///< before the session ends: none
+    desktop::LauncherEntry* launcher = nullptr;
+    bool startsHidden = false;
+    QDBusConnection sessionBus{"none"};
     std::function<std::unique_ptr<platform::Worker>()> makeWorker;
     std::unique_ptr<desktop::Desktop> desktop;
 

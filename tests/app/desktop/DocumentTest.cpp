@@ -1,18 +1,44 @@
 // SPDX-License-Identifier: MIT
-#include <QListWidget>
+#include <QMimeData>
 #include <QScreen>
 #include <QShortcut>
+#include <QTreeView>
 #include <filesystem>
 
 #include "DesktopFixture.h"
+#include "app/desktop/Bytes.h"
 
 namespace dorvanel::test {
 namespace {
 
 class DocumentTest : public DesktopFixture {
   protected:
-    static QListWidget& listOf(const desktop::MyDocument& document) {
-        return *document.window()->findChild<QListWidget*>("documentFiles");
+    static QTreeView& listOf(const desktop::MyDocument& document) {
+        return *document.window()->findChild<QTreeView*>("documentFiles");
+    }
+    static QString cell(const desktop::MyDocument& document, int row, int column = 0) {
+        return listOf(document).model()->index(row, column).data().toString();
+    }
+    /// Waits until a cell of the list says so.
+    static void waitForCell(const desktop::MyDocument& document, int row, int column,
+                            const std::string& text) {
+        waitUntil([&] { return cell(document, row, column).toStdString() == text; });
+    }
+    /// Opens a document, once what it shows is known.
+    desktop::MyDocument& open(const std::vector<std::string>& files) {
+        desktop->instanceHandlers().open(files);
+        auto& document = *desktop->documents().back();
+        const auto& model = static_cast<desktop::DocumentModel&>(*listOf(document).model());
+        waitUntil([&] {
+            for (std::size_t row = 0; row < files.size(); ++row) {
+                if (!model.isLookedAt(row)) return false;
+            }
+            return true;
+        });
+        return document;
+    }
+    static void pressShred(const desktop::MyDocument& document) {
+        document.window()->findChild<QPushButton*>("documentShredButton")->click();
     }
     static QString textOf(const desktop::MyDocument& document) {
         return document.window()->findChild<QLabel*>("documentText")->text();
@@ -48,14 +74,30 @@ TEST_F(DocumentTest, ItNamesTheFilesOfOneHandOver) {
     writeFile(one, "1");
     writeFile(two, "2");
     ASSERT_TRUE(launch());
-    desktop->instanceHandlers().open({one, two});
-    auto& list = listOf(*desktop->documents().back());
-    ASSERT_EQ(list.count(), 2);
+    auto& document = open({one, two});
+    ASSERT_EQ(listOf(document).model()->rowCount(), 2);
     const QString folder = QString::fromStdString(home / "");
-    EXPECT_EQ(list.item(0)->text(), folder + "a" + QChar::ReplacementCharacter + "b");
-    EXPECT_EQ(list.item(1)->text(), folder + QChar::ReplacementCharacter + ".txt");
-    EXPECT_EQ(textOf(*desktop->documents().back()),
-              "These were handed to Dorvanel. They have not been shredded.");
+    EXPECT_EQ(cell(document, 0), folder + "a" + QChar::ReplacementCharacter + "b");
+    EXPECT_EQ(cell(document, 1), folder + QChar::ReplacementCharacter + ".txt");
+    EXPECT_EQ(textOf(document), "These were handed to Dorvanel. They have not been shredded.");
+}
+
+TEST_F(DocumentTest, EachFileHasItsIconItsSizeAndItsPlaceInTheOrderGiven) {
+    const std::string folder = home / "album", file = home / "z.txt";
+    writeFile(folder + "/a/one", "12345");
+    writeFile(folder + "/two", "678");
+    writeFile(file, "1234567");
+    std::filesystem::create_symlink(file, folder + "/link");
+    ASSERT_TRUE(launch());
+    auto& document = open({file, folder});
+    EXPECT_EQ(cell(document, 0).toStdString(), file);
+    EXPECT_EQ(cell(document, 0, 1), "7 bytes");
+    waitForCell(document, 1, 1, "3 files, 8 bytes");
+    for (int row = 0; row < 2; ++row) {
+        const QModelIndex index = listOf(document).model()->index(row, 0);
+        EXPECT_FALSE(index.data(Qt::DecorationRole).value<QIcon>().isNull());
+    }
+    EXPECT_EQ(listOf(document).textElideMode(), Qt::ElideMiddle);
 }
 
 TEST_F(DocumentTest, WhatIsNotThereIsMarkedAndNotCalledUnshredded) {
@@ -63,28 +105,72 @@ TEST_F(DocumentTest, WhatIsNotThereIsMarkedAndNotCalledUnshredded) {
     writeFile(there, "1");
     std::filesystem::create_symlink("/no/such/file", link);
     ASSERT_TRUE(launch());
-    desktop->instanceHandlers().open({there, home / "missing.txt", link});
-    auto& document = *desktop->documents().back();
-    EXPECT_EQ(listOf(document).item(0)->text().toStdString(), there);
-    EXPECT_EQ(listOf(document).item(1)->text().toStdString(), home / "missing.txt (not there)");
-    EXPECT_EQ(listOf(document).item(2)->text().toStdString(), link) << "the link itself is there";
+    auto& document = open({there, home / "missing.txt", link});
+    EXPECT_EQ(cell(document, 0).toStdString(), there);
+    EXPECT_EQ(cell(document, 1).toStdString(), home / "missing.txt (not there)");
+    EXPECT_EQ(cell(document, 1, 1), "") << "it was not seen to go";
+    EXPECT_FALSE(listOf(document).model()->index(1, 0).flags() & Qt::ItemIsEnabled);
+    EXPECT_EQ(cell(document, 2).toStdString(), link) << "the link itself is there";
     EXPECT_EQ(textOf(document),
               "These were handed to Dorvanel. Those that are there have not been shredded.");
-    desktop->instanceHandlers().open({home / "missing.txt"});
-    EXPECT_EQ(textOf(*desktop->documents().back()),
-              "These were handed to Dorvanel. Nothing is there by these names.");
+    auto& second = open({home / "missing.txt"});
+    EXPECT_EQ(textOf(second), "These were handed to Dorvanel. Nothing is there by these names.");
+    EXPECT_FALSE(second.window()->findChild<QPushButton*>("documentShredButton")->isEnabled());
 }
 
 TEST_F(DocumentTest, WhatIsShreddedWhileTheDocumentIsOpenIsMarkedAfterwards) {
     const std::string page = addSafariCache();
     set("ConfirmShredding", false);
     ASSERT_TRUE(launch());
-    desktop->instanceHandlers().open({page});
-    auto& document = *desktop->documents().back();
-    EXPECT_EQ(listOf(document).item(0)->text().toStdString(), page);
+    auto& document = open({page});
+    EXPECT_EQ(cell(document, 0).toStdString(), page);
     trigger("shredAndNothingAction");
-    waitUntil([this] { return desktop->mainWindow().message().startsWith("Shredded:"); });
-    EXPECT_EQ(listOf(document).item(0)->text().toStdString(), page + " (not there)");
+    waitForCell(document, 0, 0, page + " (not there)");
+    EXPECT_EQ(cell(document, 0, 1), "gone");
+}
+
+TEST_F(DocumentTest, ItsButtonAsksAboutAllOrJustTheSelected) {
+    std::vector<std::string> files;
+    for (const char* name : {"one.txt", "two.txt", "three.txt"}) {
+        files.push_back(home / name);
+        writeFile(files.back(), "x");
+    }
+    files.push_back(home / "missing.txt");
+    ASSERT_TRUE(launch());
+    auto& document = open(files);
+    onQuestion([](QDialog& question) {
+        EXPECT_TRUE(question.findChild<QLabel*>("itemsQuestion")->text().contains("3 items"));
+        decline(question);
+    });
+    pressShred(document);
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(readFile(files[static_cast<std::size_t>(i)]), "x");
+
+    listOf(document).setCurrentIndex(listOf(document).model()->index(1, 0));
+    onQuestion([](QDialog& question) { agree(question); });
+    pressShred(document);
+    waitForCell(document, 1, 0, files[1] + " (not there)");
+    EXPECT_FALSE(std::filesystem::exists(files[1]));
+    EXPECT_EQ(readFile(files[0]) + readFile(files[2]), "xx");
+    EXPECT_FALSE(listOf(document).selectionModel()->hasSelection());
+}
+
+TEST_F(DocumentTest, WhatIsDraggedFromItAreCopiesByTheVeryBytesOfTheirNames) {
+    const std::string odd = home / "a\xff\n#?.txt";
+    writeFile(odd, "1");
+    ASSERT_TRUE(launch());
+    auto& document = open({odd});
+    QAbstractItemModel& model = *listOf(document).model();
+    const std::unique_ptr<QMimeData> data(model.mimeData({model.index(0, 0), model.index(0, 1)}));
+    ASSERT_EQ(data->urls().size(), 1);
+    EXPECT_EQ(desktop::pathOfUrl(data->urls().first()), odd);
+    EXPECT_EQ(model.supportedDragActions(), Qt::CopyAction);
+}
+
+TEST_F(DocumentTest, TheKeyboardBeginsInTheListAndNotOnTheButton) {
+    writeFile(home / "one.txt", "1");
+    ASSERT_TRUE(launch());
+    auto& document = open({home / "one.txt"});
+    EXPECT_EQ(document.window()->focusWidget(), &listOf(document));
 }
 
 TEST_F(DocumentTest, AClosedDocumentIsLetGo) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include <QDBusConnectionInterface>
 #include <QDBusInterface>
+#include <QDBusReply>
 #include <filesystem>
 #include <sstream>
 #include <thread>
@@ -35,15 +37,22 @@ class InstanceTest : public ::testing::Test {
                 [this](const std::vector<std::string>& files) {
                     for (const std::string& file : files) calls.add("open " + file);
                 },
-                [this](const std::string& name) { calls.add("action " + name); }};
+                [this](const std::string& name) { calls.add("action " + name); },
+                [this](const std::vector<std::string>& files) {
+                    calls.add("ask about " + std::to_string(files.size()));
+                    for (const std::string& file : files) calls.add("ask " + file);
+                }};
     }
     /// Hands over on a thread of its own, as another process would, while this one's loop goes on.
     bool handOver(SingleInstance& instance, const std::vector<std::string>& files,
                   const std::string& action) {
+        return elsewhere([&] { return instance.handOver(files, action); });
+    }
+    static bool elsewhere(const std::function<bool()>& call) {
         std::atomic<bool> done = false;
         bool taken = false;
         std::thread other([&] {
-            taken = instance.handOver(files, action);
+            taken = call();
             done = true;
         });
         waitUntil([&done] { return done.load(); });
@@ -68,6 +77,46 @@ TEST_F(InstanceTest, ASecondLaunchHandsOverToTheFirst) {
     EXPECT_TRUE(handOver(again, {"/tmp/a b%20\xff\n#?", "/tmp/c"}, "shred-and-restart"));
     EXPECT_THAT(calls.calls(), ElementsAre("activate", "open /tmp/a b%20\xff\n#?", "open /tmp/c",
                                            "action shred-and-restart"));
+}
+
+TEST_F(InstanceTest, ASecondLaunchHandsOverWhatIsToBeAskedAbout) {
+    SingleInstance running("/home/alice", first);
+    ASSERT_EQ(running.claim(recording()), SingleInstance::Role::first);
+    SingleInstance again("/home/alice", second);
+    ASSERT_EQ(again.claim(recording()), SingleInstance::Role::second);
+    EXPECT_TRUE(elsewhere([&] { return again.handOverToAsk({"/tmp/a b%20\xff\n#?", "/-c"}); }));
+    EXPECT_THAT(calls.calls(), ElementsAre("ask about 2", "ask /tmp/a b%20\xff\n#?", "ask /-c"));
+}
+
+TEST_F(InstanceTest, TheProgramOfTheAccountsOwnHomeIsFoundByTheDesktopsName) {
+    const auto isThere = [this] {
+        return second.interface()
+            ->isServiceRegistered(QLatin1String(SingleInstance::desktopName))
+            .value();
+    };
+    {
+        SingleInstance other("/tmp/another", first);
+        ASSERT_EQ(other.claim(recording()), SingleInstance::Role::first);
+        EXPECT_FALSE(isThere());
+    }
+    SingleInstance running("/home/alice", first);
+    ASSERT_EQ(running.claim(recording(), SingleInstance::Home::accounts),
+              SingleInstance::Role::first);
+    EXPECT_TRUE(isThere());
+
+    // As any desktop asks, of whom only the interface is known.
+    const auto send = [this](const QString& uri) {
+        return elsewhere([&] {
+            QDBusMessage call = QDBusMessage::createMethodCall(
+                SingleInstance::desktopName, SingleInstance::objectPath,
+                SingleInstance::interfaceName, "ActivateAction");
+            call.setArguments({"ask", QVariantList{QStringList{uri}}, QVariantMap()});
+            return second.call(call).type() == QDBusMessage::ReplyMessage;
+        });
+    };
+    EXPECT_TRUE(send("file:///tmp/%ff"));
+    EXPECT_TRUE(send("https://example.org/page"));
+    EXPECT_THAT(calls.calls(), ElementsAre("ask about 1", "ask /tmp/\xff", "ask about 0"));
 }
 
 TEST_F(InstanceTest, AnotherHomeIsAnotherProgram) {
@@ -98,6 +147,7 @@ TEST(BytesTest, EveryPathComesBackFromItsUrl) {
     }
     EXPECT_EQ(desktop::pathOfUrl(QUrl("https://example.org/a")), "");
     EXPECT_EQ(desktop::pathOfUrl(QUrl("file://elsewhere/a")), "");
+    EXPECT_EQ(desktop::pathOfUrl(QUrl("file:///a%00b")), "");
 }
 
 class CommandLineTest : public ::testing::Test {
@@ -143,6 +193,54 @@ TEST_F(CommandLineTest, AnActionIsOneOfTheLaunchers) {
     EXPECT_FALSE(read({"--action", "dance"}));
     EXPECT_EQ(status, 2);
     EXPECT_THAT(err.str(), HasSubstr("dance"));
+}
+
+TEST_F(CommandLineTest, AStartIsHiddenWhereThatIsAskedFor) {
+    EXPECT_TRUE(read({"--hidden"})->isHidden);
+    EXPECT_FALSE(read({})->isHidden);
+}
+
+TEST_F(CommandLineTest, AskingNeedsFilesAndStandsBesideNoAction) {
+    const auto line = read({"--ask", "/tmp/a", "--", "-b"});
+    ASSERT_TRUE(line);
+    EXPECT_TRUE(line->asks);
+    EXPECT_EQ(line->files.size(), 2U);
+    EXPECT_FALSE(read({"/tmp/a"})->asks);
+    for (const auto& wrong :
+         {std::vector<std::string>{"--ask"}, {"--ask", "--action", "shred", "/tmp/a"}}) {
+        status = -1;
+        EXPECT_FALSE(read(wrong));
+        EXPECT_EQ(status, 2);
+    }
+    EXPECT_THAT(err.str(), HasSubstr("--ask needs a file"));
+}
+
+TEST_F(CommandLineTest, WhatIsAskedAboutMayBeNamedByItsUri) {
+    EXPECT_THAT(read({"--ask", "--", "file:///tmp/a%0A%FF%20b"})->files,
+                ElementsAre("/tmp/a\n\xff b"));
+    for (const char* wrong : {"file:///a%00b", "file:///%zz%00"}) {
+        EXPECT_FALSE(read({"--ask", wrong})) << wrong;
+        EXPECT_EQ(status, 2);
+    }
+    const std::string here = std::filesystem::current_path().native();
+    EXPECT_THAT(read({"file:///tmp/a"})->files, ElementsAre(here + "/file:/tmp/a"));
+}
+
+TEST_F(CommandLineTest, ALauncherThatAsksStartsTheProgramWhereThereIsNoFile) {
+    const auto line = read({"--ask", "--"});
+    ASSERT_TRUE(line);
+    EXPECT_FALSE(line->asks);
+    EXPECT_TRUE(line->files.empty());
+}
+
+// Files that are opened with the launcher, or dropped on it, are asked about. It names no kinds of
+// files: it would become what opens folders, and files of unknown kinds, where nothing else does.
+// Nor does it let the bus start it, which would open files in place of asking.
+TEST_F(CommandLineTest, TheLauncherAsksAboutFilesAndIsNobodysDefault) {
+    const std::string launcher = readFile(DORVANEL_LAUNCHER);
+    EXPECT_THAT(launcher, HasSubstr("\nExec=dorvanel-x --ask -- %F\n"));
+    EXPECT_THAT(launcher, Not(HasSubstr("MimeType")));
+    EXPECT_THAT(launcher, Not(HasSubstr("DBusActivatable")));
 }
 
 TEST_F(CommandLineTest, HelpAndVersionStartNothing) {

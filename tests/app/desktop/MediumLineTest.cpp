@@ -81,10 +81,10 @@ TEST_F(MediumLineTest, ItIsSaidOfDroppedFilesOnceTheyAreAgreedTo) {
     const std::string one = makeFile("one.txt"), two = makeFile("two.txt");
     for (const std::string& path : {one, two}) medium.media[path] = {Kind::overlay, "overlay"};
     ASSERT_TRUE(launch());
-    onAlert([](QMessageBox& box) { click(box, "Cancel"); });
+    onQuestion(decline);
     desktop->filesDropped({one, two});
     EXPECT_EQ(shownLine(), "");
-    onAlert([](QMessageBox& box) { click(box, "Shred"); });
+    onQuestion(agree);
     desktop->filesDropped({one, two});
     waitForEnd();
     EXPECT_TRUE(shownLine().endsWith("“~/one.txt” and 1 more (overlay mount)."));
@@ -117,7 +117,7 @@ TEST_F(MediumLineTest, ALongPathIsCutInTheLineAndWholeInItsToolTip) {
     medium.media[file] = {Kind::solidState, ""};
     ASSERT_TRUE(launch());
     const int width = window().width();
-    onAlert([](QMessageBox& box) { click(box, "Shred"); });
+    onQuestion(agree);
     desktop->filesDropped({file});
     waitForEnd();
     EXPECT_FALSE(shownLine().contains(QString::fromStdString(name)));

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
+#include <filesystem>
 
 #include "DesktopFixture.h"
 #include "OpenedAddresses.h"
@@ -32,12 +35,15 @@ TEST_F(MenusTest, EveryCommandIsInItsMenuWithItsKey) {
     EXPECT_EQ(commandsOf(*find<QMenu>("applicationMenu")),
               QStringList({"About Dorvanel X", "-", "Preferences… | Ctrl+,", "-",
                            "Hide Dorvanel | Ctrl+H", "Quit Dorvanel | Ctrl+Q"}));
-    EXPECT_EQ(commandsOf(*find<QMenu>("fileMenu")), QStringList({"Shred Files… | Ctrl+O"}));
+    EXPECT_EQ(commandsOf(*find<QMenu>("fileMenu")),
+              QStringList({"Shred Files… | Ctrl+O", "Shred Trash…", "-", "Show Activity Log"}));
     EXPECT_EQ(commandsOf(*find<QMenu>("shredMenu")),
-              QStringList({"Shred Now | Ctrl+Return", "-", "Shred and Log Out",
-                           "Shred and Shut Down", "Shred and Restart"}));
+              QStringList({"Preview… | Ctrl+P", "Shred Traces | Ctrl+Return", "Stop | Ctrl+.", "-",
+                           "Shred Traces and Log Out", "Shred Traces and Shut Down",
+                           "Shred Traces and Restart"}));
     EXPECT_EQ(commandsOf(*find<QMenu>("helpMenu")),
-              QStringList({"E-mail Support", "Frequently Asked Questions | F1", "Downloads"}));
+              QStringList({"Dorvanel X Help | F1", "First Steps", "-", "E-mail Support",
+                           "Frequently Asked Questions", "Downloads"}));
 }
 
 TEST_F(MenusTest, TheShredCommandsAreWithinReachOfTheMainWindow) {
@@ -46,7 +52,8 @@ TEST_F(MenusTest, TheShredCommandsAreWithinReachOfTheMainWindow) {
         EXPECT_TRUE(find<QPushButton>(name)->isVisible()) << name;
     }
     EXPECT_EQ(commandsOf(*find<QPushButton>("shredAndButton")->menu()),
-              QStringList({"Shred and Log Out", "Shred and Shut Down", "Shred and Restart"}));
+              QStringList({"Shred Traces and Log Out", "Shred Traces and Shut Down",
+                           "Shred Traces and Restart"}));
 }
 
 TEST_F(MenusTest, EachEndingOfTheShredMenuStartsItsRun) {
@@ -64,6 +71,66 @@ TEST_F(MenusTest, EachEndingOfTheShredMenuStartsItsRun) {
         trigger(action);
     }
     EXPECT_EQ(alerts, 4);
+}
+
+class ProfilesMenuTest : public MenusTest {
+  protected:
+    void SetUp() override {
+        for (const char* name : {"k2v9x1aa.default", "p0q8w3bb.default"}) {
+            std::filesystem::create_directories(
+                home.path() / "Library/Application Support/Firefox/Profiles" / name);
+        }
+        defaults->setBool(true, "FirstRun");
+        ASSERT_TRUE(launch());
+        menu().popup(QPoint());
+        settle();
+    }
+    QMenu& menu() { return desktop->mainWindow().profilesMenu(); }
+    QAction* profile(const QString& name) {
+        for (QAction* action : menu().actions()) {
+            if (action->text() == name) return action;
+        }
+        return nullptr;
+    }
+    void press(Qt::Key key) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(&menu(), &event);
+        }
+    }
+    void click(QAction* action) {
+        const QPointF place = menu().actionGeometry(action).center();
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, place, menu().mapToGlobal(place), Qt::LeftButton,
+                              Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&menu(), &event);
+        }
+    }
+};
+
+TEST_F(ProfilesMenuTest, ProfilesThatArePrettilyTheSameHaveTheirWholeNames) {
+    EXPECT_NE(profile("k2v9x1aa.default"), nullptr);
+    EXPECT_NE(profile("p0q8w3bb.default"), nullptr);
+}
+
+TEST_F(ProfilesMenuTest, ItStaysOpenWhileProfilesAreClicked) {
+    for (const char* name : {"k2v9x1aa.default", "p0q8w3bb.default"}) {
+        click(profile(name));
+        EXPECT_TRUE(profile(name)->isChecked());
+        EXPECT_TRUE(menu().isVisible());
+    }
+    click(profile("k2v9x1aa.default"));
+    EXPECT_THAT(*defaults->arrayForKey("ProfilesMenu"), ::testing::ElementsAre("p0q8w3bb.default"));
+}
+
+TEST_F(ProfilesMenuTest, TheSpaceKeyTicksAndEscapeCloses) {
+    menu().setActiveAction(profile("p0q8w3bb.default"));
+    press(Qt::Key_Space);
+    EXPECT_TRUE(profile("p0q8w3bb.default")->isChecked());
+    EXPECT_TRUE(menu().isVisible());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(menu().isVisible());
+    EXPECT_THAT(*defaults->arrayForKey("ProfilesMenu"), ::testing::ElementsAre("p0q8w3bb.default"));
 }
 
 TEST_F(MenusTest, TheHelpMenuOpensItsThreeAddresses) {

@@ -26,7 +26,7 @@ class OneAtATimeTest : public DesktopFixture {
     /// Has the window shred a file that was dropped on it, and holds the worker at its first fill.
     void shredDropped(const std::string& file) {
         draws.hold();
-        onAlert([](QMessageBox& box) { click(box, "Shred"); });
+        onQuestion(agree);
         desktop->filesDropped({file});
         ASSERT_EQ(desktop->controller().activity(), Activity::shredding);
     }
@@ -81,11 +81,12 @@ TEST_F(OneAtATimeTest, EveryOtherDoorIsShutWhileFilesAreShredded) {
 
     for (const char* action :
          {"shredAndNothingAction", "shredAndLogoutAction", "shredAndShutdownAction",
-          "shredAndRestartAction", "openDocAction"}) {
+          "shredAndRestartAction", "openDocAction", "previewAction", "shredTrashAction"}) {
         EXPECT_FALSE(canBeGiven(action)) << action;
         find<QAction>(action)->trigger();
     }
-    for (const char* name : {"shredNowButton", "shredAndButton", "shredFilesButton"}) {
+    for (const char* name :
+         {"previewButton", "shredNowButton", "shredAndButton", "shredFilesButton"}) {
         auto* button = find<QPushButton>(name);
         EXPECT_FALSE(button->isEnabled()) << name;
         auto* accessible = QAccessible::queryAccessibleInterface(button);
@@ -151,18 +152,20 @@ TEST_F(OneAtATimeTest, NoDoorOpensBesideAQuestion) {
     const std::string page = addSafariCache(), file = makeFile("a.txt"), other = makeFile("b.txt");
     hasStatusArea = true;
     ASSERT_TRUE(launch());
-    onAlert([&](QMessageBox& box) {
+    onQuestion([&](QDialog& question) {
         EXPECT_EQ(message(), "Waiting for your answer…");
         EXPECT_FALSE(canBeGiven("shredAndNothingAction"));
         desktop->instanceHandlers().activateAction("shred");
         EXPECT_EQ(message(), "Not started: another question waits for your answer.");
         desktop->filesDropped({other});
-        int boxes = 0;
+        desktop->previewRun();
+        desktop->shredTrash();
+        int dialogs = 0;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
-            boxes += qobject_cast<QMessageBox*>(widget) && widget->isVisible() ? 1 : 0;
+            dialogs += qobject_cast<QDialog*>(widget) && widget->isVisible() ? 1 : 0;
         }
-        EXPECT_EQ(boxes, 1);
-        click(box, "Shred");
+        EXPECT_EQ(dialogs, 1);
+        agree(question);
     });
     desktop->filesDropped({file});
     waitForEnd();
@@ -217,7 +220,7 @@ TEST_F(OneAtATimeTest, WithoutAThreadNothingIsShreddedAndTheWindowSaysNotStarted
               "Not started: the computer has no thread to give.");
     EXPECT_EQ(message(), "Not started. Nothing was shredded.");
     EXPECT_EQ(desktop->controller().activity(), Activity::idle);
-    onAlert([](QMessageBox& box) { click(box, "Shred"); });
+    onQuestion(agree);
     desktop->filesDropped({file});
     EXPECT_TRUE(std::filesystem::exists(page));
     EXPECT_EQ(readFile(file), "secret");

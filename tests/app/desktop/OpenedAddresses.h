@@ -30,7 +30,7 @@ class OpenedAddresses final : public QObject {
     void open(const QUrl& url) { addresses << url.toString(QUrl::FullyEncoded); }
 
   private:
-    static constexpr std::array<const char*, 2> schemes = {"mailto", "https"};
+    static constexpr std::array<const char*, 3> schemes = {"mailto", "https", "file"};
 };
 
 }  // namespace dorvanel::test

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include <QApplication>
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QProgressBar>
+#include <QStyle>
 #include <thread>
 
 #include "DesktopFixture.h"
 #include "app/desktop/Colors.h"
 #include "app/desktop/Elision.h"
 #include "app/desktop/QtOutlets.h"
+#include "app/desktop/plan/PlanWords.h"
 
 namespace dorvanel::test {
 namespace {
@@ -111,17 +115,20 @@ TEST(OutletsTest, NoTextOfAFileIsTakenForMarkup) {
     EXPECT_EQ(label.text(), QString("<b>") + r + r + "[31m" + r);
 }
 
-TEST(OutletsTest, AnApplicationsStateIsTheShapeOfItsMarkAndItsToolTipNotItsText) {
+TEST(OutletsTest, AnApplicationsStateIsTheShapeOfItsMarkAWordAndItsToolTipNotItsText) {
     QWidget parent;
     QLabel label("Safari", &parent);
     QLabel mark(&parent);
-    desktop::ApplicationLabel outlet(label, mark);
+    QLabel word(&parent);
+    desktop::ApplicationLabel outlet(label, mark, word);
     std::vector<QImage> shapes;
     QStringList tips;
+    QStringList words;
     for (const Color color : {Color::red, Color::green, Color::lightGray}) {
         outlet.setTextColor(color);
         EXPECT_EQ(label.text(), "Safari");
         tips << label.toolTip();
+        words << word.text();
         EXPECT_EQ(mark.toolTip(), label.toolTip());
         // The mark's alpha alone: what is left of it to eyes that see no colours.
         shapes.push_back(mark.pixmap().toImage().convertToFormat(QImage::Format_Alpha8));
@@ -129,6 +136,7 @@ TEST(OutletsTest, AnApplicationsStateIsTheShapeOfItsMarkAndItsToolTipNotItsText)
     EXPECT_NE(shapes[0], shapes[1]);
     EXPECT_NE(shapes[1], shapes[2]);
     EXPECT_NE(shapes[0], shapes[2]);
+    EXPECT_EQ(words, QStringList({"runs", "watched", "off"}));
     EXPECT_EQ(tips,
               QStringList({"Safari is running. Its traces are left alone until it quits.",
                            "Safari is watched. It is not running.", "Safari is not watched."}));
@@ -158,6 +166,38 @@ TEST(OutletsTest, EveryColourCanBeReadOnALightAndOnADarkWindow) {
         }
         EXPECT_GE(contrast(desktop::readableColor(Color::lightGray, palette), ground), 3.0);
     }
+}
+
+TEST(OutletsTest, ABoxThatIsNotTickedIsSeenOnBlack) {
+    QApplication::setStyle("fusion");
+    const QPalette former = QApplication::palette();
+    desktop::keepOutlinesVisible();
+    EXPECT_EQ(QApplication::style()->name(), "fusion");
+
+    QPalette palette(Qt::black, Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Light, QPalette::Dark, QPalette::Mid}) {
+        palette.setColor(role, Qt::white);
+    }
+    QApplication::setPalette(palette);
+    desktop::keepOutlinesVisible();
+    QCheckBox box;
+    box.resize(box.sizeHint());
+    const QImage picture = box.grab().toImage();
+    int bright = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) bright += qGray(picture.pixel(x, y)) > 128;
+    }
+    EXPECT_GE(bright, 20) << "no outline";
+
+    QApplication::setStyle("fusion");
+    QApplication::setPalette(former);
+}
+
+TEST(OutletsTest, APathBeginsAtItsLeftWhereTheLanguageDoesNot) {
+    EXPECT_EQ(desktop::pathWords("/home/a/b", "/home/a"), "~/b");
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(desktop::pathWords("/home/a/b", "/home/a"), QString::fromUtf8("\u2066~/b\u2069"));
+    QGuiApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
 }
 
 }  // namespace

@@ -28,6 +28,10 @@ class PanelTest : public DesktopFixture {
     Control& control(const char* name) {
         return *desktop->panel().window()->findChild<Control*>(QLatin1String(name));
     }
+    void showPage(const char* name) {
+        desktop->panel().pages()->setCurrentWidget(&control<QWidget>(name));
+        settle();
+    }
     void clickBox(const char* name) { control<QAbstractButton>(name).click(); }
     bool isOn(const char* name) { return control<QAbstractButton>(name).isChecked(); }
     /// The file as it is now, read anew.
@@ -158,7 +162,7 @@ TEST_F(PanelTest, FactorySettingsBringBackEverythingButTheApplications) {
     EXPECT_TRUE(preferences->boolForKey("ShredCache"));
 }
 
-TEST_F(PanelTest, RevertShowsTheCommittedValues) {
+TEST_F(PanelTest, RevertTakesBackValuesThatWereOnlyShown) {
     preferences->displayedValues.insert_or_assign("ShredCache", Number::fromBool(false));
     desktop->panel().reallyupdateUI();
     ASSERT_FALSE(isOn("shredCacheCheckbox"));
@@ -259,6 +263,7 @@ TEST_F(PanelTest, TheFourWaysOfOverwritingAreIndependent) {
 }
 
 TEST_F(PanelTest, TheEnableBoxesStandInTwoColumns) {
+    showPage("enablePage");
     std::map<int, int> columns;
     for (const SupportedApplication& application : applications) {
         ++columns[control<QAbstractButton>(application.checkBox.data()).x()];
@@ -267,12 +272,14 @@ TEST_F(PanelTest, TheEnableBoxesStandInTwoColumns) {
     EXPECT_EQ(columns.begin()->second, 6);
 }
 
-TEST_F(PanelTest, TheFocusGoesDownTheLeftColumnThenTheRightThenAlongTheButtons) {
+TEST_F(PanelTest, TheFocusGoesDownThePagesThenAlongTheButtons) {
+    clickBox("shredHistoryCheckbox");  // there is something to revert
     std::vector<std::string> order;
     QWidget* first = &control<QWidget>("shredCacheCheckbox");
     QWidget* at = first;
     do {
-        const bool takesFocus = (at->focusPolicy() & Qt::TabFocus) != 0 && at->isEnabled();
+        const bool takesFocus =
+            (at->focusPolicy() & Qt::TabFocus) != 0 && at->isEnabled() && !at->isHidden();
         const bool isControl = qobject_cast<QAbstractButton*>(at) || qobject_cast<QComboBox*>(at);
         if (takesFocus && isControl) order.push_back(at->objectName().toStdString());
         at = at->nextInFocusChain();
@@ -293,10 +300,13 @@ TEST_F(PanelTest, TheFocusGoesDownTheLeftColumnThenTheRightThenAlongTheButtons) 
                                          "browserWatchCheckbox",
                                          "confirmShreddingCheckbox",
                                          "activityLogCheckbox",
-                                         "hideCheckbox"};
+                                         "hideCheckbox",
+                                         "autostartCheckbox"};
     for (const SupportedApplication* application : listOrder) {
         expected.push_back(application->checkBox.data());
     }
+    expected.emplace_back("chooseRecommendedButton");  // where there is something to offer
+    expected.emplace_back("lookAgainButton");
     for (const char* button : {"revertToDefaultButton", "revertButton", "closeButton"}) {
         expected.emplace_back(button);
     }
@@ -319,13 +329,19 @@ TEST_F(PanelTest, EveryMnemonicOfThePanelIsItsOwn) {
     EXPECT_EQ(keys.size(), 21);
 }
 
-TEST_F(PanelTest, ThePanelIsWholeOnAScreenOf768Lines) {
+TEST_F(PanelTest, NoPageScrollsOnAScreenOf768Lines) {
     EXPECT_LE(desktop->panel().window()->height(), 700);
-    EXPECT_EQ(control<QScrollArea>("panelScroll").verticalScrollBar()->maximum(), 0);
+    for (const char* name : {"whatPage", "howPage", "watchingPage", "enablePage"}) {
+        showPage(name);
+        const auto& page = control<QScrollArea>(name);
+        EXPECT_EQ(page.verticalScrollBar()->maximum(), 0) << name;
+        EXPECT_EQ(page.horizontalScrollBar()->maximum(), 0) << name;
+    }
 }
 
 TEST_F(PanelTest, ThePanelFitsASmallScreenByScrolling) {
-    EXPECT_LE(desktop->panel().window()->minimumSizeHint().height(), 480);
+    EXPECT_LE(desktop->panel().window()->minimumSizeHint().height(), 384);
+    EXPECT_LE(desktop->panel().window()->minimumSizeHint().width(), 683);
 }
 
 TEST_F(PanelTest, ClosingEndsEditing) {

@@ -135,7 +135,7 @@ TEST_F(QuitRequestTest, ASignalAtTheConfirmationOfTheLaunchersActionEndsTheProgr
 TEST_F(QuitRequestTest, ASignalAtTheQuestionAboutDroppedFilesAnswersNo) {
     const std::string file = home / "letter.txt";
     writeFile(file, "dear");
-    onAlert([this](QMessageBox&) { quitByAnotherThread(); });
+    onQuestion([this](QDialog&) { quitByAnotherThread(); });
     runProgram("", [this, file] { desktop->filesDropped({file}); });
     EXPECT_EQ(readFile(file), "dear");
 }

@@ -1,18 +1,47 @@
 // SPDX-License-Identifier: MIT
 
 // Pictures of the program in its states, for the documentation and for looking at:
-//   QT_SCALE_FACTOR=2 desktop-screenshots FOLDER light|dark [WIDTH HEIGHT]
+//   QT_SCALE_FACTOR=2 desktop-screenshots FOLDER light|dark|contrast [WIDTH HEIGHT] [-reverse]
 #include <QApplication>
+#include <QDialog>
+#include <QDragEnterEvent>
+#include <QElapsedTimer>
 #include <QIcon>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPainter>
+#include <QTabWidget>
+#include <QTreeView>
 #include <filesystem>
 #include <iostream>
 
 #include "DesktopFixture.h"
+#include "app/desktop/Colors.h"
+#include "app/desktop/Translations.h"
+#include "app/desktop/Words.h"
+#include "app/desktop/applications/ApplicationsOverview.h"
+#include "app/desktop/background/BackgroundSwitches.h"
+#include "support/SampleProfiles.h"
 
 namespace dorvanel::test {
 namespace {
+
+/// White and yellow on black, as people have it who see little.
+QPalette contrastPalette() {
+    QPalette palette(Qt::black, Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, Qt::white);
+        palette.setColor(QPalette::Disabled, role, QColor(0x9f, 0x9f, 0x9f));
+    }
+    for (const auto role : {QPalette::Light, QPalette::Midlight, QPalette::Mid, QPalette::Dark}) {
+        palette.setColor(role, Qt::white);
+    }
+    palette.setColor(QPalette::Highlight, Qt::yellow);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::Link, Qt::yellow);
+    return palette;
+}
 
 QPalette darkPalette() {
     QPalette palette(QColor(0x2d, 0x2d, 0x30), QColor(0x2b, 0x2b, 0x2e));
@@ -30,8 +59,11 @@ class Photographer : public DesktopFixture {
 
     void takeAll() {
         makeProfiles();
+        countdown = std::chrono::seconds(10);
         defaults->setBool(true, "FirstRun");
         if (!launch()) return;
+        take(window(), "first-steps");
+        find<QPushButton>("welcomeDismissButton")->click();
         take(window(), "idle");
         listing.show(
             {"/Applications/Safari.app/Contents/MacOS/Safari", "/Applications/Mail.app/x"});
@@ -41,11 +73,18 @@ class Photographer : public DesktopFixture {
         take(window(), "watching");
         takeMenu();
         takePanel();
+        takeHelp();
         takeAlerts();
         takeDropped();
+        takePreview();
         takeOddNumbers();
         takeLongNames();
         takeRun();
+        takeApplications();
+        takeWork();
+        takeCountdown();
+        takeResults();
+        takeWindow();
     }
 
   private:
@@ -62,6 +101,41 @@ class Photographer : public DesktopFixture {
         for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
         const std::string path = folder_ + "/" + name + suffix_ + ".png";
         if (!widget.grab().save(QString::fromStdString(path))) std::cerr << path << "\n";
+    }
+
+    /// The commands come back a moment after a run.
+    void waitForCommands() {
+        waitUntil([this] { return find<QAction>("previewAction")->isEnabled(); });
+    }
+
+    void lookForIdleLine() {
+        for (int i = 0; i < 3; ++i) desktop->plans().idleLine.beat();
+        waitUntil([this] { return !desktop->plans().looker.isAtWork(); });
+    }
+
+    void countAgain() {
+        desktop->applications().lookAgain();
+        waitUntil([this] { return !desktop->applications().model().isCounting(); });
+    }
+
+    void takeApplications() {
+        take(window(), "applications-none");
+        SampleProfiles profiles(home.path(), 1);
+        profiles.addFirefox();
+        profiles.addChromium();
+        profiles.addThunderbird();
+        countAgain();
+        take(window(), "applications-offered");
+        static_cast<void>(TraceChoice(*defaults).select("firefox", {"cache", "cookies"}));
+        static_cast<void>(TraceChoice(*defaults).select("falkon", {"cache"}));
+        writeFile(home.path() / ".config/dorvanel/applications/owl.toml", "wings = 2\n");
+        countAgain();
+        auto* tree = find<QTreeView>("todayTree");
+        tree->expand(tree->model()->index(2, 0));
+        window().resize(window().width(), 700);
+        take(window(), "applications-chosen");
+        window().resize(683, 384);
+        take(window(), "applications-small");
     }
 
     void takeMenu() {
@@ -81,7 +155,23 @@ class Photographer : public DesktopFixture {
 
     void takePanel() {
         desktop->panel().showPanel();
-        take(*desktop->panel().window(), "panel");
+        QDialog& panel = *desktop->panel().window();
+        take(panel, "panel");
+        QTabWidget& pages = *desktop->panel().pages();
+        for (const char* name : {"howPage", "watchingPage", "enablePage", "whatPage"}) {
+            pages.setCurrentWidget(pages.findChild<QWidget*>(name));
+            take(panel, std::string("panel-") + name);
+        }
+        panel.findChild<QAbstractButton*>("DoDSanitizeButton")->click();
+        panel.findChild<QAbstractButton*>("NSAButton")->click();
+        pages.setCurrentIndex(1);
+        take(panel, "panel-both-sequences");
+        panel.findChild<QAbstractButton*>("revertToDefaultButton")->click();
+        take(panel, "panel-undo");
+        panel.findChild<QLineEdit*>("preferencesSearch")->setText("cache");
+        take(panel, "panel-search");
+        panel.findChild<QLineEdit*>("preferencesSearch")->clear();
+        pages.setCurrentIndex(0);
         std::filesystem::create_directories(home.path() /
                                             "Mail/Mailsmith User Data/Mail/(dorvanelx)");
         desktop->panel().showPanel();
@@ -89,16 +179,28 @@ class Photographer : public DesktopFixture {
         desktop->panel().window()->close();
     }
 
+    void takeHelp() {
+        for (const char* page : {"index", "limits", "preferences"}) {
+            desktop->help().showPage(QString::fromLatin1(page) + ".html");
+            take(desktop->help(), std::string("help-") + page);
+        }
+        desktop->help().close();
+        trigger("aboutAction");
+        auto* about = window().findChild<QDialog*>("aboutDialog");
+        take(*about, "about");
+        about->close();
+    }
+
     void takeAlerts() {
         onAlert([this](QMessageBox& box) {
             take(box, "confirmation");
-            click(box, "No");
+            click(box, desktop::Words::tr("No"));
         });
         trigger("shredAndNothingAction");
         bool done = false;
         onAlert([this, &done](QMessageBox& box) {
             take(box, "quit");
-            click(box, "Cancel");
+            click(box, desktop::Words::tr("Cancel"));
             done = true;
         });
         trigger("reallyQuitAction");
@@ -109,14 +211,66 @@ class Photographer : public DesktopFixture {
         const std::string one = home / "Tax return 2003.pdf", two = home / "Letters";
         writeFile(one, "x");
         writeFile(two + "/a", "x");
-        onAlert([this](QMessageBox& box) {
-            take(box, "dropped");
-            click(box, "Cancel");
+        std::filesystem::create_hard_link(one, home.path() / "Copies");
+        std::filesystem::create_symlink(one, home.path() / "Link to the tax return");
+        onQuestion([this](QDialog& question) {
+            take(question, "dropped");
+            decline(question);
         });
-        desktop->filesDropped({one, two});
-        desktop->instanceHandlers().open({one, two});
+        desktop->filesDropped({one, two, home / "Link to the tax return"});
+        desktop->instanceHandlers().open({one, two, home / "Letters (old).odt"});
+        QElapsedTimer counting;
+        for (counting.start(); counting.elapsed() < 300;) QCoreApplication::processEvents();
         take(*desktop->documents().back()->window(), "document");
         desktop->documents().back()->window()->close();
+        QList<QUrl> urls(13, QUrl::fromLocalFile(QString::fromStdString(one)));
+        takeDrag(urls, "drag");
+        takeDrag(urls << QUrl("https://example.org"), "drag-refused");
+    }
+
+    void takeDrag(const QList<QUrl>& urls, const std::string& name) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window(), &enter);
+        take(window(), name);
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(&window(), &leave);
+    }
+
+    /// What would be shredded, with something of everything.
+    void takePreview() {
+        addSafariCache();
+        writeFile(home / "Library/Caches/Mail/11/22.cache", std::string(123456, 'x'));
+        writeFile(home / "Library/Preferences/Explorer/History.html", std::string(4567, 'x'));
+        std::filesystem::create_symlink(home / "Letters/a",
+                                        home.path() / "Library/Caches/Safari/odd link");
+        onQuestion([this](QDialog& question) {
+            take(question, "preview");
+            question.findChild<QLineEdit*>("planFilter")->setText("cache");
+            take(question, "preview-filtered");
+            question.resize(683, 336);
+            take(question, "preview-small");
+            decline(question);
+        });
+        trigger("previewAction");
+        qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home / "data"));
+        onQuestion([this](QDialog& question) {
+            take(question, "trash-empty");
+            decline(question);
+        });
+        trigger("shredTrashAction");
+        for (const char* name : {"Old letter.odt", "Holiday/1.jpg", "Holiday/2.jpg"}) {
+            writeFile(home / (std::string("data/Trash/files/") + name), std::string(34567, 'x'));
+        }
+        onQuestion([this](QDialog& question) {
+            take(question, "trash");
+            decline(question);
+        });
+        trigger("shredTrashAction");
+        lookForIdleLine();
+        waitForCommands();
+        take(window(), "idle-known");
     }
 
     void takeOddNumbers() {
@@ -124,6 +278,7 @@ class Photographer : public DesktopFixture {
         preferences->displayedValues.insert_or_assign("OverwritePattern", Number::fromInt(9));
         static_cast<void>(preferences->commitDisplayedValues());
         desktop->panel().showPanel();
+        desktop->panel().pages()->setCurrentIndex(1);
         take(*desktop->panel().window(), "panel-odd-numbers");
         preferences->revertToDefault();
         desktop->panel().window()->close();
@@ -133,9 +288,9 @@ class Photographer : public DesktopFixture {
         const std::string name = "A name " + std::string(120, 'n') + std::string(90, 'm') + ".pdf";
         writeFile(home / name, "x");
         writeFile(home / "Letters.txt", "x");
-        onAlert([this](QMessageBox& box) {
-            take(box, "dropped-long-name");
-            click(box, "Cancel");
+        onQuestion([this](QDialog& question) {
+            take(question, "dropped-long-name");
+            decline(question);
         });
         desktop->filesDropped({home / name, home / "Letters.txt"});
         desktop->filesDropped({home / ("Missing " + name)});
@@ -180,6 +335,99 @@ class Photographer : public DesktopFixture {
         take(window(), "done");
     }
 
+    /// A shredding on its way, stopped, and with what it has left.
+    void takeWork() {
+        desktop->mainWindow().showMediumNotice({}, {});
+        while (desktop->mainWindow().failures().count() > 0) {
+            desktop->mainWindow().failures().dismiss();
+        }
+        const std::string name = "A rather long name of a folder with holiday pictures from " +
+                                 std::string(60, 'a') + " 2003.tar";
+        const std::vector<std::string> items = {home / "one", home / name, home / "three"};
+        for (const std::string& item : items) writeFile(item, std::string(4 << 20, 'x'));
+        clock.step = std::chrono::milliseconds(20);  // every value is shown
+        draws.hold(50);
+        static_cast<void>(desktop->controller().shredFiles(holdAll(*system, items)));
+        auto* text = find<QLabel>("workText");
+        waitUntil([text] { return text->isVisible() && text->text().contains(u'%'); });
+        take(window(), "work");
+        find<QPushButton>("stopButton")->click();
+        take(window(), "stopping");
+        draws.release();
+        waitForEnd();
+        waitUntil([this] { return find<QAction>("shredAndNothingAction")->isEnabled(); });
+        take(window(), "stopped");
+        find<QPushButton>("stopButton")->click();
+        waitForEnd();
+        waitUntil([this] { return find<QAction>("shredAndNothingAction")->isEnabled(); });
+        take(window(), "gone-on");
+    }
+
+    /// What is said before the session ends.
+    void takeCountdown() {
+        addSafariCache();
+        trigger("shredAndLogoutAction");
+        const auto message = [this] { return find<QDialog>("endingCountdown"); };
+        waitUntil([&message] { return message() != nullptr && message()->isVisible(); });
+        take(*message(), "countdown");
+        take(window(), "countdown-window");
+        message()->reject();
+        waitForEnd();
+        take(window(), "struck");
+    }
+
+    /// As it is most of the time: applications chosen, a run behind it, nothing wrong.
+    void takeWindow() {
+        find<QPushButton>("dismissButton")->click();
+        std::filesystem::remove(home.path() / ".config/dorvanel/applications/owl.toml");
+        std::filesystem::remove_all(home.path() / "Library");
+        static_cast<void>(TraceChoice(*defaults).select("falkon", {}));
+        static_cast<void>(TraceChoice(*defaults).select("chromium", {"cache", "history"}));
+        countAgain();
+        find<QTabWidget>("pages")->setCurrentIndex(0);
+        auto* tree = find<QTreeView>("todayTree");
+        tree->collapseAll();
+        tree->expand(tree->model()->index(0, 0));
+        window().resize(window().width(), 640);
+        lookForIdleLine();
+        take(window(), "window");
+    }
+
+    void takeResults() {
+        desktop->mainWindow().failures().dismiss();
+        addSafariCache();
+        writeFile(home / ("Library/Caches/Dorvanel X Items (" + std::to_string(clock.time()) + ")"),
+                  "in the way");
+        desktop->controller().shredAndNothing();
+        waitForEnd();
+        clock.advance(std::chrono::minutes(20));
+        find<QTabWidget>("pages")->setCurrentIndex(1);
+        waitForCommands();
+        take(window(), "last-runs");
+        find<QPushButton>("detailsButton")->click();
+        take(*window().findChild<QDialog*>("runDetails"), "run-details");
+        window().findChild<QDialog*>("runDetails")->close();
+        trigger("showLogAction");
+        auto* viewer = window().findChild<QDialog*>("logDialog");
+        waitUntil([viewer] { return !viewer->findChild<QLabel*>("logNote")->text().isEmpty(); });
+        take(*viewer, "activity-log");
+        viewer->close();
+        desktop::BackgroundSwitches switches(nullptr, home / "autostart");
+        switches.resize(420, switches.heightForWidth(420));
+        switches.show();
+        take(switches, "background");
+        using State = desktop::Tray::State;
+        QPixmap icons(96, 40);
+        icons.fill(QApplication::palette().color(QPalette::Window));
+        QPainter painter(&icons);
+        for (const auto& [state, x] :
+             {std::pair(State::idle, 4), {State::working, 36}, {State::failure, 68}}) {
+            painter.drawPixmap(x, 8, desktop::Tray::iconFor(state).pixmap(24));
+        }
+        painter.end();
+        icons.save(QString::fromStdString(folder_ + "/tray" + suffix_ + ".png"));
+    }
+
     std::string folder_;
     std::string suffix_;
 };
@@ -188,12 +436,15 @@ class Photographer : public DesktopFixture {
 }  // namespace dorvanel::test
 
 int main(int argc, char** argv) {
-    if (argc != 3 && argc != 5) {
-        std::cerr << "usage: desktop-screenshots FOLDER light|dark [WIDTH HEIGHT]\n";
+    // Those of the toolkit stand behind: -reverse is from right to left.
+    const bool hasScreen = argc >= 5 && argv[3][0] != '-';
+    if (argc < 3) {
+        std::cerr << "usage: desktop-screenshots FOLDER light|dark|contrast [WIDTH HEIGHT] "
+                     "[-reverse]\n";
         return 2;
     }
     // If no other is asked for, a screen that has room for every window at twice its size.
-    const std::string width = argc == 5 ? argv[3] : "2400", height = argc == 5 ? argv[4] : "1800";
+    const std::string width = hasScreen ? argv[3] : "2400", height = hasScreen ? argv[4] : "1800";
     const dorvanel::test::TemporaryFolder folder;
     const std::string screen = folder / "screen.json";
     dorvanel::test::writeFile(screen,
@@ -208,8 +459,11 @@ int main(int argc, char** argv) {
         icon.addFile(QString::fromStdString(icons + size + ".png"));
         QApplication::setWindowIcon(icon);
     }
+    dorvanel::desktop::installTranslations(dorvanel::platform::resourcesFolder());
     const std::string theme = argv[2];
     if (theme == "dark") QApplication::setPalette(dorvanel::test::darkPalette());
+    if (theme == "contrast") QApplication::setPalette(dorvanel::test::contrastPalette());
+    dorvanel::desktop::keepOutlinesVisible();
     const std::string scale = application.devicePixelRatio() > 1 ? "@2x" : "";
     dorvanel::test::Photographer(argv[1], "-" + theme + scale).takeAll();
     return 0;

@@ -9,11 +9,14 @@ as it should be; prints what was not run where the machine lacks a part.
 """
 import os
 import plistlib
+import pwd
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
 import time
+from urllib.parse import quote
 
 try:
     from status_area import Icon
@@ -21,7 +24,8 @@ except ImportError:
     Icon = None  # told below with the other parts that this machine lacks
 
 PARTS = ["Xvfb", "openbox", "xdotool", "dbus-run-session"]
-LIMIT = 30  # seconds that any one thing may take on a busy machine
+BUS_NAME = "com.dorvanel.DorvanelX"
+LIMIT = 60  # seconds that any one thing may take on a busy machine
 
 
 def outside(program):
@@ -58,12 +62,16 @@ def outside(program):
             environment = dict(
                 os.environ, DISPLAY=":" + display.decode().strip(), HOME=home,
                 PATH=os.path.dirname(listing) + ":" + os.environ["PATH"],
-                XDG_RUNTIME_DIR=folder, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+                XDG_RUNTIME_DIR=folder, XDG_DATA_HOME=os.path.join(home, ".local/share"), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                 QT_QPA_PLATFORM="xcb", NO_AT_BRIDGE="0")
             processes.append(subprocess.Popen(["openbox"], env=environment,
                                               stderr=subprocess.DEVNULL))
+            # A window that was there before the window manager would not get the keyboard from it.
+            assert until(lambda: subprocess.run(["xdotool", "get_num_desktops"], env=environment,
+                                                capture_output=True).returncode == 0)
             return subprocess.call(
-                ["dbus-run-session", "--", sys.executable, __file__, "--inside", program],
+                at_home(folder, home) + ["dbus-run-session", "--config-file", bus(folder, program),
+                                         "--", sys.executable, __file__, "--inside", program],
                 env=environment)
         finally:
             for process in reversed(processes):
@@ -71,16 +79,72 @@ def outside(program):
                 process.wait()
 
 
+def bus(folder, program):
+    """The settings of a session bus that starts the program by its name."""
+    services = os.path.join(folder, "services")
+    os.makedirs(services)
+    with open(os.path.join(services, BUS_NAME + ".service"), "w") as file:
+        file.write("[D-BUS Service]\nName=%s\nExec=%s\n" % (BUS_NAME, program))
+    path = os.path.join(folder, "session.conf")
+    with open(path, "w") as file:
+        file.write("""<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+ "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+<busconfig>
+  <type>session</type>
+  <listen>unix:dir=%s</listen>
+  <servicedir>%s</servicedir>
+  <standard_session_servicedirs/>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+""" % (folder, services))
+    return path
+
+
+def at_home(folder, home):
+    """Words before a command that make `home` the account's own home folder for it, where this
+    machine lets us mount; the others of the machine see nothing of it."""
+    words = ["unshare", "--mount"] + ([] if os.geteuid() == 0 else ["--map-root-user"])
+    users = os.path.join(folder, "passwd")
+    with open(users, "w") as file:
+        for user in pwd.getpwall():
+            ours = user.pw_uid in (0, os.geteuid())
+            file.write(":".join([user.pw_name, "x", str(user.pw_uid), str(user.pw_gid), "",
+                                 home if ours else user.pw_dir, user.pw_shell]) + "\n")
+    words += ["sh", "-c", 'mount --bind "$0" /etc/passwd && exec "$@"', users]
+    if shutil.which("unshare") is None or \
+            subprocess.call(words + ["true"], stderr=subprocess.DEVNULL) != 0:
+        return []
+    return words
+
+
+class Running:
+    """A program that somebody else has started."""
+
+    def __init__(self, pid):
+        self.pid = pid
+
+    def terminate(self):
+        os.kill(self.pid, signal.SIGTERM)
+
+    def wait(self, timeout):
+        assert until(lambda: not os.path.exists("/proc/%d" % self.pid)), "it is still running"
+        return 0
+
+
 class Stage:
     """The accessibility tree of the program."""
 
-    def __init__(self, program, *arguments):
+    def __init__(self, program, *arguments, running=None):
         import gi
         gi.require_version("Atspi", "2.0")
         from gi.repository import Atspi
         self.atspi = Atspi
         Atspi.init()
-        self.program = subprocess.Popen([program, *arguments])
+        self.program = running or subprocess.Popen([program, *arguments])
 
     def children(self, node):
         try:
@@ -146,16 +210,36 @@ class Stage:
                 return relation.get_target(0).get_name()
         return None
 
+    def is_active(self, role, name):
+        window = self.look(role, name)
+        return window is not None and window.get_state_set().contains(self.atspi.StateType.ACTIVE)
+
     def window_has_keyboard(self):
-        frame = self.look("frame", "Dorvanel X")
-        return frame is not None and frame.get_state_set().contains(self.atspi.StateType.ACTIVE)
+        return self.is_active("frame", "Dorvanel X")
+
+    def focus(self):
+        """The roles and names of all that says it has the keyboard."""
+        having = []
+        for node in self.everything():
+            try:
+                if node.get_state_set().contains(self.atspi.StateType.FOCUSED):
+                    having.append((node.get_role_name(), node.get_name()))
+            except Exception:
+                continue
+        return having
 
     def focused(self):
+        """The role and the name of what has the keyboard: the innermost that says so."""
+        found = None
         for node in self.everything():
-            if node.get_state_set().contains(self.atspi.StateType.FOCUSED) and \
-                    node.get_role_name() in ("push button", "check box", "combo box"):
-                return node.get_name()
-        return None
+            try:
+                # The tab of the page in front says so of itself whoever has it.
+                if node.get_role_name() != "page tab" and \
+                        node.get_state_set().contains(self.atspi.StateType.FOCUSED):
+                    found = (node.get_role_name(), node.get_name())
+            except Exception:
+                continue
+        return found
 
 
 def until(condition):
@@ -213,8 +297,15 @@ def inside(program):
     area = StatusArea()
     try:
         drive(Stage(program), program, home, page, area)
+        look_first(program, home, page)
         terminate_at_questions(program, home, page)
         one_at_a_time(program, home, page)
+        choose_traces(program, home)
+        stop_and_go_on(program, home, page)
+        what_fails(program, home, page)
+        start_hidden(program, area)
+        asked_about(program, home)
+        started_by_the_bus(program, home)
     finally:
         area.go()
     print("done")
@@ -231,32 +322,60 @@ def drive(stage, program, home, page, area):
         label = stage.find("label", name)
         assert label.get_description() == name + " is not watched.", label.get_description()
 
+    step("the first steps are there until they have been read")
+    stage.press("push button", "Got It")
+    assert until(lambda: stored(home).get("WelcomeDismissed")) is True
+    assert until(lambda: stage.look("push button", "Got It") is None)
+
     step("the focus goes through the buttons in their order")
     # One key at a time: the window has the keyboard before the first, and each has its effect before
     # the next.
-    until(lambda: stage.window_has_keyboard())
+    assert until(lambda: stage.window_has_keyboard())
     for harmless in ["space", "Return"]:
         key(harmless)
     order = [stage.focused()]
-    for _ in range(4):
+    while len(order) < 14 and order[-1] != ("push button", "Preferences…"):
         key("Tab")
-        order.append(until(lambda: (now := stage.focused()) != order[-1] and now))
-    assert order == [None, "Shred Now", "Shred and", "Shred Files…", "Preferences…"], order
+        last = order[-1]
+        order.append(until(lambda: (now := stage.focused()) != last and now))
+    buttons = [each[1] for each in order if each and each[0] == "push button"]
+    assert buttons == ["Look Again", "Preview…", "Shred Traces", "Shred Traces and",
+                       "Shred Files…", "Preferences…"], order
+    assert order[0] is None or order[0][0] != "push button", order
     assert stage.look("push button", "Yes") is None, "a key has found a button that shreds"
 
     step("a click in the panel is saved")
     stage.press("push button", "Preferences…")
     stage.find("dialog", "Dorvanel Preferences")
+    find_preference(stage, "pattern", "combo box", "Random data (standard)")
     for value, label in [("1 to 4, at random", "Passes:"), ("Random data (standard)", "Pattern:")]:
         assert stage.label_of(stage.find("combo box", value)) == label
+    stage.find("label", "Each file: 1 to 4 passes of random data, the number drawn anew for each "
+                        "block.")
+    find_preference(stage, "activity log", "check box", "Keep an activity log")
     stage.press("check box", "Keep an activity log")
     assert until(lambda: stored(home).get("ActivityLog")) is True
+    find_preference(stage, "netscape", "check box", "Netscape")
     stage.press("check box", "Netscape")
     assert until(lambda: "Mozilla" not in stored(home).get("EnabledBrowsers", ["Mozilla"]))
+
+    step("the factory settings can be undone")
+    stage.press("push button", "Factory Settings")
+    stage.find("label", "The factory settings are set.")
+    stage.press("push button", "Undo")
+    assert until(lambda: stage.look("push button", "Undo") is None)
+    assert stored(home).get("ActivityLog") is True
+
+    step("the help opens at the page about the panel, and closes")
+    key("F1")
+    stage.find("list", "Pages of the help")
+    stage.find("list item", "Applications of today")
+    key("Escape")
+    assert until(lambda: stage.look("list", "Pages of the help") is None), "it is still there"
     stage.press("push button", "Close")
 
     step("a run, from the question to the end")
-    stage.press("push button", "Shred Now")
+    stage.press("push button", "Shred Traces")
     stage.find("label", "Are you sure you want to shred these items: Browser Cache, Mail Trash ?")
     stage.press("push button", "Yes")
     assert until(lambda: not os.path.exists(page)), "the file is still there"
@@ -269,12 +388,24 @@ def drive(stage, program, home, page, area):
 
     step("hiding leaves the icon in the status area to come back from")
     assert [text for _, text in icon.items()] == [
-        "Show Dorvanel", None, "Shred", "Shred and Log Out", "Shred and Shut Down",
-        "Shred and Restart", None, "Quit Dorvanel"], icon.items()
+        "Show Dorvanel", None, "Shred Traces", "Shred Traces and Log Out",
+        "Shred Traces and Shut Down", "Shred Traces and Restart", None, "Browser Watch",
+        "Last Runs…", "Preferences…", None, "Quit Dorvanel"], icon.items()
     key("ctrl+h")
     assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
     icon.choose("Show Dorvanel")
     stage.find("frame", "Dorvanel X")
+
+    step("the icon's menu leads to the last runs, and turns Browser Watch off and on")
+    key("ctrl+h")
+    assert until(lambda: stage.look("frame", "Dorvanel X") is None), "the window is still there"
+    icon.choose("Last Runs…")
+    stage.find("frame", "Dorvanel X")
+    stage.find("push button", "Run Details…")
+    icon.choose("Browser Watch")
+    assert until(lambda: stored(home).get("BrowserWatch") is False), stored(home)
+    icon.choose("Browser Watch")
+    assert until(lambda: stored(home).get("BrowserWatch", True) is True), stored(home)
 
     step("a status area that goes takes no hidden program with it")
     key("ctrl+h")
@@ -285,7 +416,7 @@ def drive(stage, program, home, page, area):
     icon = area.icon()
 
     step("a command of the icon's menu asks as any other")
-    icon.choose("Shred and Restart")
+    icon.choose("Shred Traces and Restart")
     stage.press("push button", "No")
     assert until(lambda: stage.look("push button", "No") is None)
 
@@ -298,7 +429,7 @@ def drive(stage, program, home, page, area):
     with open(letter, "w") as file:
         file.write("dear")
     assert subprocess.call([program, letter], timeout=LIMIT) == 0
-    stage.find("list item", letter)
+    stage.find("table cell", letter)
     assert open(letter).read() == "dear"
 
     step("quitting asks, from whatever window is in front, and quits")
@@ -309,6 +440,16 @@ def drive(stage, program, home, page, area):
     key("ctrl+q")
     stage.press("push button", "Quit")
     assert stage.program.wait(timeout=LIMIT) == 0
+
+
+def find_preference(stage, words, role, name):
+    """Types the words into the panel's search, and waits for what was found first."""
+    until(lambda: stage.is_active("dialog", "Dorvanel Preferences"))
+    key("ctrl+f")
+    subprocess.run(["xdotool", "type", words], check=True)
+    stage.find("list", "Preferences found")
+    key("Return")
+    return stage.find(role, name)
 
 
 def store(home, values):
@@ -344,19 +485,57 @@ def terminate_at_questions(program, home, page):
     shutil.rmtree(profiles)
 
 
+def look_first(program, home, page):
+    step("a preview shows what would go, and Escape leaves it")
+    write(page, b"secret")
+    store(home, {"FirstRun": True})
+    stage = Stage(program)
+    stage.press("push button", "Preview…")
+    stage.find("dialog", "Preview")
+    stage.find("label", "1 item, 1 file, 6 bytes would be shredded.")
+    stage.find("table cell", "Safari")
+    assert until(lambda: stage.focused() == ("push button", "Cancel")), stage.focused()
+    key("Escape")
+    assert until(lambda: stage.look("dialog", "Preview") is None)
+    assert os.path.exists(page)
+
+    step("what the preview showed is shredded without another question")
+    assert until(lambda: stage.can_be_pressed("Preview…"))
+    stage.press("push button", "Preview…")
+    stage.press("push button", "Shred 1 Item")
+    assert until(lambda: not os.path.exists(page)), "the file is still there"
+
+    step("the trash is shown, and shredded")
+    assert until(lambda: stage.can_be_pressed("Preview…"))
+    old = os.path.join(os.environ["XDG_DATA_HOME"], "Trash/files/old.txt")
+    write(old, b"secret")
+    # By its keys: the action of a menu item that asks answers only when the person has.
+    assert until(lambda: stage.window_has_keyboard())
+    key("alt+i")
+    assert until(lambda: stage.look("menu item", "Shred Trash…"))
+    key("t")
+    stage.find("dialog", "Shred Trash")
+    # That button alone: where the machine has another trash it says otherwise, and nothing goes.
+    stage.press("push button", "Shred 1 Item")
+    assert until(lambda: not os.path.exists(old)), "the file is still there"
+    assert until(lambda: stage.can_be_pressed("Preview…"))
+    assert stage.terminate() == 0
+
+
 def one_at_a_time(program, home, page):
     step("while something is shredded the window says so and takes no other request")
-    # As many passes as there can be keep the worker at work for some seconds.
+    # As many passes as there can be keep the worker at work for some seconds, also beside other work
+    # of the machine.
     store(home, {"FirstRun": True, "ConfirmShredding": False, "NumberOfWrites": 1,
                  "OverwritePattern": 3})
-    write(page, bytes(131072))
+    write(page, bytes(524288))
     stage = Stage(program)
-    stage.press("push button", "Shred Now")
+    stage.press("push button", "Shred Traces")
     stage.find("label", "Shredding…")
     assert until(lambda: not os.path.exists(page))  # else the second one goes with it
     second = os.path.join(os.path.dirname(page), "second.cache")
     write(second, b"secret")
-    assert not stage.can_be_pressed("Shred Now")
+    assert not stage.can_be_pressed("Shred Traces")
     for _ in range(2):
         key("ctrl+Return")
     assert subprocess.call([program, "--action", "shred"], timeout=LIMIT) == 0
@@ -366,15 +545,192 @@ def one_at_a_time(program, home, page):
         key("ctrl+Return")
 
     step("what was typed meanwhile starts nothing afterwards")
-    assert until(lambda: stage.can_be_pressed("Shred Now"))
+    assert until(lambda: stage.can_be_pressed("Shred Traces"))
     assert os.path.exists(second)
 
     step("a number that no item stands for shows what it does")
     stage.press("push button", "Preferences…")
-    stage.find("combo box", "65536 passes (stored: 1)")
+    find_preference(stage, "passes", "combo box", "65536 passes (stored: 1)")
+    find_preference(stage, "activity log", "check box", "Keep an activity log")
     stage.press("check box", "Keep an activity log")
     assert until(lambda: stored(home).get("ActivityLog")) is True
     assert stored(home).get("NumberOfWrites") == 1
+    assert stage.terminate() == 0
+
+
+def choose_traces(program, home):
+    step("the cache of a browser of today is chosen by its box, and a run takes it")
+    profile = os.path.join(home, ".config/mozilla/firefox")
+    write(os.path.join(profile, "profiles.ini"),
+          b"[Profile0]\nName=default\nIsRelative=1\nPath=abc.default\nDefault=1\n")
+    bookmarks = os.path.join(profile, "abc.default/kept.html")
+    write(bookmarks, b"kept")
+    cache = os.path.join(home, ".cache/mozilla/firefox/abc.default/cache2/entries")
+    for name in ["A1", "B2", "C3"]:
+        write(os.path.join(cache, name), bytes(1000))
+    store(home, {"FirstRun": True, "ConfirmShredding": False})
+    stage = Stage(program)
+    stage.find("label", "Firefox has left 2.9 KiB here.")
+    stage.find("tree", "Applications on this computer")
+    stage.find("table cell", "Firefox")
+    # As a person without a pointer does it: to the tree, down to Firefox, open, down, choose.
+    until(lambda: stage.window_has_keyboard())
+    for _ in range(6):
+        last = stage.focused()
+        if last and last[0] == "table cell":
+            break
+        key("Tab")
+        until(lambda: stage.focused() != last)
+    key("Home")
+    for _ in range(20):
+        last = until(lambda: stage.focused())
+        if last == ("table cell", "Firefox"):
+            break
+        key("Down")
+        until(lambda: stage.focused() != last)
+    assert stage.focused() == ("table cell", "Firefox"), stage.focused()
+    key("Right")
+    row = stage.find("table cell", "Cache")
+    key("Down")
+    assert until(lambda: stage.focused() == ("table cell", "Cache")), stage.focused()
+    key("space")
+    assert until(lambda: stored(home).get("Traces") == {"firefox": ["cache"]}), stored(home)
+    assert until(lambda: row.get_state_set().contains(stage.atspi.StateType.CHECKED))
+    assert until(lambda: stage.look("push button", "Choose Recommended Traces") is None)
+    stage.press("push button", "Shred Traces")
+    assert until(lambda: not os.path.exists(cache)), "the cache is still there"
+    assert os.path.exists(bookmarks)
+    assert stage.terminate() == 0
+
+
+def stop_and_go_on(program, home, page):
+    step("a shredding is stopped after the block at hand, and what is left stays")
+    store(home, {"FirstRun": True, "ConfirmShredding": False, "NumberOfWrites": 1,
+                 "OverwritePattern": 3})
+    shutil.rmtree(os.path.dirname(page), ignore_errors=True)
+    write(page, b"secret contents " * 8192)
+    witness = os.path.join(home, "witness")
+    os.link(page, witness)
+    stage = Stage(program)
+    stage.press("push button", "Shred Traces")
+    assert until(lambda: not os.path.exists(page))
+    stage.press("push button", "Stop")
+    stage.find("label", "0 of 1 item was shredded. 1 item is left.")
+    caches = os.path.join(home, "Library/Caches")
+    assert os.listdir(caches), "nothing is left"
+
+    step("going on finishes it")
+    assert until(lambda: stage.can_be_pressed("Go On"))
+    stage.press("push button", "Go On")
+    assert until(lambda: stage.can_be_pressed("Shred Traces") and not os.listdir(caches)), \
+        os.listdir(caches)
+    with open(witness, "rb") as file:
+        assert b"secret" not in file.read(), "its contents are still there"
+    assert stage.look("push button", "Go On") is None
+    assert stage.terminate() == 0
+
+
+def what_fails(program, home, page):
+    step("a run that fails is marked until it is dismissed, and tells its details")
+    store(home, {"FirstRun": True, "ConfirmShredding": False, "ActivityLog": True,
+                 "BrowserWatch": False})
+    write(page, b"secret")
+    # Files that have the names of the folders that a run would move things into, for minutes.
+    caches = os.path.dirname(os.path.dirname(page))
+    now = int(time.time())
+    in_the_way = [os.path.join(caches, "Dorvanel X Items (%d)" % (now + i)) for i in range(300)]
+    for path in in_the_way:
+        write(path, b"")
+    stage = Stage(program)
+    stage.press("push button", "Shred Traces")
+    stage.find("page tab", "Last Runs (1)")
+    assert os.path.exists(page)
+    assert any(node.get_role_name() == "label" and "1 item is still there." in node.get_name()
+               for node in stage.everything())
+    stage.press("push button", "Details…")
+    tree = stage.find("tree", "What became of the items")
+    assert any("Caches/Safari" in node.get_name() for node in stage.walk(tree))
+    for name in ["Copy", "Show in Folder", "Try Again…", "Save Report…"]:
+        stage.find("push button", name)
+    stage.press("push button", "Close")
+    assert until(lambda: stage.look("push button", "Try Again…") is None)
+    stage.press("push button", "Dismiss")
+    stage.find("page tab", "Last Runs")
+
+    step("the activity log is read in the program")
+    stage.press("menu item", "Show Activity Log", showing=False)
+    stage.find("dialog", "Activity Log")
+    log = stage.find("text", "Activity log")
+    assert until(lambda: "Dorvanel Completed Successfully" in
+                 stage.atspi.Text.get_text(log, 0, -1))
+    assert stage.terminate() == 0
+    for path in in_the_way:
+        os.remove(path)
+
+
+def start_hidden(program, area):
+    step("a hidden start leaves the icon to come back from")
+    area.go()
+    area.come()  # the icons of the programs before are none of this one's
+    stage = Stage(program, "--hidden")
+    icon = area.icon()
+    assert stage.look("frame", "Dorvanel X") is None
+    assert subprocess.call([program, "--hidden"], timeout=LIMIT) == 0
+    assert stage.look("frame", "Dorvanel X") is None, "a second start brought the window"
+    icon.choose("Show Dorvanel")
+    stage.find("frame", "Dorvanel X")
+    assert stage.terminate() == 0
+
+
+def asked_about(program, home):
+    letter = os.path.join(home, "a 'strange' name.txt")
+    write(letter, b"dear")
+    store(home, {"FirstRun": True, "NumberOfWrites": 2})
+
+    step("a launch that asks does so first")
+    stage = Stage(program, "--ask", letter)
+    stage.press("push button", "Cancel")
+    assert until(lambda: stage.look("push button", "Cancel") is None)
+    stage.find("frame", "Dorvanel X")
+    assert os.path.exists(letter)
+
+    step("the running program asks, and shreds when the answer is yes")
+    assert subprocess.call([program, "--ask", letter], timeout=LIMIT) == 0
+    stage.press("push button", "Cancel")
+    assert until(lambda: stage.look("push button", "Cancel") is None)
+    assert os.path.exists(letter)
+    assert subprocess.call([program, "--ask", letter], timeout=LIMIT) == 0
+    assert until(lambda: stage.can_be_pressed("Shred 1 Item"))
+    stage.press("push button", "Shred 1 Item")
+    assert until(lambda: not os.path.exists(letter)), "the file is still there"
+    assert stage.terminate() == 0
+
+    step("a launch that is to ask and has nothing to ask about does not start")
+    assert subprocess.call([program, "--ask"], stderr=subprocess.DEVNULL, timeout=LIMIT) == 2
+
+
+def started_by_the_bus(program, home):
+    step("the bus starts the program that is to ask")
+    if pwd.getpwuid(os.geteuid()).pw_dir != home:
+        print("not run: this machine does not let us mount the home folder of an account")
+        return
+    letter = os.path.join(home, "letter.txt")
+    write(letter, b"dear")
+
+    def call(name, object_path, method, *arguments):
+        return subprocess.run(
+            ["gdbus", "call", "--session", "--dest", name, "--object-path", object_path,
+             "--method", method, *arguments],
+            check=True, capture_output=True, text=True, timeout=LIMIT).stdout
+
+    call(BUS_NAME, "/com/dorvanel/DorvanelX", "org.freedesktop.Application.ActivateAction", "ask",
+         "[<['file://" + quote(letter) + "']>]", "{}")
+    answer = call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                  "org.freedesktop.DBus.GetConnectionUnixProcessID", BUS_NAME)
+    stage = Stage(program, running=Running(int(answer.split()[1].strip(",)"))))
+    stage.press("push button", "Cancel")
+    assert until(lambda: stage.look("push button", "Cancel") is None)
+    assert open(letter).read() == "dear"
     assert stage.terminate() == 0
 
 

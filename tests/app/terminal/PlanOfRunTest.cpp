@@ -12,6 +12,7 @@
 #include "support/EnvironmentVariable.h"
 #include "support/SampleHome.h"
 #include "support/SampleProfiles.h"
+#include "support/Seeds.h"
 #include "support/TemporaryFolder.h"
 
 // Homes of many kinds: what the preview says, and what the run then does.
@@ -138,7 +139,7 @@ TEST_P(PlanOfRunTest, IsWhatThenHappensItemByItemAndByteByByte) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Homes, PlanOfRunTest, ::testing::Range(1U, 21U));
+INSTANTIATE_TEST_SUITE_P(Homes, PlanOfRunTest, ::testing::Range(1U, 1 + seedsOf(20)));
 
 using PreviewOfRunTest = PlanOfRunTest;
 
