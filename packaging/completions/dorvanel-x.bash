@@ -9,7 +9,7 @@ _dorvanel_x() {
     if [ "$previous" = --action ]; then
         generate=(-W 'shred shred-and-log-out shred-and-shut-down shred-and-restart')
     elif [[ $current == -* ]]; then
-        generate=(-W '--action --help --version')
+        generate=(-W '--action --ask --help --version')
     else
         compopt -o filenames
     fi
