@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-"""The data that is shredded: one large file, many small ones, and a browser's cache."""
+"""The data that is shredded: one large file, many small ones, and a browser's cache; and a tree that
+is only looked at."""
 
 import os
 import random
@@ -31,6 +32,39 @@ class DataSet:
                     file.write(BLOCK)
                 file.write(BLOCK[: size % MIB])
         return os.path.join(folder, next(iter(self.sizes)).split("/")[0])
+
+
+class EmptyFiles:
+    """Folders of so many empty files each: nothing but names, to be looked at and not shredded."""
+
+    def __init__(self, folders, each):
+        self.title = f"A plan of {folders * each:,} empty files in {folders:,} folders"
+        self.folders = folders
+        self.each = each
+        self.files = folders * each
+        self.bytes = 0
+
+    def make(self, folder):
+        """Makes the files below `folder` and returns the one item to hand to a program."""
+        tree = os.path.join(folder, "tree")
+        for i in range(self.folders):
+            parent = os.path.join(tree, f"{i:04d}")
+            os.makedirs(parent)
+            for j in range(self.each):
+                os.mknod(os.path.join(parent, f"file{j:04d}"))
+        return tree
+
+
+class NoFiles:
+    """Nothing at all: what is measured is the program itself."""
+
+    def __init__(self, title):
+        self.title = title
+        self.files = 0
+        self.bytes = 0
+
+    def make(self, folder):
+        return folder
 
 
 def large_file(mebibytes):

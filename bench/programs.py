@@ -156,6 +156,33 @@ class Programs:
     def for_one_folder(self):
         return self._only_present(self._both())
 
+    def for_preview(self):
+        """Ours and the other build of ours, saying what would go, and what adds up the same tree."""
+
+        def looking(own):
+            def preview(item):
+                *command, path = own.command(item)
+                return [*command, "--preview", path]
+
+            return Program(own.name, preview)
+
+        own = [looking(program) for program in self._both()]
+        return self._only_present([*own, Program("du -s", on_item("du", "-s"))])
+
+    def for_first_paint(self):
+        """Ours and an empty window, each of which ends with its first paint; where they are."""
+        home = os.path.join(self.homes, "first-paint")
+        # No session bus: there a program that is running already might take the start over.
+        environment = ["env", "-i", f"HOME={home}", "LC_ALL=C.UTF-8", "QT_QPA_PLATFORM=offscreen"]
+        environment.append("DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent")
+        found = []
+        for name, program in ("dorvanel-x", "first_paint"), ("empty window", "first_paint_empty"):
+            path = os.path.join(self.bin, program)
+            if os.path.exists(path):
+                os.makedirs(home, exist_ok=True)
+                found.append(Program(name, lambda item, path=path: [*environment, path]))
+        return found
+
     def write_limit(self, passes, item):
         """Seconds of writing over an existing file, one flush at the end."""
         program = os.path.join(self.bin, "bench_write_limit")

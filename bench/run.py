@@ -37,8 +37,9 @@ class Run:
 class Table:
     """What the runs of one data set on one medium gave: a list of runs for each program."""
 
-    def __init__(self, key, medium, data, programs):
+    def __init__(self, key, medium, data, programs, own="dorvanel"):
         self.key = key
+        self.own = own  # the one that the others are compared with
         self.medium = medium
         self.data = data
         self.programs = {p.name: p for p in programs}
@@ -67,12 +68,11 @@ class Bench:
         self.measure = os.path.join(options.bin, "bench_measure")
         self.tables = []
         self.others = []  # (title, what the program printed)
+        self.figures = {}  # name -> number, as our own programs print them
 
-    def run_once(self, table, program, folder):
-        os.makedirs(folder, exist_ok=True)
-        item = table.data.make(folder)
+    def measured(self, table, program, item):
+        """One run of the program, and its exit status."""
         result = os.path.join(self.scratch["tmpfs"], "result")
-        subprocess.run(["sync", "-f", folder], check=True)
         subprocess.run(
             [self.measure, result, *program.on(item, table.medium == "disk")],
             check=True,
@@ -82,12 +82,19 @@ class Bench:
         )
         with open(result, encoding="ascii") as file:
             wall, cpu, peak, status = file.read().split()
+        return Run(float(wall), float(cpu), int(peak)), status
+
+    def run_once(self, table, program, folder):
+        os.makedirs(folder, exist_ok=True)
+        item = table.data.make(folder)
+        subprocess.run(["sync", "-f", folder], check=True)
+        run, status = self.measured(table, program, item)
         left = os.listdir(folder)
         if status != "0" or left:
             table.failed[program.name] = f"status {status}, {len(left)} left"
             shutil.rmtree(folder)
         else:
-            table.runs[program.name].append(Run(float(wall), float(cpu), int(peak)))
+            table.runs[program.name].append(run)
 
     def limit_once(self, table, passes, folder):
         os.makedirs(folder, exist_ok=True)
@@ -98,8 +105,11 @@ class Bench:
         os.unlink(item)
         table.removal.append(time.monotonic() - start)
 
+    def wanted(self, name):
+        return re.search(self.options.only or "", name)
+
     def table(self, key, medium, data, programs, limit_passes=0, repetitions=0):
-        if self.options.only and not re.search(self.options.only, f"{key} {medium}"):
+        if not self.wanted(f"{key} {medium}"):
             return
         folder = os.path.join(self.scratch[medium], "data")
         table = Table(key, medium, data, programs)
@@ -112,38 +122,76 @@ class Bench:
         self.tables.append(table)
         print(report.table(table), flush=True)
 
+    def standing(self, table, repetitions):
+        """A table of programs that only look: the data is laid out once, and stays through all."""
+        if not self.wanted(f"{table.key} {table.medium}"):
+            return
+        folder = os.path.join(self.scratch[table.medium], "standing")
+        os.makedirs(folder)
+        item = table.data.make(folder)
+        there = os.listdir(folder)
+        for _ in range(repetitions):
+            for name, program in table.programs.items():
+                if name in table.failed:
+                    continue
+                run, status = self.measured(table, program, item)
+                if status != "0" or os.listdir(folder) != there:
+                    table.failed[name] = f"status {status}"
+                else:
+                    table.runs[name].append(run)
+        shutil.rmtree(folder)
+        self.tables.append(table)
+        print(report.table(table), flush=True)
+
+    def looks(self):
+        """What is only looked at: a tree for its plan, and the window until its first paint."""
+        quick, repetitions = self.options.quick, self.options.repetitions
+        tree = datasets.EmptyFiles(10 if quick else 1000, 100 if quick else 1000)
+        self.standing(Table("preview", "tmpfs", tree, self.programs.for_preview()), repetitions)
+        paints = self.programs.for_first_paint()
+        if paints:
+            nothing = datasets.NoFiles("From the start to the first paint of the window")
+            table = Table("first-paint", "tmpfs", nothing, paints, own="dorvanel-x")
+            self.standing(table, 3 if quick else 21)
+
     def all(self):
         quick = self.options.quick
         large = datasets.large_file(16 if quick else 512)
         small = datasets.small_files(200 if quick else 10000, 10 if quick else 100)
+        few = datasets.small_files(200 if quick else 2000, 10 if quick else 20)
         cache = datasets.browser_cache(500 if quick else 5000)
+        # Each file on a disk waits for the medium with the peers: fewer of them tell as much.
+        trees = {"tmpfs": ("small", small), "disk": ("few", few)}
         programs = self.programs
         for medium in "tmpfs", "disk":
             for passes, pattern in (1, "random"), (3, "random"), (1, "zero"):
                 chosen = programs.for_large_file(passes, pattern)
                 self.table(f"large {passes} {pattern}", medium, large, chosen, passes)
-            self.table("small", medium, small, programs.for_tree())
+            self.table(trees[medium][0], medium, trees[medium][1], programs.for_tree())
             self.table("cache", medium, cache, programs.for_tree())
         listed = datasets.files_of_one_folder(200 if quick else 10000)
         for medium in "tmpfs", "disk":
             self.table("arguments", medium, listed, programs.for_arguments())
         for medium in "tmpfs", "disk":
             self.table("verified-large", medium, large, programs.for_verified())
-            self.table("verified-small", medium, small, programs.for_verified())
+            self.table("verified-small", medium, trees[medium][1], programs.for_verified())
         starts = programs.for_one_small_file()
         self.table("start", "tmpfs", datasets.one_small_file(), starts, repetitions=21)
         folder = datasets.one_folder(1000 if quick else 100000)
         self.table("folder", "tmpfs", folder, programs.for_one_folder(), repetitions=1)
+        self.looks()
         rounds = str(self.options.repetitions)
-        window = ["window_cost", self.scratch["tmpfs"], rounds, "20" if quick else "2000"]
+        window = ["window_cost", self.scratch["tmpfs"], rounds, "200" if quick else "100000"]
         self.other("A run with the window open, tmpfs", *window)
+        dropped = ["drop_cost", self.scratch["tmpfs"], "2000" if quick else "100000"]
+        self.other("Very many files dropped on the window, tmpfs", *dropped)
         self.other("One watch pass, and an idle hour of watching", "watch_cost")
         self.other("All collectors, the work doubled, tmpfs", "targets_scaling", rounds)
 
     def other(self, title, program, *arguments):
         """What a program of our own measures by itself, where it was built."""
         path = os.path.join(self.options.bin, program)
-        if not os.path.exists(path) or not re.search(self.options.only or "", program):
+        if not os.path.exists(path) or not self.wanted(program):
             return
         os.makedirs(self.homes, exist_ok=True)
         settings = {"TMPDIR": self.homes, "QT_QPA_PLATFORM": "offscreen"}
@@ -155,8 +203,10 @@ class Bench:
             stderr=subprocess.DEVNULL,
             text=True,
         ).stdout
-        self.others.append((title, told))
-        print(report.other(title, told), flush=True)
+        text, figures = report.parted(told)
+        self.figures |= figures
+        self.others.append((title, text))
+        print(report.other(title, text), flush=True)
 
 
 def parse():
@@ -215,7 +265,7 @@ def main():
             print(f"{name} is not there: its rows are left out")
         print()
         bench.all()
-        goals = report.goals(bench.tables)
+        goals = report.goals(bench.tables, bench.figures)
         print(goals)
         if options.quick:
             print("Small data, one repetition: the numbers above only show that all of it runs.")
