@@ -38,11 +38,12 @@ function(dorvanel_library name)
   target_link_libraries(${name} PUBLIC dorvanel_options ${ARG_DEPENDS})
 endfunction()
 
-# dorvanel_test(NAME [ALONE] [OWN_PROCESSES] SOURCES... DEPENDS... [ENVIRONMENT NAME=VALUE]): one
-# test program per folder of tests. With ALONE no other test runs beside one of its tests; with
-# OWN_PROCESSES its tests see no process that they did not start.
+# dorvanel_test(NAME [ALONE] [OWN_PROCESSES] [OWN_HEADERS] SOURCES... DEPENDS...
+# [ENVIRONMENT NAME=VALUE]): one test program per folder of tests. With ALONE no other test runs
+# beside one of its tests; with OWN_PROCESSES its tests see no process that they did not start; with
+# OWN_HEADERS it does not share the precompiled headers.
 function(dorvanel_test name)
-  cmake_parse_arguments(ARG "ALONE;OWN_PROCESSES" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "ALONE;OWN_PROCESSES;OWN_HEADERS" "ENVIRONMENT" "SOURCES;DEPENDS" ${ARGN})
   set(properties TIMEOUT 300 RUN_SERIAL ${ARG_ALONE})
   if(ARG_ENVIRONMENT)
     list(APPEND properties ENVIRONMENT ${ARG_ENVIRONMENT})
@@ -57,6 +58,10 @@ function(dorvanel_test name)
   # What the tests do by themselves is not what is looked at, and takes half the time to build.
   if(DORVANEL_SANITIZE MATCHES undefined)
     target_compile_options(${name} PRIVATE -fno-sanitize=undefined)
+  endif()
+  # Of clang they would have to be compiled for each program.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND NOT ARG_OWN_HEADERS)
+    target_precompile_headers(${name} REUSE_FROM dorvanel_test_headers)
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
