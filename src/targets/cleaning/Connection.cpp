@@ -19,6 +19,9 @@ constexpr int longestValue = 64 * 1024 * 1024;
 constexpr int longestPattern = 1024;
 /// What the library may use in all, in bytes.
 constexpr sqlite3_int64 mostMemory = sqlite3_int64{1024} * 1024 * 1024;
+/// Pages that the library keeps, in KiB: rows are removed from indices in no order of theirs, and
+/// each page that has gone is read again.
+constexpr const char* pageCache = "PRAGMA cache_size=-131072";
 /// What the answer to one query may take, in bytes.
 constexpr std::size_t longestAnswer = std::size_t{64} * 1024 * 1024;
 
@@ -105,6 +108,7 @@ Cleaned<std::unique_ptr<Connection>> Connection::open(ImageFiles& files, const s
     // Before anything is read: a log is then read without memory shared with others.
     if (auto bad = connection->run("PRAGMA locking_mode=EXCLUSIVE")) return *bad;
     if (auto bad = connection->run("PRAGMA temp_store=MEMORY")) return *bad;
+    if (auto bad = connection->run(pageCache)) return *bad;
     return connection;
 }
 

@@ -79,19 +79,25 @@ Image::Outcome MemoryImage::read(void* data, std::size_t size, std::uint64_t off
     const std::uint64_t there = offset < size_ ? std::min<std::uint64_t>(size, size_ - offset) : 0;
     const std::uint64_t end = offset + there;
     std::memset(to + there, 0, size - static_cast<std::size_t>(there));
+    // What lies between changed blocks is read below in one go.
+    std::uint64_t unchanged = offset;
+    const auto readUnchanged = [&](std::uint64_t upTo) {
+        const auto count = static_cast<std::size_t>(upTo - unchanged);
+        return count == 0 ? Outcome::done : readBelow(to + (unchanged - offset), count, unchanged);
+    };
     for (std::uint64_t at = offset; at < end;) {
-        const std::uint64_t index = at / blockSize;
         const auto within = static_cast<std::size_t>(at % blockSize);
         const auto count =
             static_cast<std::size_t>(std::min<std::uint64_t>(blockSize - within, end - at));
-        const auto found = blocks_.find(index);
+        const auto found = blocks_.find(at / blockSize);
         if (found != blocks_.end()) {
+            if (readUnchanged(at) == Outcome::failed) return Outcome::failed;
             std::memcpy(to + (at - offset), found->second->data() + within, count);
-        } else if (readBelow(to + (at - offset), count, at) == Outcome::failed) {
-            return Outcome::failed;
+            unchanged = at + count;
         }
         at += count;
     }
+    if (readUnchanged(end) == Outcome::failed) return Outcome::failed;
     return there < size ? Outcome::shortRead : Outcome::done;
 }
 
