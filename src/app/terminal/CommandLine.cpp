@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <span>
 
 #include "app/CommandLineWords.h"
 #include "app/Texts.h"
@@ -53,6 +54,24 @@ void groupHelp(CLI::App& command) {
     }
 }
 
+/// All but the one that is started most often, and is not to wait for what it does not use.
+void addOtherCommands(CLI::App& program, Action& chosen) {
+    addRecoverCommand(program, chosen);
+    addWatchCommand(program, chosen);
+    addRunCommand(program, chosen);
+    addPrefsCommand(program, chosen);
+    addAppsCommand(program, chosen);
+    addProfilesCommand(program, chosen);
+    addTracesCommand(program, chosen);
+    addTrashCommand(program, chosen);
+    addLogCommand(program, chosen);
+}
+
+/// Whether anything but the home folder is said before the command: the help lists all commands.
+bool asksBefore(std::span<const std::string> words) {
+    return !words.empty() && (words.size() != 2 || words.front() != "--home");
+}
+
 /// The word that names the command.
 Words::const_iterator commandOf(const Words& arguments) {
     auto word = arguments.begin();
@@ -76,20 +95,12 @@ std::optional<Command> readCommandLine(const std::vector<std::string>& arguments
     program.set_version_flag("--version", "dorvanel " DORVANEL_VERSION,
                              tr("Display program version information and exit"));
     program.add_option("--home", command.home, tr("Use DIR as the home folder"))->type_name("DIR");
-    addShredCommand(program, chosen);
-    addRecoverCommand(program, chosen);
-    addWatchCommand(program, chosen);
-    addRunCommand(program, chosen);
-    addPrefsCommand(program, chosen);
-    addAppsCommand(program, chosen);
-    addProfilesCommand(program, chosen);
-    addTracesCommand(program, chosen);
-    addTrashCommand(program, chosen);
-    addLogCommand(program, chosen);
-    groupHelp(program);
-
     const auto first = commandOf(arguments);
     const bool isShred = first != arguments.end() && *first == "shred";
+    addShredCommand(program, chosen);
+    if (!isShred || asksBefore({arguments.begin(), first})) addOtherCommands(program, chosen);
+    groupHelp(program);
+
     const bool takesNames = isShred || (first != arguments.end() && *first == "recover");
     const auto named = takesNames ? first : arguments.end();
     if (isShred && asksAmongFileNames({first + 1, arguments.end()})) {
