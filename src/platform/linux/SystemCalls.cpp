@@ -252,7 +252,8 @@ class LinuxSystemCalls final : public SystemCalls {
 }  // namespace
 
 std::unique_ptr<SystemCalls> makeSystemCalls() {
-    return std::make_unique<LinuxSystemCalls>();
+    // Its room for listings is as large as it is rarely used.
+    return std::make_unique_for_overwrite<LinuxSystemCalls>();
 }
 
 }  // namespace dorvanel::platform
