@@ -159,7 +159,8 @@ class Desktop final : public QObject, private RunObserver, private ApplicationDe
     MainWindow& mainWindow() { return *window_; }
     PreferencesPanel& panel() { return panel_; }
     ApplicationsOverview& applications() { return *overview_; }
-    HelpWindow& help() { return *help_; }
+    /// Made when it is first asked for.
+    HelpWindow& help();
     QtApplication& application() { return application_; }
     QtRunLoop& runLoop() { return loop_; }
     Plans& plans() { return *plans_; }
@@ -279,7 +280,7 @@ class Desktop final : public QObject, private RunObserver, private ApplicationDe
     std::unique_ptr<MenuView> profilesView_;
     std::unique_ptr<Tray> tray_;
     std::vector<std::unique_ptr<MyDocument>> documents_;
-    std::unique_ptr<HelpWindow> help_;
+    std::unique_ptr<HelpWindow> help_;  ///< null: nobody has asked for it
     std::unique_ptr<WelcomeView> welcome_;
     QPointer<AboutDialog> about_;
     QList<QPointer<QWidget>> hidden_;  ///< the windows beside the main one that `hide` put away

@@ -34,7 +34,6 @@ QString sentenceAboutWatching(const Preferences& preferences) {
 }  // namespace
 
 void Desktop::makeHelp() {
-    help_ = std::make_unique<HelpWindow>(services_.resourcesFolder);
     QMainWindow& window = window_->window();
     if (auto* action = window.findChild<QAction*>("helpAction")) {
         action->setShortcutContext(Qt::ApplicationShortcut);
@@ -47,7 +46,7 @@ void Desktop::makeHelp() {
              [this] {
                  return sentenceAboutHome(services_.medium.mediumAt(platform::homeDirectory()));
              },
-         .showLimits = [this] { help_->showPage(QStringLiteral("limits.html")); },
+         .showLimits = [this] { help().showPage(QStringLiteral("limits.html")); },
          .dismissed =
              [this] {
                  services_.defaults.setBool(true, dismissedKey);
@@ -64,13 +63,18 @@ void Desktop::makeHelp() {
     if (!services_.defaults.boolForKey(dismissedKey)) welcome_->show();
 }
 
+HelpWindow& Desktop::help() {
+    if (help_ == nullptr) help_ = std::make_unique<HelpWindow>(services_.resourcesFolder);
+    return *help_;
+}
+
 void Desktop::showHelp() {
     const QWidget* front = QApplication::activeWindow();
     if (front != nullptr && front == panel_.window()) {
         const QString page = panel_.pages()->currentWidget()->objectName();
-        return help_->showPage(QLatin1String(helpPageOfPreferences(page)));
+        return help().showPage(QLatin1String(helpPageOfPreferences(page)));
     }
-    help_->showPage(QStringLiteral("index.html"));
+    help().showPage(QStringLiteral("index.html"));
 }
 
 void Desktop::showAbout() {
