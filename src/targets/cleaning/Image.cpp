@@ -81,8 +81,8 @@ Image::Outcome MemoryImage::read(void* data, std::size_t size, std::uint64_t off
     std::memset(to + there, 0, size - static_cast<std::size_t>(there));
     // What lies between changed blocks is read below in one go.
     std::uint64_t unchanged = offset;
-    const auto readUnchanged = [&](std::uint64_t upTo) {
-        const auto count = static_cast<std::size_t>(upTo - unchanged);
+    const auto readUnchanged = [&](std::uint64_t limit) {
+        const auto count = static_cast<std::size_t>(limit - unchanged);
         return count == 0 ? Outcome::done : readBelow(to + (unchanged - offset), count, unchanged);
     };
     for (std::uint64_t at = offset; at < end;) {
