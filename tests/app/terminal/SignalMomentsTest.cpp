@@ -26,13 +26,14 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-/// A program whose standard input stays open, and says nothing, as long as it runs.
+/// The program itself holds both ends of its standard input, which so stays open and says nothing.
 constexpr const char* withOpenInput = R"(
-import os, subprocess, sys, signal
-child = subprocess.Popen(sys.argv[1:], stdin=subprocess.PIPE, stderr=subprocess.STDOUT)
-for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
-    signal.signal(number, lambda number, frame: child.send_signal(number))
-sys.exit(child.wait())
+import os, sys
+reading, writing = os.pipe()
+os.set_inheritable(writing, True)
+os.dup2(reading, 0)
+os.dup2(1, 2)
+os.execv(sys.argv[1], sys.argv[1:])
 )";
 
 class SignalMomentsTest : public ::testing::Test {
