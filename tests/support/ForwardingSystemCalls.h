@@ -63,6 +63,9 @@ class ForwardingSystemCalls : public platform::SystemCalls {
         return inner_.readAt(file, data, size, offset);
     }
     int forgetCached(int file) override { return inner_.forgetCached(file); }
+    void startWriteBack(int file, std::uint64_t offset, std::uint64_t size) override {
+        inner_.startWriteBack(file, offset, size);
+    }
     int flushFile(int file) override { return inner_.flushFile(file); }
     int flushFileSystem(int file) override { return inner_.flushFileSystem(file); }
     int livesInMemory(int file) override { return inner_.livesInMemory(file); }

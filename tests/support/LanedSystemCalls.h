@@ -128,6 +128,18 @@ class LanedSystemCalls final : public ForwardingSystemCalls {
         });
         return result < 0 ? result : written;
     }
+    void startWriteBack(int file, std::uint64_t offset, std::uint64_t size) override {
+        const std::lock_guard lock(mutex_);
+        Call call;
+        call.key = {"startWriteBack", names_[file], 0};
+        call.descriptor = file;
+        call.offset = offset;
+        call.length = size;
+        made(call, [&] {
+            inner_.startWriteBack(file, offset, size);
+            return 0;
+        });
+    }
     int flushFile(int file) override {
         return byDescriptor("flushFile", file, [&] { return inner_.flushFile(file); });
     }
