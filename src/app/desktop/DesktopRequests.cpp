@@ -99,7 +99,8 @@ std::vector<HeldItem> Desktop::takeChecked(Result<ShredArguments> result) {
             reasons << sentence.arg(path, reason);
             if (reasons.size() == mostReasons) break;
         }
-        const std::size_t more = checked.complaints.size() - reasons.size();
+        const std::size_t more =
+            checked.complaints.size() - static_cast<std::size_t>(reasons.size());
         if (more > 0) reasons << Words::tr("and %n more", nullptr, asNumber(more));
     }
     activity_->showResult(Words::tr("Nothing was shredded."));
